@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "tvset/export.h"
+
+namespace tvset {
+
+struct LogLine {
+  int64_t time_ns = 0;  // CLOCK_REALTIME
+  pid_t pid = 0;
+  pid_t tid = 0;
+  int log_id = 0;
+  int priority = 0;
+  std::string tag;
+  std::string text;
+};
+
+// A key that a component injected, as it was given to the key-injection library.
+struct InjectedKey {
+  int key_code = 0;  // hardware code
+  int mode = 0;      // 2: press and release
+  std::string
+      key_name;  // the key's symbol; empty for a hardware code that no key of the remote has
+};
+
+struct ContextTask {
+  std::string target;
+  std::string action;
+};
+
+// Why a key goes where it goes.
+enum class KeyRoute {
+  kMandatory,       // every application receives it, the focused one now
+  kRegistered,      // the focused application registered it
+  kSpecialGrab,     // an application with a special grab receives it before the focused one
+  kNotRegistered,   // nobody receives it
+  kGrabbedByOther,  // the focused application did not register it, another one did
+};
+
+struct KeyDelivery {
+  bool delivered = false;
+  std::string app;  // who receives the key; empty when nobody does
+  KeyRoute reason = KeyRoute::kNotRegistered;
+  std::string text;      // one sentence for a person
+  std::string key_name;  // the key's symbol
+  int key_code = 0;  // the code that the page's key event carries; 0 when the set does not know it
+};
+
+// Watches the set. Calls come on the thread that caused the event, with no lock held, so an
+// observer may call the set back. A line that an observer logs from OnLogLine is recorded but not
+// reported to observers.
+class TVSET_EXPORT Observer {
+ public:
+  virtual ~Observer();
+
+  virtual void OnLogLine(const LogLine&) {}
+  virtual void OnKeyInjected(const InjectedKey&) {}
+  virtual void OnKeyDelivered(const KeyDelivery&) {}  // also when it reached nobody
+  virtual void OnContextTask(const ContextTask&) {}
+  virtual void OnApplicationChanged(const std::string& /*app_id*/) {}
+  virtual void OnFocusChanged(const std::string& /*app_id*/) {}  // empty: nobody has the focus
+  virtual void OnWindowChanged() {}
+  virtual void OnInputMethodChanged() {}
+  virtual void OnKeyGrabsChanged() {}
+  virtual void OnSettingChanged(const std::string& /*key*/) {}  // by this process
+  virtual void OnScreenSaverChanged() {}
+  virtual void OnFeatureChanged(const std::string& /*key*/) {}
+};
+
+// Hands events to the observers, in the order they were added. Costs one atomic load while there
+// are none. Any thread. Observers are borrowed and stay registered when the set restarts.
+class TVSET_EXPORT EventHub {
+ public:
+  EventHub();
+  ~EventHub();
+  EventHub(const EventHub&) = delete;
+  EventHub& operator=(const EventHub&) = delete;
+
+  void Add(Observer* observer);
+
+  // Returns when no other thread is inside a call into the observer; none begins afterwards. An
+  // observer may remove itself, or another, from inside a call.
+  void Remove(Observer* observer);
+
+  bool empty() const { return count_.load(std::memory_order_acquire) == 0; }
+
+  template <typename Call>
+  void Notify(Call&& call) {
+    if (empty()) return;
+    for (const std::shared_ptr<Entry>& entry : Snapshot()) {
+      if (!Enter(*entry)) continue;
+      Leaver leaver{this, *entry};
+      call(*entry->observer);
+    }
+  }
+
+ private:
+  struct Entry {
+    Observer* observer;
+    bool removed = false;  // guarded by mutex_
+    int running = 0;       // guarded by mutex_
+  };
+  struct Leaver {
+    EventHub* hub;
+    Entry& entry;
+    ~Leaver() { hub->Leave(entry); }
+  };
+
+  std::vector<std::shared_ptr<Entry>> Snapshot() const;
+  bool Enter(Entry& entry);
+  void Leave(Entry& entry);
+
+  std::atomic<int> count_{0};
+  mutable std::mutex mutex_;
+  std::condition_variable left_;
+  std::vector<std::shared_ptr<Entry>> entries_;  // guarded by mutex_
+};
+
+}  // namespace tvset

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <atomic>
+#include <mutex>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "tvset/export.h"
+
+namespace tvset {
+
+enum class FaultMode { kOnce, kAlways };
+
+struct Fault {
+  std::string function;
+  int code = 0;
+  FaultMode mode = FaultMode::kAlways;
+};
+
+// Makes platform functions fail on demand. A function that is to fail does nothing but answer: one
+// with an int result answers the code, one with a pointer result NULL and one with an enum result
+// its "invalid" value, whatever the code. Any thread.
+class TVSET_EXPORT FaultTable {
+ public:
+  // Replaces the function's earlier fault. Throws SetError for code 0, which would be success, and
+  // for a name that is no platform function; the text then lists names that are near.
+  void Fail(const std::string& function, int code, FaultMode mode);
+  void Clear(const std::string& function);
+  void ClearAll();
+  std::vector<Fault> list() const;  // by name
+
+  // The code with which this call of the function is to fail. One relaxed load when no fault is
+  // set.
+  std::optional<int> Take(const char* function) {
+    if (count_.load(std::memory_order_relaxed) == 0) return std::nullopt;
+    return TakeSlowly(function);
+  }
+
+  // Every platform function, by name.
+  static const std::vector<std::string>& functions();
+
+ private:
+  std::optional<int> TakeSlowly(const char* function);
+
+  std::atomic<int> count_{0};
+  mutable std::mutex mutex_;
+  std::unordered_map<std::string, Fault> faults_;  // guarded by mutex_
+};
+
+}  // namespace tvset

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "tvset/events.h"
+#include "tvset/export.h"
+
+namespace tvset {
+
+enum class FeatureGroup { kPlatform, kCustom };
+
+struct Feature {
+  std::string key;   // without "http://"
+  std::string type;  // "bool", "int", "double" or "string"
+  std::string text;  // as it stands in the profile, blanks included
+  FeatureGroup group = FeatureGroup::kCustom;
+};
+
+// The feature keys of the device: those of its profile, then what was set since. "http://" before a
+// key may be left out everywhere. Any thread.
+class TVSET_EXPORT FeatureStore {
+ public:
+  explicit FeatureStore(EventHub& events);
+
+  // Adds or replaces. Throws SetError for an unknown type, and for a key that is empty or above 255
+  // bytes.
+  void Set(const std::string& key, const std::string& type, const std::string& text,
+           FeatureGroup group);
+  void Remove(const std::string& key);  // of every type and group
+  std::optional<Feature> Find(const std::string& key, std::string_view type,
+                              FeatureGroup group) const;
+  std::vector<Feature> list() const;  // by key
+
+  // Replaces everything by the profile's entries. Throws SetError, which names file, line and
+  // entry, for a file that cannot be read, is no XML, has another root than model-config, or has an
+  // entry with an unknown type; the store is then as it was.
+  void Load(const std::filesystem::path& profile);
+  // Entries of the profile that the platform passes over or reads as something else than they say,
+  // one sentence each with file, line and entry.
+  std::vector<std::string> warnings() const;
+
+ private:
+  using Slot = std::pair<std::string, std::pair<std::string, FeatureGroup>>;  // key, type and group
+
+  EventHub& events_;
+  mutable std::mutex mutex_;
+  std::map<Slot, std::string> texts_;  // guarded by mutex_
+  std::vector<std::string> warnings_;  // guarded by mutex_
+};
+
+}  // namespace tvset

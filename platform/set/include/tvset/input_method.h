@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <mutex>
+#include <vector>
+
+#include "tvset/events.h"
+#include "tvset/export.h"
+
+namespace tvset {
+
+enum class InputMethodResult {
+  kDone,
+  kNotDynamic,  // the keyboard's style has a fixed place
+  kInvalid,     // a value out of its range
+};
+
+struct InputMethodState {
+  bool dynamic_style = true;  // the keyboard may be moved
+  bool positioned = false;    // a position was given; otherwise x, y and align say nothing
+  int x = 0;                  // pixels of the panel
+  int y = 0;
+  int align =
+      7;  // 0 top left, 1 top centre … 8 bottom right: which point of the keyboard is at x, y
+  bool recommended_words_enabled = false;
+  std::vector<std::string> recommended_words;
+};
+
+// The on-screen keyboard. Any thread.
+class TVSET_EXPORT InputMethod {
+ public:
+  explicit InputMethod(EventHub& events);
+
+  InputMethodState state() const;
+  void set_dynamic_style(bool dynamic);
+  // kInvalid: align outside 0 to 8, or a negative coordinate.
+  InputMethodResult SetPosition(int x, int y, int align);
+  // 0 disables, 1 enables; kInvalid otherwise.
+  InputMethodResult SetRecommendedWordsType(int type);
+  void SetRecommendedWords(const std::vector<std::string>& words);
+  void Reset();
+
+ private:
+  EventHub& events_;
+  mutable std::mutex mutex_;
+  InputMethodState state_;  // guarded by mutex_
+};
+
+}  // namespace tvset

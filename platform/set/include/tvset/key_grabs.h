@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "tvset/events.h"
+#include "tvset/export.h"
+#include "tvset/keys.h"
+
+namespace tvset {
+
+class Applications;
+class WindowManager;
+
+// How an application asked for a key. The values of the special ones are the platform's.
+enum class GrabMode {
+  kNormal = 0,      // reaches the application while it has the focus
+  kTopmost = 2,     // reaches it while its window is the topmost, whoever has the focus
+  kRegistered = 5,  // reaches it while it runs, whoever has the focus
+};
+
+enum class GrabResult {
+  kDone,
+  kUnknownKey,  // no key of the remote control has that name
+  kNotRunning,  // no such application runs
+  kNotGrabbed,  // Ungrab of a key that the application had not asked for
+};
+
+struct KeyGrab {
+  std::string app;
+  std::string key_name;
+  GrabMode mode = GrabMode::kNormal;
+};
+
+// Which keys reach which application, in this order:
+// 1. the mandatory keys reach the focused application, whatever was grabbed;
+// 2. a kTopmost grab of the application whose window is topmost;
+// 3. a kRegistered grab; of several, that of the application whose window is higher;
+// 4. a kNormal grab of the focused application;
+// 5. otherwise the key reaches nobody.
+// Any thread.
+class TVSET_EXPORT KeyGrabs {
+ public:
+  KeyGrabs(EventHub& events, Applications& applications, WindowManager& windows);
+
+  // A second grab of the same key by the same application replaces the first.
+  GrabResult Grab(const std::string& app, const std::string& key_name, GrabMode mode);
+  GrabResult Ungrab(const std::string& app, const std::string& key_name);
+  void Release(const std::string& app);  // every grab of the application
+  std::vector<KeyGrab> list() const;     // by application, then by key
+  std::vector<KeyGrab> list(const std::string& app) const;
+
+  // Where the key would go now.
+  KeyDelivery Route(const std::string& key_name) const;
+  // A press and release of the key: routes it and reports it to the observers.
+  KeyDelivery Press(const std::string& key_name);
+
+  // Names of further keys of this device's remote control, beyond RemoteKeys(). A name that is
+  // known already takes the new codes where they are not 0.
+  void AddKnownKeys(const std::vector<std::string>& key_names);
+  void AddKnownKeys(const std::vector<RemoteKey>& keys);
+  bool IsKnownKey(const std::string& key_name) const;
+  std::vector<RemoteKey> known_keys() const;  // the set's own first, then in the order added
+  std::optional<RemoteKey> FindKey(const std::string& key_name) const;
+  std::optional<RemoteKey> FindKeyByHardwareCode(int x_key_code) const;
+
+ private:
+  friend class Set;
+  void Reset();
+
+  EventHub& events_;
+  Applications& applications_;
+  WindowManager& windows_;
+  mutable std::mutex mutex_;
+  std::vector<RemoteKey> keys_;  // guarded by mutex_
+  std::vector<KeyGrab> grabs_;   // guarded by mutex_
+};
+
+}  // namespace tvset

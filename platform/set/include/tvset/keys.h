@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <mutex>
+#include <optional>
+#include <vector>
+
+#include "tvset/events.h"
+#include "tvset/export.h"
+
+namespace tvset {
+
+class KeyGrabs;
+
+// A key of the remote control.
+struct RemoteKey {
+  std::string name;    // the platform's symbol, for example "XF86Red"
+  int key_code = 0;    // the keyCode of the page's key event; 0: not known
+  int x_key_code = 0;  // hardware code, for injection; 0: cannot be injected
+};
+
+// The keys of the set's own remote control.
+TVSET_EXPORT const std::vector<RemoteKey>& RemoteKeys();
+// The six keys that every application receives without registering.
+TVSET_EXPORT bool IsMandatoryKey(std::string_view name);
+
+// The key-injection library. An injected key is recorded, reported, and then takes the way of a key
+// that was pressed on the remote control. Any thread.
+class TVSET_EXPORT KeyInjector {
+ public:
+  static constexpr size_t kMaxRecorded = 1000;
+
+  KeyInjector(EventHub& events, KeyGrabs& grabs);
+
+  void Initialize();
+  int initialized() const;  // how often
+  // False before the first Initialize, and for another mode than 2.
+  bool Send(int key_code, int mode);
+  std::vector<InjectedKey> injected() const;  // the newest, oldest first
+  void Clear();
+
+ private:
+  EventHub& events_;
+  KeyGrabs& grabs_;
+  mutable std::mutex mutex_;
+  int initialized_ = 0;                // guarded by mutex_
+  std::vector<InjectedKey> injected_;  // guarded by mutex_
+};
+
+}  // namespace tvset

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string_view>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include "tvset/events.h"
+#include "tvset/export.h"
+
+namespace tvset {
+
+class LineRing;
+
+// What the log takes, as a set's configuration says it. The defaults are those of a set, but for
+// one: a fatal line does not end the process, because a desktop session with a debugger and other
+// pages in it is worth more than the set's crash report.
+struct LogPolicy {
+  bool platform_logging =
+      true;                     // false: only the log of applications is open, the others answer -1
+  bool debug_mode = true;       // false: debug and verbose lines answer -22
+  bool abort_on_fatal = false;  // true: a fatal line ends the process once it is written
+};
+
+// The set's log: the newest lines, as many as fit into a fixed number of bytes; the oldest go
+// first. Writing allocates nothing. Any thread. Works before the set is started.
+class TVSET_EXPORT LogBuffer {
+ public:
+  static constexpr size_t kMaxText = 4075;  // bytes of text that a line keeps
+  static constexpr size_t kDefaultCapacity = size_t{1} << 20;
+
+  explicit LogBuffer(EventHub& events);
+  ~LogBuffer();
+
+  // The rules of the platform's log call: the number of text bytes kept, or -22 for an unknown log
+  // or priority, -1 for a log that the policy closes.
+  int Write(int log_id, int priority, std::string_view tag, std::string_view text);
+
+  // 0 when Write would take the line, else its answer. Cheap: asked before the text is made.
+  int Admit(int log_id, int priority) const;
+
+  std::vector<LogLine> lines() const;  // oldest first
+  uint64_t written() const;            // lines since the last Clear
+  uint64_t dropped() const;            // of these, how many made room for newer ones
+  void Clear();
+
+  size_t capacity() const;  // bytes; a line takes its text, its tag and a little more
+  // Drops every line. At least what the longest line takes.
+  void set_capacity(size_t bytes);
+
+  LogPolicy policy() const;
+  void set_policy(const LogPolicy& policy);
+
+ private:
+  EventHub& events_;
+  std::atomic<bool> platform_logging_{true};
+  std::atomic<bool> debug_mode_{true};
+  std::atomic<bool> abort_on_fatal_{false};
+  mutable std::mutex mutex_;
+  std::unique_ptr<LineRing> ring_;  // guarded by mutex_
+  uint64_t written_ = 0;            // guarded by mutex_
+  uint64_t dropped_ = 0;            // guarded by mutex_
+};
+
+}  // namespace tvset

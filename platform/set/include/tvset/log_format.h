@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <vector>
+
+#include "tvset/events.h"
+#include "tvset/export.h"
+
+namespace tvset {
+
+// The forms in which the platform's log tool prints a line.
+enum class LogFormat {
+  kBrief,
+  kTag,
+  kProcess,
+  kThread,
+  kRaw,
+  kTime,
+  kThreadTime,
+  kKernelTime,
+  kLong,
+};
+
+// "brief", "threadtime" and so on. Throws SetError, with the list of names, for another name.
+TVSET_EXPORT LogFormat ParseLogFormat(std::string_view name);
+
+// The line as the tool prints it, without the last line break. A text of several lines gives
+// several lines, each with the prefix (kLong has the prefix once, and ends in an empty line). Times
+// are local.
+TVSET_EXPORT std::string FormatLogLine(const LogLine& line, LogFormat format);
+
+TVSET_EXPORT std::string FormatBrief(const LogLine& line);
+TVSET_EXPORT std::string FormatThreadTime(const LogLine& line);
+
+// V, D, I, W, E, F, S, or ? for a number that is no priority.
+TVSET_EXPORT char PriorityLetter(int priority);
+
+// Which lines to show, by the tool's own expressions: "TAG:P" shows the tag from priority P on (a
+// letter), "TAG" from verbose on, "*:P" every other tag. Without an expression for a line, it is
+// shown when there is no expression at all.
+class TVSET_EXPORT LogFilter {
+ public:
+  LogFilter() = default;
+  // Throws SetError for a priority letter that there is none of.
+  explicit LogFilter(const std::vector<std::string>& expressions);
+  bool Shows(const LogLine& line) const;
+
+ private:
+  struct Rule {
+    std::string tag;
+    int priority;
+  };
+  std::vector<Rule> rules_;
+  int other_ = 0;  // lowest priority shown of tags without a rule
+};
+
+}  // namespace tvset

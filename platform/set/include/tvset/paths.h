@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <filesystem>
+
+#include "tvset/export.h"
+
+namespace tvset {
+
+// Where the set keeps its things, below one state folder.
+class TVSET_EXPORT Paths {
+ public:
+  explicit Paths(std::filesystem::path state_folder);
+
+  const std::filesystem::path& state_folder() const { return state_folder_; }
+  // Holds one folder per application; what variable 61 names.
+  std::filesystem::path app_root() const { return state_folder_ / "apps_rw"; }
+  std::filesystem::path app_data(const std::string& package) const {
+    return app_root() / package / "data";
+  }
+  // Settings that outlive a restart, with the folders db and file in it.
+  std::filesystem::path settings() const { return state_folder_ / "kdb"; }
+  // Settings that do not.
+  std::filesystem::path memory_settings() const { return state_folder_ / "run" / "memory"; }
+  // The set's own random id, made on its first start.
+  std::filesystem::path device_id_file() const { return state_folder_ / "etc" / "tizenid"; }
+  // Locked, shared, by every process in which the set runs.
+  std::filesystem::path lock_file() const { return state_folder_ / "lock"; }
+
+  // The state folder when none is given: $ORVANE_STATE, else $XDG_STATE_HOME/orvane, else
+  // ~/.local/state/orvane. Throws SetError when none of them is known.
+  static std::filesystem::path DefaultStateFolder();
+  // The profile of that name among those that ship with the set, or the file of that path. Throws
+  // SetError, with the shipped names, when there is neither.
+  static std::filesystem::path FindProfile(const std::string& name_or_path);
+
+ private:
+  std::filesystem::path state_folder_;
+};
+
+}  // namespace tvset

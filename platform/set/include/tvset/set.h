@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <cstddef>
+#include <filesystem>
+
+#include "tvset/applications.h"
+#include "tvset/context_manager.h"
+#include "tvset/error.h"
+#include "tvset/events.h"
+#include "tvset/export.h"
+#include "tvset/faults.h"
+#include "tvset/features.h"
+#include "tvset/input_method.h"
+#include "tvset/key_grabs.h"
+#include "tvset/keys.h"
+#include "tvset/log.h"
+#include "tvset/paths.h"
+#include "tvset/screen_saver.h"
+#include "tvset/settings.h"
+#include "tvset/windows.h"
+
+namespace tvset {
+
+struct Options {
+  // Empty: as Paths::DefaultStateFolder().
+  std::filesystem::path state_folder;
+  // The name of a shipped profile ("uhd", "fhd") or the path of a model-config.xml. Empty:
+  // $ORVANE_PROFILE, else "uhd".
+  std::string profile;
+};
+
+// The simulated set of this process: its state, which the platform's C functions read and change.
+// Several processes may run a set on one state folder; they share settings and application data,
+// nothing else. Thread-safe. References that it gives stay valid while the process lives; a restart
+// puts the services back to the state of a set just switched on.
+class TVSET_EXPORT Set {
+ public:
+  // The running set; starts one with default options when none runs, so it may throw as Start does.
+  static Set& Current();
+  // Replaces the running one. Settings under "memory/" go, unless another live process runs a set
+  // on the folder. Throws SetError with a clear text for a profile that cannot be read or a folder
+  // that cannot be used; the set that ran before then runs on.
+  static void Start(const Options& options);
+  static void Stop();
+  static bool running();
+
+  FaultTable& faults();
+  EventHub& events();
+  LogBuffer& log();
+  FeatureStore& features();
+  Applications& applications();
+  KeyInjector& keys();
+  ContextManager& context_manager();
+  Settings& settings();
+  ScreenSaver& screen_saver();
+  WindowManager& windows();
+  InputMethod& input_method();
+  KeyGrabs& key_grabs();
+  const Paths& paths();
+  std::filesystem::path profile();  // the file in use
+
+  // Handles given out and not yet destroyed.
+  size_t open_app_contexts() const;
+  size_t open_package_handles() const;
+
+  // The one object, whether it runs or not: for what needs no state folder, as the log does.
+  static Set& Instance();
+
+ private:
+  struct State;
+  Set();
+  ~Set() = delete;
+  void Reset(const Paths* paths);
+  State* const state_;
+};
+
+}  // namespace tvset
