@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "app/package_unpacker.h"
+
+#include <stdlib.h>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <system_error>
+#include <vector>
+
+#include "app/package_archive.h"
+#include "app/problem.h"
+
+namespace orvane::app {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// FNV-1a, to give folders short names; the text comes from the user's own file system.
+std::string Digest(std::string_view text) {
+  std::uint64_t hash = 14695981039346656037ULL;
+  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+  char digits[17];
+  std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(hash));
+  return digits;
+}
+
+// Changes whenever the file is replaced or written to.
+std::string Stamp(const fs::path& archive) {
+  struct stat status {};
+  if (stat(archive.c_str(), &status) != 0) {
+    throw AppError(
+        {archive.string(), 0, "", std::string("cannot be read: ") + std::strerror(errno) + "."});
+  }
+  const auto time = [](const timespec& at) {
+    return std::to_string(at.tv_sec) + "." + std::to_string(at.tv_nsec);
+  };
+  return std::to_string(status.st_ino) + " " + std::to_string(status.st_size) + " " +
+         time(status.st_mtim) + " " + time(status.st_ctim);
+}
+
+// A new folder that goes, with all that is in it, unless it was renamed away.
+class ScratchFolder {
+ public:
+  explicit ScratchFolder(const fs::path& root) {
+    std::error_code error;
+    fs::create_directories(root, error);
+    std::string name = (root / ".unpacking-XXXXXX").string();
+    if (error || mkdtemp(name.data()) == nullptr) {
+      throw AppError({root.string(), 0, "",
+                      "no folder can be made here to unpack the application into: " +
+                          (error ? error.message() : std::string(std::strerror(errno))) +
+                          ". Check that this folder may be written to."});
+    }
+    path_ = name;
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  ~ScratchFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+// Removes all but the newest few folders whose names begin with `prefix`.
+void RemoveOlder(const fs::path& root, const std::string& prefix) {
+  constexpr size_t kKept = 3;
+  std::error_code error;
+  std::vector<std::pair<fs::file_time_type, fs::path>> folders;
+  for (const fs::directory_entry& entry : fs::directory_iterator(root, error)) {
+    if (entry.path().filename().string().rfind(prefix, 0) != 0) continue;
+    folders.emplace_back(entry.last_write_time(error), entry.path());
+  }
+  std::sort(folders.rbegin(), folders.rend());
+  for (size_t i = kKept; i < folders.size(); ++i) fs::remove_all(folders[i].second, error);
+}
+
+}  // namespace
+
+fs::path Unpack(const fs::path& archive, const fs::path& root, const UnpackLimits& limits) {
+  const std::string prefix = Digest(fs::absolute(archive).string()) + "-";
+  fs::path folder = fs::absolute(root) / (prefix + Digest(Stamp(archive)));
+  if (fs::is_directory(folder)) return folder;
+  PackageArchive package(archive, limits);
+  const ScratchFolder scratch(root);
+  package.ExtractTo(scratch.path());
+  std::error_code error;
+  fs::rename(scratch.path(), folder, error);
+  // Another process that unpacked the same archive at the same time may have been first.
+  if (error && !fs::is_directory(folder)) {
+    throw AppError({folder.string(), 0, "", "cannot be made: " + error.message() + "."});
+  }
+  RemoveOlder(root, prefix);
+  return folder;
+}
+
+}  // namespace orvane::app

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include <pugixml.hpp>
+
+namespace orvane::app {
+
+// An XML file read for people: it knows the line of each element, and an element's namespace
+// whatever prefix the author chose for it. One thread only.
+class XmlDocument {
+ public:
+  static constexpr std::uintmax_t kMaxBytes = 1024 * 1024;
+
+  // Throws AppError, with the line, when the file cannot be read, is larger than kMaxBytes, is not
+  // UTF-8 text or is not well-formed.
+  explicit XmlDocument(const std::filesystem::path& file);
+
+  pugi::xml_node root() const { return document_.document_element(); }
+  int LineOf(const pugi::xml_node& element) const;
+
+ private:
+  int LineAt(size_t offset) const;
+  std::string ElementAt(size_t offset) const;
+  [[noreturn]] void Refuse(const std::string& file, const pugi::xml_parse_result& result) const;
+  void CheckText(const std::string& file) const;
+
+  std::string text_;
+  std::vector<size_t> line_ends_;
+  pugi::xml_document document_;
+};
+
+// The part of an element's name after its prefix.
+std::string_view LocalName(const pugi::xml_node& element);
+// The part before it; empty when there is none.
+std::string_view Prefix(const pugi::xml_node& element);
+// The namespace that the element is in, "" for none; nullopt when its prefix is declared nowhere.
+std::optional<std::string_view> NamespaceOf(const pugi::xml_node& element);
+
+}  // namespace orvane::app
