@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// One set of rules for every script of the repository, and the globals of each place where scripts
+// run. Layout is Prettier's.
+
+import js from '@eslint/js';
+import globals from 'globals';
+
+const strictRules = {
+  ...js.configs.recommended.rules,
+  'array-callback-return': 'error',
+  'block-scoped-var': 'error',
+  'consistent-return': 'error',
+  curly: 'error',
+  'default-case-last': 'error',
+  eqeqeq: 'error',
+  'max-len': ['error', { code: 100, ignoreUrls: true, ignorePattern: 'eslint-disable' }],
+  'max-lines': ['error', { max: 500 }],
+  'max-lines-per-function': ['error', { max: 60, skipBlankLines: true, skipComments: true }],
+  'no-array-constructor': 'error',
+  'no-caller': 'error',
+  'no-else-return': 'error',
+  'no-eval': 'error',
+  'no-extend-native': 'error',
+  'no-implicit-coercion': 'error',
+  'no-implicit-globals': 'error',
+  'no-implied-eval': 'error',
+  'no-lonely-if': 'error',
+  'no-new-func': 'error',
+  'no-new-wrappers': 'error',
+  'no-promise-executor-return': 'error',
+  'no-prototype-builtins': 'error',
+  'no-return-assign': 'error',
+  'no-self-compare': 'error',
+  'no-sequences': 'error',
+  'no-shadow': 'error',
+  'no-throw-literal': 'error',
+  'no-unneeded-ternary': 'error',
+  'no-unused-expressions': 'error',
+  'no-unused-vars': ['error', { caughtErrors: 'none' }],
+  'no-use-before-define': ['error', { functions: false, classes: false, variables: false }],
+  'no-useless-concat': 'error',
+  'no-useless-return': 'error',
+  'no-var': 'error',
+  'prefer-const': 'error',
+  radix: 'error',
+  yoda: 'error',
+};
+
+const runtimeScript = {
+  sourceType: 'script',
+  parserOptions: { ecmaFeatures: { impliedStrict: true } },
+};
+
+// The library's script is one script in several files: what one declares, the others use. That each
+// name is declared and used once they are joined is checked on the joined text (tests/script/).
+const joinedScriptRules = {
+  'no-implicit-globals': 'off',
+  'no-undef': 'off',
+  'no-unused-vars': ['error', { vars: 'local', caughtErrors: 'none' }],
+};
+
+export const libraryScript = {
+  languageOptions: {
+    ...runtimeScript,
+    ecmaVersion: 2015,
+    globals: {
+      WebAPIException: 'readonly',
+      console: 'readonly',
+      exports: 'writable',
+      extension: 'readonly',
+      setTimeout: 'readonly',
+      widget: 'readonly',
+      xwalk: 'readonly',
+    },
+  },
+  rules: { ...strictRules, 'no-implicit-globals': 'off', 'prefer-rest-params': 'off' },
+};
+
+const nodeModules = ['*.js', '**/*.mjs', 'script/**/*.js', 'bench/**/*.js', 'tests/**/*.js'];
+
+export default [
+  { ignores: ['build/', 'node_modules/', '**/third_party/', 'coverage/'] },
+  { linterOptions: { reportUnusedDisableDirectives: 'error' }, rules: strictRules },
+  {
+    files: nodeModules,
+    languageOptions: { ecmaVersion: 2022, sourceType: 'module', globals: globals.nodeBuiltin },
+  },
+  {
+    files: ['src/orvane/api/*.js'],
+    languageOptions: libraryScript.languageOptions,
+    rules: { ...libraryScript.rules, ...joinedScriptRules },
+  },
+  {
+    // Facilities that the web runtime evaluates in a page, in JavaScriptCore and in a browser.
+    files: ['runtime/page/js/**/*.js'],
+    languageOptions: {
+      ...runtimeScript,
+      ecmaVersion: 2020,
+      globals: { ...globals['shared-node-browser'], extension: 'readonly', xwalk: 'writable' },
+    },
+  },
+  {
+    // What pages run: scripts of web applications.
+    files: ['examples/**/*.js', 'tests/**/page/**/*.js', 'tests/**/pages/**/*.js'],
+    languageOptions: {
+      ...runtimeScript,
+      ecmaVersion: 2020,
+      globals: { ...globals.browser, dravelt: 'readonly', WebAPIException: 'readonly' },
+    },
+  },
+  {
+    files: ['simulator/**/*.js', 'simulator/**/*.mjs', 'runtime/server/**/*.js'],
+    languageOptions: { ecmaVersion: 2022, sourceType: 'module', globals: globals.browser },
+  },
+];
