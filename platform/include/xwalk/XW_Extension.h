@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The C interface between a web runtime (the host) and an extension: handles, the entry point, and the core and
-// messaging tables. The host owns every table (static storage, never freed). Strings given to the host are copied
-// before the call returns; strings given to a callback live for the call. All callbacks come from one thread, the
-// extension thread. A call with a handle that is not alive does nothing.
+// The C interface between a web runtime (the host) and an extension: handles, the entry point, and
+// the core and messaging tables. The host owns every table (static storage, never freed). Strings
+// given to the host are copied before the call returns; strings given to a callback live for the
+// call. All callbacks come from one thread, the extension thread. A call with a handle that is not
+// alive does nothing.
 
 #include <stdint.h>
 

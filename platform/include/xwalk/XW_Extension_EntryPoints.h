@@ -12,7 +12,8 @@ extern "C" {
 #define XW_INTERNAL_ENTRY_POINTS_INTERFACE XW_INTERNAL_ENTRY_POINTS_INTERFACE_1
 
 typedef struct XW_Internal_EntryPointsInterface_1 {
-  // `entry_points` ends with NULL: further dotted names that load the extension when a page touches them.
+  // `entry_points` ends with NULL: further dotted names that load the extension when a page touches
+  // them.
   void (*SetExtraJSEntryPoints)(XW_Extension extension, const char** entry_points);
 } XW_Internal_EntryPointsInterface_1;
 

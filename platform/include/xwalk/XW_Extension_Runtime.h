@@ -14,8 +14,9 @@ extern "C" {
 #define XW_INTERNAL_RUNTIME_INTERFACE XW_INTERNAL_RUNTIME_INTERFACE_1
 
 typedef struct XW_Internal_RuntimeInterface_1 {
-  // Writes the variable as JSON text into `value`, cut to `value_len` bytes and always terminated; an unknown key
-  // gives an empty text. Known while XW_Initialize runs: "extension_path" and "app_id" (both strings).
+  // Writes the variable as JSON text into `value`, cut to `value_len` bytes and always terminated;
+  // an unknown key gives an empty text. Known while XW_Initialize runs: "extension_path" and
+  // "app_id" (both strings).
   void (*GetRuntimeVariableString)(XW_Extension extension, const char* key, char* value,
                                    size_t value_len);
 } XW_Internal_RuntimeInterface_1;

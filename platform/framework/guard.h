@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <exception>
+
+#include "log.h"
+
+namespace common {
+
+// Runs `call` and answers what it returns. An exception ends here, since none may reach the C code
+// around us: it is logged with the name of the `entry` that it left, and `fallback` is the answer.
+template <class Call, class Result>
+Result Guarded(const char* entry, Result fallback, Call&& call) noexcept {
+  try {
+    return call();
+  } catch (const std::exception& error) {
+    FRAMEWORK_LOG_ERROR("guard.h", "%s: an exception was stopped: %s", entry, error.what());
+  } catch (...) {
+    FRAMEWORK_LOG_ERROR("guard.h", "%s: an exception of unknown type was stopped", entry);
+  }
+  return fallback;
+}
+
+template <class Call>
+void Guarded(const char* entry, Call&& call) noexcept {
+  Guarded(entry, 0, [&call] {
+    call();
+    return 0;
+  });
+}
+
+}  // namespace common

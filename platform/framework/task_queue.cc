@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+
+#include "common/task_queue.h"
+
+namespace common {
+
+TaskQueue& TaskQueue::GetInstance() {
+  static TaskQueue queue;
+  return queue;
+}
+
+TaskQueue::TaskQueue() = default;
+
+TaskQueue::~TaskQueue() = default;
+
+}  // namespace common

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "XW_Extension.h"
+#include "common/export.h"
+
+namespace common {
+
+// One page context's side of an extension. The framework owns it from Extension::OnInstanceCreated
+// on and deletes it when the host destroys the handle. Messages come on the host's extension
+// thread; PostMessage may be called from any thread.
+class WEBAPI_EXPORT Instance {
+ public:
+  Instance();
+  virtual ~Instance();
+
+  Instance(const Instance&) = delete;
+  Instance& operator=(const Instance&) = delete;
+
+  // A message that wants no synchronous answer. The text lives for the call.
+  virtual void HandleMessage(const char* message);
+
+  // A message whose sender waits: answer with SendSyncReply, once.
+  virtual void HandleSyncMessage(const char* message);
+
+  // Sends `message` to the page of `instance`. The caller keeps the instance alive for the call;
+  // the text is copied. An instance that is not bound to a host drops the message.
+  static void PostMessage(Instance* instance, const char* message);
+
+ protected:
+  void SendSyncReply(const char* reply);
+
+ private:
+  friend class Extension;
+
+  XW_Instance handle_ = 0;
+};
+
+}  // namespace common

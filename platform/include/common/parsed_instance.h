@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <functional>
+#include <unordered_map>
+
+#include <picojson.h>
+
+#include "common/export.h"
+#include "common/instance.h"
+#include "common/platform_exception.h"
+#include "common/platform_result.h"
+
+namespace common {
+
+// An instance whose messages are JSON: {"cmd": name, "args": object}. It finds the handler by name,
+// calls it with the arguments and an empty reply object, and sends the object back. Text that is no
+// such message, an unknown name and an exception that leaves a handler (UNKNOWN_ERR with its text)
+// are answered with an error reply.
+//
+// Handlers run on the host's extension thread. They are registered while the instance is
+// constructed.
+class WEBAPI_EXPORT ParsedInstance : public Instance {
+ public:
+  using Handler = std::function<void(const picojson::value& args, picojson::object& out)>;
+
+  // `version` is the extension's own, for its version query.
+  explicit ParsedInstance(std::string version);
+  ~ParsedInstance() override;
+
+  const std::string& version() const { return version_; }
+
+  // The reply is sent as a message.
+  void HandleMessage(const char* message) override;
+
+  // The reply is the synchronous answer.
+  void HandleSyncMessage(const char* message) override;
+
+ protected:
+  // A name that is registered twice keeps its first handler.
+  void RegisterSyncHandler(const std::string& name, Handler handler);
+
+  // Each fills the reply object in the message format; what it held before under the same names is
+  // replaced.
+  void ReportSuccess(picojson::object& out);
+  void ReportSuccess(const picojson::value& result, picojson::object& out);
+  void ReportError(const PlatformResult& result, picojson::object& out);
+  void ReportError(const PlatformException& exception, picojson::object& out);
+
+ private:
+  std::string Answer(const char* message);
+  void Dispatch(const char* message, picojson::object& out);
+
+  std::string version_;
+  std::unordered_map<std::string, Handler> handlers_;
+};
+
+}  // namespace common

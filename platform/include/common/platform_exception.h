@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <exception>
+
+#include "common/export.h"
+#include "common/platform_result.h"
+
+namespace common {
+
+// An error with the name that the page sees. Reported through ParsedInstance::ReportError.
+class WEBAPI_EXPORT PlatformException : public std::exception {
+ public:
+  PlatformException(ErrorCode code, std::string name, std::string message);
+  ~PlatformException() override;
+
+  ErrorCode code() const { return code_; }
+  const std::string& name() const { return name_; }
+  const std::string& message() const { return message_; }
+  const char* what() const noexcept override { return message_.c_str(); }
+
+ private:
+  ErrorCode code_;
+  std::string name_;
+  std::string message_;
+};
+
+// An argument is missing or has the wrong type.
+class WEBAPI_EXPORT TypeMismatchException : public PlatformException {
+ public:
+  explicit TypeMismatchException(std::string message);
+  ~TypeMismatchException() override;
+};
+
+}  // namespace common

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include <utility>
+
+#include "common/export.h"
+
+namespace common {
+
+// The codes that a page sees as an error's `code`; each has one name.
+enum class ErrorCode : int {
+  NO_ERROR = 0,
+  NOT_SUPPORTED_ERR = 9,
+  TYPE_MISMATCH_ERR = 17,
+  SECURITY_ERR = 18,
+  UNKNOWN_ERR = 9999,
+};
+
+// The name that goes with a code, such as "UnknownError"; unknown codes count as UNKNOWN_ERR.
+WEBAPI_EXPORT const char* ErrorName(ErrorCode code);
+
+// What a call into the platform came to: a code and, for an error, a message for the page.
+class PlatformResult {
+ public:
+  explicit PlatformResult(ErrorCode error_code = ErrorCode::NO_ERROR, std::string message = {})
+      : error_code_(error_code), message_(std::move(message)) {}
+
+  ErrorCode error_code() const { return error_code_; }
+  const std::string& message() const { return message_; }
+
+  bool IsSuccess() const { return error_code_ == ErrorCode::NO_ERROR; }
+  bool IsError() const { return !IsSuccess(); }
+  explicit operator bool() const { return IsSuccess(); }
+
+ private:
+  ErrorCode error_code_;
+  std::string message_;
+};
+
+}  // namespace common

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "common/export.h"
+#include "common/worker.h"
+
+namespace common {
+
+// The process's queue for work that must not block the extension thread. All libraries of the
+// process share it and its one worker, so that jobs never overlap.
+class WEBAPI_EXPORT TaskQueue {
+ public:
+  // Lives until the process ends.
+  static TaskQueue& GetInstance();
+
+  TaskQueue(const TaskQueue&) = delete;
+  TaskQueue& operator=(const TaskQueue&) = delete;
+
+  // Runs `work` and then `response` on the worker, each with `data`, and then `finalizer`. The
+  // template's body is compiled into the library that uses it (task-queue.h there).
+  template <class T>
+  void Queue(const std::function<void(const std::shared_ptr<T>&)>& work,
+             const std::function<void(const std::shared_ptr<T>&)>& response,
+             const std::function<void()>& finalizer, const std::shared_ptr<T>& data);
+
+ private:
+  TaskQueue();
+  ~TaskQueue();
+
+  Worker worker_;
+};
+
+}  // namespace common
