@@ -17,6 +17,8 @@
 
 namespace tvset {
 
+struct ProfileContent;
+
 enum class FeatureGroup { kPlatform, kCustom };
 
 struct Feature {
@@ -50,7 +52,11 @@ class TVSET_EXPORT FeatureStore {
   std::vector<std::string> warnings() const;
 
  private:
-  using Slot = std::pair<std::string, std::pair<std::string, FeatureGroup>>;  // key, type and group
+  friend class Set;
+  // Key, then type and group: a key may have a value of each type in each group.
+  using Slot = std::pair<std::string, std::pair<std::string, FeatureGroup>>;
+
+  void Adopt(ProfileContent content);
 
   EventHub& events_;
   mutable std::mutex mutex_;

@@ -74,7 +74,6 @@ class TVSET_EXPORT Set {
   struct State;
   Set();
   ~Set() = delete;
-  void Reset(const Paths* paths);
   State* const state_;
 };
 

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "handle_table.h"
+#include "tvset/applications.h"
+
+namespace tvset {
+
+HandleTable<RunningApplication>& AppContexts();
+HandleTable<Application>& PackageHandles();
+
+}  // namespace tvset

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// Running applications. A context is a snapshot under a number of its own, so one that was
+// destroyed or invented is answered with -22. A set that cannot be started: -5.
+#include <cstring>
+
+#include <app_manager.h>
+#include <app_manager_extension.h>
+
+#include "handles.h"
+#include "platform_call.h"
+
+namespace tvset {
+namespace {
+
+constexpr int kNone = APP_MANAGER_ERROR_NONE;
+constexpr int kBadParameter = APP_MANAGER_ERROR_INVALID_PARAMETER;
+constexpr int kPlatformFailed = APP_MANAGER_ERROR_IO_ERROR;
+
+int MakeContext(Set& set, const std::string& app_id, app_context_h* context) {
+  std::optional<RunningApplication> running = set.applications().Running(app_id);
+  if (!running) return APP_MANAGER_ERROR_NO_SUCH_APP;
+  *context = static_cast<app_context_h>(
+      AppContexts().Add(std::make_shared<RunningApplication>(std::move(*running))));
+  return kNone;
+}
+
+// Runs `read` on the context's snapshot.
+template <typename Read>
+int WithContext(const char* function, app_context_h context, const void* out,
+                Read&& read) noexcept {
+  return PlatformCall(function, kPlatformFailed, [&](Set&) -> int {
+    if (out == nullptr) return kBadParameter;
+    const std::shared_ptr<RunningApplication> snapshot = AppContexts().Find(context);
+    return snapshot == nullptr ? kBadParameter : read(*snapshot);
+  });
+}
+
+}  // namespace
+
+HandleTable<RunningApplication>& AppContexts() {
+  static auto* const table = new HandleTable<RunningApplication>(1);
+  return *table;
+}
+
+}  // namespace tvset
+
+TVSET_EXPORT int app_manager_get_focused_app_context(app_context_h* app_context) {
+  return tvset::PlatformCall(
+      "app_manager_get_focused_app_context", tvset::kPlatformFailed, [&](tvset::Set& set) -> int {
+        if (app_context == nullptr) return tvset::kBadParameter;
+        return tvset::MakeContext(set, set.applications().focused(), app_context);
+      });
+}
+
+TVSET_EXPORT int app_manager_get_app_context(const char* app_id, app_context_h* app_context) {
+  return tvset::PlatformCall("app_manager_get_app_context", tvset::kPlatformFailed,
+                             [&](tvset::Set& set) -> int {
+                               if (app_id == nullptr || app_context == nullptr)
+                                 return tvset::kBadParameter;
+                               return tvset::MakeContext(set, app_id, app_context);
+                             });
+}
+
+TVSET_EXPORT int app_context_get_app_id(app_context_h app_context, char** app_id) {
+  return tvset::WithContext("app_context_get_app_id", app_context, app_id,
+                            [&](const tvset::RunningApplication& application) -> int {
+                              char* copy = strdup(application.id.c_str());
+                              if (copy == nullptr) return APP_MANAGER_ERROR_OUT_OF_MEMORY;
+                              *app_id = copy;
+                              return tvset::kNone;
+                            });
+}
+
+TVSET_EXPORT int app_context_get_pid(app_context_h app_context, pid_t* pid) {
+  return tvset::WithContext("app_context_get_pid", app_context, pid,
+                            [&](const tvset::RunningApplication& application) -> int {
+                              *pid = application.pid;
+                              return tvset::kNone;
+                            });
+}
+
+TVSET_EXPORT int app_context_get_app_state(app_context_h app_context, app_state_e* state) {
+  return tvset::WithContext("app_context_get_app_state", app_context, state,
+                            [&](const tvset::RunningApplication& application) -> int {
+                              // Any number may be set by hand, also one that the enumeration lacks.
+                              const int value = application.state;
+                              static_assert(sizeof(value) == sizeof(*state));
+                              std::memcpy(state, &value, sizeof(value));
+                              return tvset::kNone;
+                            });
+}
+
+TVSET_EXPORT int app_context_destroy(app_context_h app_context) {
+  return tvset::PlatformCall(
+      "app_context_destroy", tvset::kPlatformFailed, [&](tvset::Set&) -> int {
+        return tvset::AppContexts().Remove(app_context) ? tvset::kNone : tvset::kBadParameter;
+      });
+}

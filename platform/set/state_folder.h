@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "tvset/paths.h"
+
+namespace tvset {
+
+// One process's use of a state folder. While it lives, other processes that begin to use the folder
+// leave the settings under "memory/" alone. The kernel ends the use of a process that crashed.
+class StateFolder {
+ public:
+  // Makes the folder and what every set has in it. Throws SetError when it cannot be used.
+  explicit StateFolder(const Paths& paths);
+  ~StateFolder();  // ends the use
+  StateFolder(const StateFolder&) = delete;
+  StateFolder& operator=(const StateFolder&) = delete;
+
+  // Begins the use: removes the settings under "memory/" when no other process uses the folder.
+  void Use();
+
+ private:
+  const Paths& paths_;
+  const int lock_;  // the descriptor of the lock file
+};
+
+}  // namespace tvset
