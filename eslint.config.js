@@ -86,6 +86,7 @@ export default [
     files: nodeModules,
     languageOptions: { ecmaVersion: 2022, sourceType: 'module', globals: globals.nodeBuiltin },
   },
+  { files: ['**/*.test.mjs'], rules: { 'max-lines-per-function': 'off' } },
   {
     files: ['src/orvane/api/*.js'],
     languageOptions: libraryScript.languageOptions,
