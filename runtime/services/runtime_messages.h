@@ -28,7 +28,8 @@ class RuntimeMessages {
   // nobody knows.
   virtual std::string SendSync(const std::string& uri, const std::string& text) = 0;
 
-  // `answer` receives what SendSync would return.
+  // `answer` receives a reply of the form that extensions use: {"status":"success"} or the error
+  // form.
   virtual void SendAsync(const std::string& uri, const std::string& text,
                          std::function<void(std::string)> answer) = 0;
 
