@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "page/clock.h"
+
+#include "page/mailbox.h"
+
+namespace orvane::page {
+namespace {
+
+class MonotonicClock final : public Clock {
+ public:
+  TimePoint Now() override { return std::chrono::steady_clock::now(); }
+  void WaitForMail(Mailbox& mailbox, TimePoint until) override { mailbox.WaitUntil(until); }
+};
+
+}  // namespace
+
+Clock& Clock::Monotonic() {
+  static MonotonicClock clock;
+  return clock;
+}
+
+}  // namespace orvane::page

@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "page/extension_binding.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include "page/describe_error.h"
+#include "page/mailbox.h"
+#include "page/page_core.h"
+
+namespace orvane::page {
+
+JSClassRef ExtensionBinding::NativeClass() {
+  using Self = ExtensionBinding;
+  static const JSStaticFunction kFunctions[] = {
+      {"evaluateScript", CallNative<Self, &Self::EvaluateScript>, kJSPropertyAttributeReadOnly},
+      {"postMessage", CallNative<Self, &Self::PostMessage>, kJSPropertyAttributeReadOnly},
+      {"setMessageListener", CallNative<Self, &Self::SetMessageListener>,
+       kJSPropertyAttributeReadOnly},
+      {"sendSyncMessage", CallNative<Self, &Self::SendSyncMessage>, kJSPropertyAttributeReadOnly},
+      {"sendRuntimeMessage", CallNative<Self, &Self::SendRuntimeMessage>,
+       kJSPropertyAttributeReadOnly},
+      {"sendRuntimeSyncMessage", CallNative<Self, &Self::SendRuntimeSyncMessage>,
+       kJSPropertyAttributeReadOnly},
+      {"sendRuntimeAsyncMessage", CallNative<Self, &Self::SendRuntimeAsyncMessage>,
+       kJSPropertyAttributeReadOnly},
+      {"setPendingReplies", CallNative<Self, &Self::SetPendingReplies>,
+       kJSPropertyAttributeReadOnly},
+      {nullptr, nullptr, 0}};
+  static const JSClassRef kClass = [] {
+    JSClassDefinition definition = kJSClassDefinitionEmpty;
+    definition.className = "NativeExtension";
+    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+    definition.staticFunctions = kFunctions;
+    return JSClassCreate(&definition);
+  }();
+  return kClass;
+}
+
+ExtensionBinding::ExtensionBinding(PageCore& page, host::Extension& extension, uint64_t id)
+    : NativeObject(Kind::kExtension),
+      page_(page),
+      extension_(extension),
+      id_(id),
+      page_id_(page.id()),
+      mailbox_(page.runtime().mailbox()),
+      clock_(page.runtime().clock()),
+      instance_(extension.CreateInstance(this)) {}
+
+ExtensionBinding::~ExtensionBinding() = default;
+
+void ExtensionBinding::OnMessage(std::string_view text) {
+  mailbox_->Post(
+      {page_id_, [id = id_, text = std::string(text), posted = clock_.Now()](PageCore& page) {
+         if (ExtensionBinding* binding = page.FindBinding(id)) binding->DeliverText(text, posted);
+       }});
+}
+
+void ExtensionBinding::OnBinaryMessage(std::string_view bytes) {
+  mailbox_->Post(
+      {page_id_, [id = id_, bytes = std::string(bytes), posted = clock_.Now()](PageCore& page) {
+         if (ExtensionBinding* binding = page.FindBinding(id)) binding->DeliverBytes(bytes, posted);
+       }});
+}
+
+// Returns the function that runs the script; js/main.js calls it with the `extension` object.
+JSValueRef ExtensionBinding::EvaluateScript(const NativeCall& call) {
+  JSValueRef exception = nullptr;
+  const JsString name(std::string(kExtensionScheme) + extension_.name());
+  const JSValueRef function = JSEvaluateScript(call.context, page_.runtime().ScriptOf(extension_),
+                                               nullptr, name.get(), 1, &exception);
+  if (exception != nullptr) throw ThrownValue{exception};
+  return function;
+}
+
+JSValueRef ExtensionBinding::PostMessage(const NativeCall& call) {
+  if (!PostBytes(call)) {
+    call.ReadText(0, &text_);
+    Trace(TraceDirection::kFromPage, TraceKind::kNativePost, text_, {});
+    instance_->PostMessage(text_);
+  }
+  return JSValueMakeUndefined(call.context);
+}
+
+// An ArrayBuffer or a view of one goes as bytes.
+bool ExtensionBinding::PostBytes(const NativeCall& call) {
+  const JSTypedArrayType type = JSValueGetTypedArrayType(call.context, call[0], nullptr);
+  if (type == kJSTypedArrayTypeNone) return false;
+  JSObjectRef object = JSValueToObject(call.context, call[0], nullptr);
+  const bool whole = type == kJSTypedArrayTypeArrayBuffer;
+  const auto* start = static_cast<const char*>(
+      whole ? JSObjectGetArrayBufferBytesPtr(call.context, object, nullptr)
+            : JSObjectGetTypedArrayBytesPtr(call.context, object, nullptr));
+  const size_t size = whole ? JSObjectGetArrayBufferByteLength(call.context, object, nullptr)
+                            : JSObjectGetTypedArrayByteLength(call.context, object, nullptr);
+  const std::string bytes(start == nullptr ? "" : start, start == nullptr ? 0 : size);
+  Trace(TraceDirection::kFromPage, TraceKind::kNativeBinary, bytes, {});
+  instance_->PostBinaryMessage(bytes);
+  return true;
+}
+
+JSValueRef ExtensionBinding::SetMessageListener(const NativeCall& call) {
+  const JSValueRef listener = call[0];
+  listener_ = JSValueIsUndefined(call.context, listener) || JSValueIsNull(call.context, listener)
+                  ? ProtectedFunction()
+                  : ProtectedFunction(page_.context(), call.Function(0, "The message listener"));
+  return JSValueMakeUndefined(call.context);
+}
+
+JSValueRef ExtensionBinding::SendSyncMessage(const NativeCall& call) {
+  call.ReadText(0, &text_);
+  if (page_.options().trace == nullptr)
+    return MakeText(call.context, instance_->SendSyncMessage(text_));
+  Trace(TraceDirection::kFromPage, TraceKind::kNativeSync, text_, {});
+  const Clock::TimePoint sent = clock_.Now();
+  const std::string reply = instance_->SendSyncMessage(text_);
+  Trace(TraceDirection::kToPage, TraceKind::kNativeSync, reply, sent);
+  return MakeText(call.context, reply);
+}
+
+JSValueRef ExtensionBinding::SendRuntimeMessage(const NativeCall& call) {
+  return page_.SendRuntimeMessage(call);
+}
+
+JSValueRef ExtensionBinding::SendRuntimeSyncMessage(const NativeCall& call) {
+  return page_.SendRuntimeSyncMessage(call);
+}
+
+JSValueRef ExtensionBinding::SendRuntimeAsyncMessage(const NativeCall& call) {
+  return page_.SendRuntimeAsyncMessage(call);
+}
+
+JSValueRef ExtensionBinding::SetPendingReplies(const NativeCall& call) {
+  const double count = call.Number(0);
+  pending_replies_ = count >= 1 && count < 1e15 ? static_cast<size_t>(count) : 0;
+  return JSValueMakeUndefined(call.context);
+}
+
+void ExtensionBinding::DeliverText(const std::string& text, Clock::TimePoint posted) {
+  Trace(TraceDirection::kToPage, TraceKind::kNativePost, text, posted);
+  if (listener_.get() == nullptr) return;
+  const JSValueRef value = MakeText(page_.context(), text);
+  page_.Call(listener_.get(), 1, &value);
+}
+
+void ExtensionBinding::DeliverBytes(const std::string& bytes, Clock::TimePoint posted) {
+  Trace(TraceDirection::kToPage, TraceKind::kNativeBinary, bytes, posted);
+  if (listener_.get() == nullptr) return;
+  // The engine frees the copy with the ArrayBuffer.
+  void* copy = std::malloc(bytes.empty() ? 1 : bytes.size());
+  if (copy == nullptr) throw std::bad_alloc();
+  std::memcpy(copy, bytes.data(), bytes.size());
+  const JSValueRef buffer = JSObjectMakeArrayBufferWithBytesNoCopy(
+      page_.context(), copy, bytes.size(), [](void* memory, void*) { std::free(memory); }, nullptr,
+      nullptr);
+  page_.Call(listener_.get(), 1, &buffer);
+}
+
+void ExtensionBinding::Trace(TraceDirection direction, TraceKind kind, std::string_view payload,
+                             Clock::TimePoint since) const {
+  TraceSink* const sink = page_.options().trace;
+  if (sink == nullptr) return;
+  const double microseconds =
+      since == Clock::TimePoint{}
+          ? 0
+          : std::chrono::duration<double, std::micro>(clock_.Now() - since).count();
+  sink->OnTrace({direction, kind, extension_.name(), payload, microseconds});
+}
+
+}  // namespace orvane::page

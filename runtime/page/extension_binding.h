@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <JavaScriptCore/JavaScript.h>
+
+#include "host/extension.h"
+#include "host/instance.h"
+#include "host/instance_client.h"
+#include "page/clock.h"
+#include "page/native_object.h"
+#include "page/trace_sink.h"
+
+namespace orvane::page {
+
+class Mailbox;
+class PageCore;
+
+// One extension in one page: owns the instance, and is the native side of the script's `extension`
+// object. Owned by its PageCore. Page thread only, but for the two callbacks of the InstanceClient,
+// which come from any thread and leave a letter for the page.
+class ExtensionBinding final : public NativeObject, public host::InstanceClient {
+ public:
+  static constexpr Kind kNativeKind = Kind::kExtension;
+  static JSClassRef NativeClass();
+
+  // `id` is its number in its page. Creates the instance; throws HostError when the extension
+  // refuses.
+  ExtensionBinding(PageCore& page, host::Extension& extension, uint64_t id);
+  ~ExtensionBinding();
+
+  const host::Extension& extension() const { return extension_; }
+  uint64_t id() const { return id_; }
+  size_t pending_replies() const { return pending_replies_; }
+
+  // The page closes: nothing reaches the script from now on.
+  void DropListener() { listener_.Reset(); }
+
+  void OnMessage(std::string_view text) override;
+  void OnBinaryMessage(std::string_view bytes) override;
+
+ private:
+  // The functions of the native side, see js/extension.js.
+  JSValueRef EvaluateScript(const NativeCall& call);
+  JSValueRef PostMessage(const NativeCall& call);
+  JSValueRef SetMessageListener(const NativeCall& call);
+  JSValueRef SendSyncMessage(const NativeCall& call);
+  JSValueRef SendRuntimeMessage(const NativeCall& call);
+  JSValueRef SendRuntimeSyncMessage(const NativeCall& call);
+  JSValueRef SendRuntimeAsyncMessage(const NativeCall& call);
+  JSValueRef SetPendingReplies(const NativeCall& call);
+
+  bool PostBytes(const NativeCall& call);
+  void DeliverText(const std::string& text, Clock::TimePoint posted);
+  void DeliverBytes(const std::string& bytes, Clock::TimePoint posted);
+  void Trace(TraceDirection direction, TraceKind kind, std::string_view payload,
+             Clock::TimePoint since) const;
+
+  // Fixed after construction.
+  PageCore& page_;
+  host::Extension& extension_;
+  const uint64_t id_;
+  const uint64_t page_id_;
+  const std::shared_ptr<Mailbox> mailbox_;
+  Clock& clock_;
+
+  ProtectedFunction listener_;
+  size_t pending_replies_ = 0;
+  std::string text_;  // of the message being sent; kept for its memory
+  std::unique_ptr<host::Instance> instance_;
+};
+
+}  // namespace orvane::page

@@ -1,0 +1,11 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+
+// What an extension's script text is evaluated in; the text stands where the mark is. The runtime puts everything
+// before the mark on one line, so that line numbers are those of the text.
+(function (extension) {
+  'use strict';
+  var exports = {};
+  /* @script */
+  return exports;
+});

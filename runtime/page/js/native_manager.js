@@ -1,0 +1,175 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+
+// A script's way to its own extension and to the web runtime. Native messages are JSON: a request has `cmd` and `args`,
+// a reply has `status` and, as the case may be, `result` or `error`; `callbackId` ties a posted reply to its call.
+(function makeNativeManager(use) {
+  'use strict';
+
+  const { WebAPIException } = use('exceptions');
+
+  const unknownError = 9999;
+  const longestQuote = 80;
+
+  // Unique in the page: extensions have a manager each, and all count on from here.
+  let lastCallbackId = 0;
+
+  function failure(message) {
+    return { status: 'error', error: { code: unknownError, name: 'UnknownError', message } };
+  }
+
+  function quote(text) {
+    return JSON.stringify(text.length > longestQuote ? `${text.slice(0, longestQuote)}\u2026` : text);
+  }
+
+  function readReply(text, command) {
+    let reply;
+    try {
+      reply = JSON.parse(text);
+    } catch (error) {
+      return failure(
+        text === '' || text === undefined
+          ? `The reply to "${command}" is empty.`
+          : `The reply to "${command}" is not JSON: ${quote(String(text))}.`
+      );
+    }
+    if (reply === null || typeof reply !== 'object') {
+      return failure(`The reply to "${command}" is not a JSON object: ${quote(text)}.`);
+    }
+    return reply;
+  }
+
+  // The web runtime answers with a plain word or with a reply of the native form.
+  function readAnswer(text, uri) {
+    if (text === 'success') {
+      return { status: 'success' };
+    }
+    if (typeof text === 'string' && text.startsWith('{')) {
+      return readReply(text, uri);
+    }
+    return failure(`The runtime answered ${quote(String(text))} to "${uri}".`);
+  }
+
+  class NativeManager {
+    #extension;
+    #send;
+    #callbacks = new Map();
+    #listeners = new Map();
+
+    // `extension` is the object that the runtime gives to an extension's script.
+    constructor(extension) {
+      this.#extension = extension;
+      this.#send = extension.internal.sendSyncMessage;
+      extension.setMessageListener((message) => this.#receive(message));
+    }
+
+    // Sends a message and waits for the reply. Never throws for what the other side does: a reply that cannot be read
+    // is a failed one.
+    callSync(command, args) {
+      const message = JSON.stringify({ cmd: command, args: args || {} });
+      let text;
+      try {
+        text = this.#send(message);
+      } catch (error) {
+        return failure(error.message);
+      }
+      return readReply(text, command);
+    }
+
+    // Sends a message whose reply is posted later; `callback` receives that reply. A call that fails at once gives the
+    // failed reply to `callback` before this returns, so that no page waits for ever.
+    call(command, args, callback) {
+      lastCallbackId += 1;
+      const callbackId = lastCallbackId;
+      this.#callbacks.set(callbackId, callback);
+      this.#countPending();
+      const reply = this.callSync(command, { ...args, callbackId });
+      if (this.isFailure(reply) && this.#callbacks.delete(callbackId)) {
+        this.#countPending();
+        this.callIfPossible(callback, reply);
+      }
+      return reply;
+    }
+
+    // A listener stays: it receives every posted message whose `listenerId` is `id`.
+    addListener(id, listener) {
+      this.#listeners.set(id, listener);
+    }
+
+    removeListener(id) {
+      this.#listeners.delete(id);
+    }
+
+    isFailure(reply) {
+      return reply !== null && typeof reply === 'object' && reply.status === 'error';
+    }
+
+    isSuccess(reply) {
+      return !this.isFailure(reply);
+    }
+
+    getErrorObject(reply) {
+      return new WebAPIException(reply.error || {});
+    }
+
+    getResultObject(reply) {
+      return reply.result;
+    }
+
+    callIfPossible(callback, ...args) {
+      if (typeof callback === 'function') {
+        callback(...args);
+      }
+    }
+
+    sendRuntimeMessage(uri, text) {
+      return this.#extension.sendRuntimeMessage(uri, text);
+    }
+
+    sendRuntimeSyncMessage(uri, text) {
+      return this.#extension.sendRuntimeSyncMessage(uri, text);
+    }
+
+    // `callback` receives the answer in the form of a reply, for isFailure and its like.
+    sendRuntimeAsyncMessage(uri, text, callback) {
+      return this.#extension.sendRuntimeAsyncMessage(uri, text, (answer) =>
+        this.callIfPossible(callback, readAnswer(answer, uri))
+      );
+    }
+
+    #receive(text) {
+      if (typeof text !== 'string') {
+        return;
+      }
+      let message = null;
+      try {
+        message = JSON.parse(text);
+      } catch (error) {
+        // Told below.
+      }
+      if (message === null || typeof message !== 'object') {
+        console.warn(`An extension posted what is no JSON object: ${quote(text)}.`);
+        return;
+      }
+      const callback = this.#callbacks.get(message.callbackId);
+      if (callback === undefined && this.#listeners.has(message.listenerId)) {
+        this.callIfPossible(this.#listeners.get(message.listenerId), message);
+      } else if (this.#callbacks.delete(message.callbackId)) {
+        this.#countPending();
+        this.callIfPossible(callback, message);
+      } else {
+        console.warn(`No call waits for the posted message ${quote(text)}.`);
+      }
+    }
+
+    // Lets a page that runs until nothing is pending know that replies are still to come.
+    #countPending() {
+      const { setPendingReplies } = this.#extension.internal;
+      if (setPendingReplies) {
+        setPendingReplies(this.#callbacks.size);
+      }
+    }
+  }
+
+  return NativeManager;
+});

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+
+(function makeXwalk(use) {
+  'use strict';
+
+  // Each facility is made when a script first reads it.
+  const utils = {
+    get NativeManager() {
+      return use('native_manager');
+    },
+    get validator() {
+      return use('validator');
+    },
+    get converter() {
+      return use('converter');
+    },
+    get type() {
+      return use('type');
+    },
+    get privilege() {
+      return use('privilege').names;
+    },
+    get checkPrivilegeAccess() {
+      return use('privilege').checkPrivilegeAccess;
+    },
+  };
+  return Object.freeze({ utils: Object.freeze(utils) });
+});

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <JavaScriptCore/JavaScript.h>
+
+namespace orvane::page {
+
+// Owns one of the engine's strings. Its contents never change.
+class JsString {
+ public:
+  explicit JsString(
+      const std::string& utf8);  // invalid UTF-8 is replaced by U+FFFD; ends at the first NUL
+  explicit JsString(JSStringRef owned) : string_(owned) {}
+  ~JsString() {
+    if (string_ != nullptr) JSStringRelease(string_);
+  }
+  JsString(JsString&& other) noexcept : string_(std::exchange(other.string_, nullptr)) {}
+  JsString& operator=(JsString&& other) noexcept {
+    std::swap(string_, other.string_);
+    return *this;
+  }
+
+  JSStringRef get() const { return string_; }
+
+  // Writes the string to `utf8` as UTF-8, reusing its memory; a lone surrogate becomes U+FFFD.
+  void CopyTo(std::string* utf8) const;
+  std::string ToUtf8() const;
+
+ private:
+  JSStringRef string_;
+};
+
+// Replaces what is not valid UTF-8 by U+FFFD.
+std::string RepairUtf8(std::string_view bytes);
+
+// The value's text as the script's String() gives it; empty when that throws.
+std::string TextOf(JSContextRef context, JSValueRef value);
+
+JSValueRef MakeText(JSContextRef context, const std::string& utf8);
+
+// object[name], or undefined when reading it throws.
+JSValueRef PropertyOf(JSContextRef context, JSObjectRef object, const char* name);
+
+}  // namespace orvane::page

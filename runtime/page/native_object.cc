@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "page/native_object.h"
+
+#include <cmath>
+#include <limits>
+
+namespace orvane::page {
+
+void NativeCall::ReadText(size_t index, std::string* text) const {
+  JSValueRef exception = nullptr;
+  const JsString string(JSValueToStringCopy(context, (*this)[index], &exception));
+  if (string.get() == nullptr) throw ThrownValue{exception};
+  string.CopyTo(text);
+}
+
+std::string NativeCall::Text(size_t index) const {
+  std::string text;
+  ReadText(index, &text);
+  return text;
+}
+
+double NativeCall::Number(size_t index) const {
+  JSValueRef exception = nullptr;
+  const double number = JSValueToNumber(context, (*this)[index], &exception);
+  if (exception != nullptr) throw ThrownValue{exception};
+  return number;
+}
+
+int NativeCall::Int(size_t index) const {
+  const double number = Number(index);
+  if (std::isnan(number)) return 0;
+  if (number <= std::numeric_limits<int>::min()) return std::numeric_limits<int>::min();
+  if (number >= std::numeric_limits<int>::max()) return std::numeric_limits<int>::max();
+  return static_cast<int>(number);
+}
+
+JSObjectRef NativeCall::Function(size_t index, const char* what) const {
+  const JSValueRef value = (*this)[index];
+  JSObjectRef object =
+      JSValueIsObject(context, value) ? JSValueToObject(context, value, nullptr) : nullptr;
+  if (object == nullptr || !JSObjectIsFunction(context, object)) {
+    throw std::invalid_argument(std::string(what) + " must be a function.");
+  }
+  return object;
+}
+
+JSValueRef MakeError(JSContextRef context, const char* message) {
+  const JSValueRef text = MakeText(context, message);
+  return JSObjectMakeError(context, 1, &text, nullptr);
+}
+
+}  // namespace orvane::page

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <exception>
+#include <stdexcept>
+
+#include <JavaScriptCore/JavaScript.h>
+
+#include "page/js_string.h"
+
+namespace orvane::page {
+
+// The C++ side of an object that only the runtime's own scripts hold. Its functions find it as
+// their `this`.
+class NativeObject {
+ public:
+  enum class Kind { kPage, kExtension };
+
+ protected:
+  explicit NativeObject(Kind kind) : kind_(kind) {}
+  ~NativeObject() = default;
+
+ private:
+  template <typename Self>
+  friend Self& Cast(NativeObject* object);
+
+  const Kind kind_;
+};
+
+// Scripts decide what `this` is, so the kind is checked before the cast.
+template <typename Self>
+Self& Cast(NativeObject* object) {
+  if (object == nullptr || object->kind_ != Self::kNativeKind) {
+    throw std::invalid_argument("This function belongs to another object.");
+  }
+  return static_cast<Self&>(*object);
+}
+
+// A value that a script threw, on its way through C++.
+struct ThrownValue {
+  JSValueRef value;
+};
+
+// What a script called a native function with.
+struct NativeCall {
+  JSContextRef context;
+  const JSValueRef* arguments;
+  size_t count;
+
+  JSValueRef operator[](size_t index) const {
+    return index < count ? arguments[index] : JSValueMakeUndefined(context);
+  }
+  // The argument's text as String() gives it. Throws ThrownValue.
+  void ReadText(size_t index, std::string* text) const;
+  std::string Text(size_t index) const;
+  double Number(size_t index) const;
+  int Int(size_t index) const;  // cut to the range of int; 0 for what is no number
+  // The argument, which must be a function. Throws std::invalid_argument with `what` in its text.
+  JSObjectRef Function(size_t index, const char* what) const;
+};
+
+JSValueRef MakeError(JSContextRef context, const char* message);
+
+// The one guard between the engine and C++: no exception unwinds through the engine.
+template <typename Self, JSValueRef (Self::*function)(const NativeCall&)>
+JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_t count,
+                      const JSValueRef arguments[], JSValueRef* exception) {
+  try {
+    auto& object = Cast<Self>(static_cast<NativeObject*>(JSObjectGetPrivate(self)));
+    return (object.*function)(NativeCall{context, arguments, count});
+  } catch (const ThrownValue& thrown) {
+    *exception = thrown.value;
+  } catch (const std::exception& error) {
+    *exception = MakeError(context, error.what());
+  } catch (...) {
+    *exception = MakeError(context, "an exception of unknown type");
+  }
+  return JSValueMakeUndefined(context);
+}
+
+// Keeps a value from being collected for as long as this lives, which must not be longer than its
+// context.
+class ProtectedFunction {
+ public:
+  ProtectedFunction() = default;
+  ProtectedFunction(JSContextRef context, JSObjectRef function)
+      : context_(context), function_(function) {
+    JSValueProtect(context_, function_);
+  }
+  ~ProtectedFunction() { Reset(); }
+  ProtectedFunction(ProtectedFunction&& other) noexcept
+      : context_(other.context_), function_(std::exchange(other.function_, nullptr)) {}
+  ProtectedFunction& operator=(ProtectedFunction&& other) noexcept {
+    std::swap(context_, other.context_);
+    std::swap(function_, other.function_);
+    return *this;
+  }
+
+  void Reset() {
+    if (function_ != nullptr) JSValueUnprotect(context_, std::exchange(function_, nullptr));
+  }
+  JSObjectRef get() const { return function_; }
+
+ private:
+  JSContextRef context_ = nullptr;
+  JSObjectRef function_ = nullptr;
+};
+
+}  // namespace orvane::page

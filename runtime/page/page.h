@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "page/console_sink.h"
+#include "page/page_runtime.h"
+#include "page/script_error.h"
+#include "page/trace_sink.h"
+#include "services/runtime_messages.h"
+
+struct OpaqueJSContext;
+
+namespace orvane::page {
+
+// Everything here is borrowed and must outlive the page; everything may be absent.
+struct PageOptions {
+  RuntimeMessages* runtime = nullptr;  // absent: runtime messages throw, every privilege is refused
+  ConsoleSink* console = nullptr;
+  ErrorSink* errors = nullptr;  // absent: errors wait for Page::TakeErrors
+  TraceSink* trace = nullptr;
+  // What the page's `widget` object says of the application.
+  std::string widget_id, widget_name, widget_version;
+};
+
+// What evaluating a script gave.
+struct Evaluation {
+  std::optional<ScriptError> error;
+  std::string json;  // the script's last value as JSON; empty when that has none, as undefined has
+};
+
+// Answers a call from a script: takes the arguments as a JSON array, returns the result as JSON, or
+// an empty text for undefined. What it throws, the script catches as an Error with its text.
+using ScriptFunction = std::function<std::string(const std::string& arguments_json)>;
+
+// One page: a script context with `console`, timers, `xwalk.utils`, `WebAPIException`, `widget`,
+// and the extensions of the runtime's host under their names. An extension gets its instance for
+// this page, and its script is evaluated, when a script first touches its name or one of its entry
+// points.
+//
+// Belongs to the page thread of its PageRuntime. Not to be destroyed from within one of its
+// scripts. Its destruction drops timers, listeners and waiting callbacks, then destroys the
+// extensions' instances, the newest first, which may block until they have finished their work,
+// then the script context; what they post meanwhile is dropped.
+class Page {
+ public:
+  Page(PageRuntime& runtime, const PageOptions& options);
+  ~Page();
+
+  Page(const Page&) = delete;
+  Page& operator=(const Page&) = delete;
+
+  // Runs `source` as a script of the page; `file` is its name in error texts. Returns what it
+  // threw. The promise callbacks that it makes ready have run when this returns; timers and
+  // messages wait for RunUntilIdle.
+  std::optional<ScriptError> Evaluate(const std::string& source, const std::string& file);
+  Evaluation EvaluateToJson(const std::string& source, const std::string& file);
+
+  // As PageRuntime::RunUntilIdle, for this page alone; what other pages get meanwhile waits for
+  // them.
+  bool RunUntilIdle(std::chrono::milliseconds limit);
+
+  // The errors since the last call that nothing caught and that no ErrorSink was told of, oldest
+  // first.
+  std::vector<ScriptError> TakeErrors();
+
+  // Gives scripts a function under a dotted name; objects on the way to it are made when they are
+  // missing.
+  void DefineFunction(const std::string& dotted_name, ScriptFunction function);
+
+  // The engine's context, a JSGlobalContextRef; lives as long as the page.
+  OpaqueJSContext* context() const;
+
+ private:
+  const std::unique_ptr<PageCore> core_;
+};
+
+}  // namespace orvane::page

@@ -1,0 +1,143 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// The functions of a PageCore that the runtime's own scripts call: the `bridge` of js/main.js.
+#include <utility>
+
+#include "host/extension_host.h"
+#include "page/describe_error.h"
+#include "page/page_core.h"
+
+namespace orvane::page {
+namespace {
+
+// For texts that the bridge hands over as JSON. Quotes, and escapes what JSON wants escaped.
+std::string Quote(const std::string& text) {
+  std::string quoted = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') quoted += '\\';
+    if (static_cast<unsigned char>(c) < 0x20) {
+      constexpr char kDigits[] = "0123456789abcdef";
+      quoted += "\\u00";
+      quoted += kDigits[c >> 4];
+      quoted += kDigits[c & 0xF];
+    } else {
+      quoted += c;
+    }
+  }
+  return quoted + '"';
+}
+
+template <typename List, typename Write>
+std::string JsonArray(const List& list, Write write) {
+  std::string json = "[";
+  for (const auto& item : list) {
+    if (json.size() > 1) json += ',';
+    json += write(item);
+  }
+  return json + ']';
+}
+
+JSValueRef MakeFromJson(JSContextRef context, const std::string& json) {
+  return JSValueMakeFromJSONString(context, JsString(json).get());
+}
+
+}  // namespace
+
+JSClassRef PageCore::NativeClass() {
+  using Self = PageCore;
+  static const JSStaticFunction kFunctions[] = {
+      {"createInstance", CallNative<Self, &Self::CreateInstance>, kJSPropertyAttributeReadOnly},
+      {"extensions", CallNative<Self, &Self::Extensions>, kJSPropertyAttributeReadOnly},
+      {"hasPrivilege", CallNative<Self, &Self::HasPrivilege>, kJSPropertyAttributeReadOnly},
+      {"moveWindow", CallNative<Self, &Self::MoveWindow>, kJSPropertyAttributeReadOnly},
+      {"setQuarterPosition", CallNative<Self, &Self::SetQuarterPosition>,
+       kJSPropertyAttributeReadOnly},
+      {"widgetInfo", CallNative<Self, &Self::WidgetInfo>, kJSPropertyAttributeReadOnly},
+      {"addTimer", CallNative<Self, &Self::AddTimer>, kJSPropertyAttributeReadOnly},
+      {"removeTimer", CallNative<Self, &Self::RemoveTimer>, kJSPropertyAttributeReadOnly},
+      {"writeConsole", CallNative<Self, &Self::WriteConsole>, kJSPropertyAttributeReadOnly},
+      {"reportError", CallNative<Self, &Self::ReportError>, kJSPropertyAttributeReadOnly},
+      {nullptr, nullptr, 0}};
+  static const JSClassRef kClass = [] {
+    JSClassDefinition definition = kJSClassDefinitionEmpty;
+    definition.className = "Bridge";
+    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+    definition.staticFunctions = kFunctions;
+    return JSClassCreate(&definition);
+  }();
+  return kClass;
+}
+
+JSValueRef PageCore::Extensions(const NativeCall& call) {
+  const std::string json = JsonArray(runtime_.host().catalogue(), [](const auto& entry) {
+    return "{\"name\":" + Quote(entry.name) +
+           ",\"entryPoints\":" + JsonArray(entry.entry_points, Quote) + '}';
+  });
+  return MakeFromJson(call.context, json);
+}
+
+// (name) -> the native side of the script's `extension` object; null when the library does not
+// load, which the host has warned of.
+JSValueRef PageCore::CreateInstance(const NativeCall& call) {
+  host::Extension* const extension = runtime_.host().Find(call.Text(0));
+  if (extension == nullptr) return JSValueMakeNull(call.context);
+  bindings_.push_back(std::make_unique<ExtensionBinding>(*this, *extension, ++last_binding_));
+  return JSObjectMake(call.context, ExtensionBinding::NativeClass(),
+                      static_cast<NativeObject*>(bindings_.back().get()));
+}
+
+// (function, delay in ms, repeats) -> the timer's number
+JSValueRef PageCore::AddTimer(const NativeCall& call) {
+  ProtectedFunction function(context_, call.Function(0, "A timer's handler"));
+  const bool repeats = JSValueToBoolean(call.context, call[2]);
+  const int32_t timer = timers_.Add(
+      std::chrono::milliseconds(call.Int(1)),
+      repeats ? TimerQueue::Repeat::kInterval : TimerQueue::Repeat::kOnce, runtime_.clock().Now());
+  timer_functions_.emplace(timer, std::move(function));
+  return JSValueMakeNumber(call.context, timer);
+}
+
+JSValueRef PageCore::RemoveTimer(const NativeCall& call) {
+  const int timer = call.Int(0);
+  timers_.Remove(timer);
+  timer_functions_.erase(timer);
+  return JSValueMakeUndefined(call.context);
+}
+
+// (level, text)
+JSValueRef PageCore::WriteConsole(const NativeCall& call) {
+  if (options_.console != nullptr) {
+    options_.console->OnConsole(static_cast<ConsoleLevel>(std::clamp(call.Int(0), 0, 4)),
+                                call.Text(1));
+  }
+  return JSValueMakeUndefined(call.context);
+}
+
+// (what was thrown, what to put before its text)
+JSValueRef PageCore::ReportError(const NativeCall& call) {
+  ScriptError error = DescribeError(call.context, call[0], {});
+  error.message.insert(0, call.Text(1));
+  Report(std::move(error));
+  return JSValueMakeUndefined(call.context);
+}
+
+JSValueRef PageCore::HasPrivilege(const NativeCall& call) {
+  const bool granted = options_.runtime != nullptr && options_.runtime->HasPrivilege(call.Text(0));
+  return JSValueMakeBoolean(call.context, granted);
+}
+
+JSValueRef PageCore::MoveWindow(const NativeCall& call) {
+  return MakeText(call.context, RequireRuntime().MoveWindow(call.Int(0), call.Int(1)));
+}
+
+JSValueRef PageCore::SetQuarterPosition(const NativeCall& call) {
+  return MakeText(call.context, RequireRuntime().SetQuarterPosition(call.Int(0)));
+}
+
+JSValueRef PageCore::WidgetInfo(const NativeCall& call) {
+  return MakeFromJson(call.context, "{\"id\":" + Quote(options_.widget_id) +
+                                        ",\"name\":" + Quote(options_.widget_name) +
+                                        ",\"version\":" + Quote(options_.widget_version) + '}');
+}
+
+}  // namespace orvane::page

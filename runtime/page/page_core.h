@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <JavaScriptCore/JavaScript.h>
+
+#include "page/extension_binding.h"
+#include "page/mailbox.h"
+#include "page/native_object.h"
+#include "page/page.h"
+#include "page/timer_queue.h"
+
+namespace orvane::page {
+
+// The inside of a Page: its context, what it waits for, and the functions that the runtime's
+// scripts call, which are the `bridge` of js/main.js. Page thread only; letters bring it what other
+// threads have for it.
+class PageCore final : public NativeObject {
+ public:
+  static constexpr Kind kNativeKind = Kind::kPage;
+  static JSClassRef NativeClass();
+
+  PageCore(PageRuntime& runtime, const PageOptions& options);
+  ~PageCore();
+
+  PageRuntime& runtime() const { return runtime_; }
+  const PageOptions& options() const { return options_; }
+  uint64_t id() const { return id_; }
+  JSGlobalContextRef context() const { return context_; }
+
+  std::optional<ScriptError> Evaluate(const std::string& source, const std::string& file,
+                                      JSValueRef* value);
+  std::vector<ScriptError> TakeErrors();
+  void DefineFunction(const std::string& dotted_name, ScriptFunction function);
+
+  // Calls a function of the page; what it throws is reported.
+  void Call(JSObjectRef function, size_t count, const JSValueRef arguments[]);
+  void Report(ScriptError error);
+
+  // The loop's side.
+  void Receive(std::function<void(PageCore&)> work) { inbox_.push_back(std::move(work)); }
+  bool RunOneTurn();  // whether there was anything to run
+  bool IsIdle() const;
+  std::optional<Clock::TimePoint> NextDue() const { return timers_.NextDue(); }
+
+  // By number; null when its instance could not be made.
+  ExtensionBinding* FindBinding(uint64_t binding) const;
+
+  // Runtime messages, for the extensions' scripts.
+  RuntimeMessages& RequireRuntime() const;
+  JSValueRef SendRuntimeMessage(const NativeCall& call);
+  JSValueRef SendRuntimeSyncMessage(const NativeCall& call);
+  JSValueRef SendRuntimeAsyncMessage(const NativeCall& call);
+
+ private:
+  struct WaitingAnswer {
+    std::string uri;
+    ProtectedFunction callback;
+    Clock::TimePoint sent;
+  };
+
+  // The bridge.
+  JSValueRef CreateInstance(const NativeCall& call);
+  JSValueRef AddTimer(const NativeCall& call);
+  JSValueRef RemoveTimer(const NativeCall& call);
+  JSValueRef WriteConsole(const NativeCall& call);
+  JSValueRef ReportError(const NativeCall& call);
+  JSValueRef HasPrivilege(const NativeCall& call);
+  JSValueRef MoveWindow(const NativeCall& call);
+  JSValueRef SetQuarterPosition(const NativeCall& call);
+  JSValueRef Extensions(const NativeCall& call);
+  JSValueRef WidgetInfo(const NativeCall& call);
+
+  void StartScripts();
+  void RunTimer(int32_t timer);
+  void Answer(uint64_t call, const std::string& answer);
+  void Trace(TraceDirection direction, TraceKind kind, const std::string& uri,
+             const std::string& payload, Clock::TimePoint since) const;
+
+  PageRuntime& runtime_;
+  const PageOptions options_;
+  const uint64_t id_;
+  const JSGlobalContextRef context_;
+  uint64_t last_binding_ = 0;
+  std::vector<std::unique_ptr<ExtensionBinding>> bindings_;
+  std::deque<std::function<void(PageCore&)>> inbox_;
+  TimerQueue timers_;
+  std::unordered_map<int32_t, ProtectedFunction> timer_functions_;
+  uint64_t last_answer_ = 0;
+  std::unordered_map<uint64_t, WaitingAnswer> waiting_answers_;
+  std::vector<std::unique_ptr<ScriptFunction>> script_functions_;
+  std::vector<ScriptError> errors_;
+};
+
+}  // namespace orvane::page

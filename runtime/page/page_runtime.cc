@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "page/page_runtime.h"
+
+#include <algorithm>
+#include <optional>
+
+#include <JavaScriptCore/JavaScript.h>
+
+#include "host/extension.h"
+#include "page/js_string.h"
+#include "page/mailbox.h"
+#include "page/page_core.h"
+#include "page/script_files.h"
+
+namespace orvane::page {
+
+struct PageRuntime::Scripts {
+  JsString page{std::string(PageScript())};
+  JsString page_name{std::string("runtime:page.js")};
+  std::unordered_map<const host::Extension*, JsString> extensions;
+};
+
+PageRuntime::PageRuntime(host::ExtensionHost& host, Clock& clock)
+    : host_(host),
+      clock_(clock),
+      mailbox_(std::make_shared<Mailbox>()),
+      group_(JSContextGroupCreate()),
+      scripts_(std::make_unique<Scripts>()) {}
+
+PageRuntime::~PageRuntime() { JSContextGroupRelease(group_); }
+
+bool PageRuntime::RunUntilIdle(std::chrono::milliseconds limit) {
+  std::vector<uint64_t> pages;
+  for (const auto& [id, page] : pages_) pages.push_back(id);
+  std::sort(pages.begin(), pages.end());
+  return Run(pages, limit);
+}
+
+uint64_t PageRuntime::Add(PageCore* page) {
+  pages_.emplace(++last_page_, page);
+  return last_page_;
+}
+
+void PageRuntime::Remove(uint64_t page) { pages_.erase(page); }
+
+PageCore* PageRuntime::Find(uint64_t page) const {
+  const auto found = pages_.find(page);
+  return found == pages_.end() ? nullptr : found->second;
+}
+
+bool PageRuntime::Run(const std::vector<uint64_t>& pages, std::chrono::milliseconds limit) {
+  const Clock::TimePoint end = clock_.Now() + limit;
+  while (true) {
+    if (RunOneTurn(pages)) {
+      if (clock_.Now() >= end) return IsIdle(pages);
+      continue;
+    }
+    if (IsIdle(pages)) return true;
+    if (clock_.Now() >= end) return false;
+    Clock::TimePoint wake = end;
+    for (const uint64_t id : pages) {
+      if (const auto due = Find(id)->NextDue()) wake = std::min(wake, *due);
+    }
+    clock_.WaitForMail(*mailbox_, wake);
+  }
+}
+
+bool PageRuntime::IsIdle(const std::vector<uint64_t>& pages) const {
+  return std::all_of(pages.begin(), pages.end(),
+                     [this](uint64_t id) { return Find(id)->IsIdle(); });
+}
+
+bool PageRuntime::RunOneTurn(const std::vector<uint64_t>& pages) {
+  SortMail();
+  bool ran = false;
+  for (const uint64_t id : pages) ran = Find(id)->RunOneTurn() || ran;
+  return ran;
+}
+
+void PageRuntime::SortMail() {
+  for (Letter& letter : mailbox_->TakeAll()) {
+    if (PageCore* const page = Find(letter.page)) page->Receive(std::move(letter.work));
+  }
+}
+
+OpaqueJSString* PageRuntime::page_script() const { return scripts_->page.get(); }
+
+OpaqueJSString* PageRuntime::page_script_name() const { return scripts_->page_name.get(); }
+
+OpaqueJSString* PageRuntime::ScriptOf(const host::Extension& extension) {
+  const auto found = scripts_->extensions.find(&extension);
+  if (found != scripts_->extensions.end()) return found->second.get();
+  std::string script(ExtensionWrapperHead());
+  script += extension.api();
+  script += ExtensionWrapperTail();
+  return scripts_->extensions.emplace(&extension, JsString(script)).first->second.get();
+}
+
+}  // namespace orvane::page

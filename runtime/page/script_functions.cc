@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// Functions that C++ gives to the page's scripts by name: Page::DefineFunction.
+#include <utility>
+
+#include "page/page_core.h"
+
+namespace orvane::page {
+namespace {
+
+std::string ArgumentsAsJson(JSContextRef context, size_t count, const JSValueRef arguments[]) {
+  JSValueRef exception = nullptr;
+  const JSObjectRef array = JSObjectMakeArray(context, count, arguments, &exception);
+  if (exception != nullptr) throw ThrownValue{exception};
+  const JsString json(JSValueCreateJSONString(context, array, 0, &exception));
+  if (json.get() == nullptr) throw ThrownValue{exception};
+  return json.ToUtf8();
+}
+
+JSValueRef CallScriptFunction(JSContextRef context, JSObjectRef self, JSObjectRef, size_t count,
+                              const JSValueRef arguments[], JSValueRef* exception) {
+  try {
+    const auto& function = *static_cast<const ScriptFunction*>(JSObjectGetPrivate(self));
+    const std::string result = function(ArgumentsAsJson(context, count, arguments));
+    if (result.empty()) return JSValueMakeUndefined(context);
+    const JSValueRef value = JSValueMakeFromJSONString(context, JsString(result).get());
+    if (value != nullptr) return value;
+    *exception = MakeError(context, ("The function answered what is no JSON: " + result).c_str());
+  } catch (const ThrownValue& thrown) {
+    *exception = thrown.value;
+  } catch (const std::exception& error) {
+    *exception = MakeError(context, error.what());
+  } catch (...) {
+    *exception = MakeError(context, "an exception of unknown type");
+  }
+  return JSValueMakeUndefined(context);
+}
+
+JSClassRef ScriptFunctionClass() {
+  static const JSClassRef kClass = [] {
+    JSClassDefinition definition = kJSClassDefinitionEmpty;
+    definition.className = "Function";
+    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+    definition.callAsFunction = CallScriptFunction;
+    return JSClassCreate(&definition);
+  }();
+  return kClass;
+}
+
+JSObjectRef MemberObject(JSContextRef context, JSObjectRef holder, const std::string& name) {
+  const JSValueRef value = PropertyOf(context, holder, name.c_str());
+  if (JSValueIsObject(context, value)) return JSValueToObject(context, value, nullptr);
+  JSObjectRef object = JSObjectMake(context, nullptr, nullptr);
+  JSObjectSetProperty(context, holder, JsString(name).get(), object, kJSPropertyAttributeNone,
+                      nullptr);
+  return object;
+}
+
+}  // namespace
+
+void PageCore::DefineFunction(const std::string& dotted_name, ScriptFunction function) {
+  script_functions_.push_back(std::make_unique<ScriptFunction>(std::move(function)));
+  JSObjectRef holder = JSContextGetGlobalObject(context_);
+  std::string name = dotted_name;
+  for (size_t dot = name.find('.'); dot != std::string::npos; dot = name.find('.')) {
+    holder = MemberObject(context_, holder, name.substr(0, dot));
+    name.erase(0, dot + 1);
+  }
+  JSObjectRef object =
+      JSObjectMake(context_, ScriptFunctionClass(), script_functions_.back().get());
+  JSObjectSetProperty(context_, holder, JsString(name).get(), object, kJSPropertyAttributeNone,
+                      nullptr);
+}
+
+}  // namespace orvane::page

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "page/timer_queue.h"
+
+#include <algorithm>
+
+namespace orvane::page {
+namespace {
+
+constexpr int kFreeLevels = 5;
+constexpr std::chrono::milliseconds kNestedMinimum{4};
+
+}  // namespace
+
+int32_t TimerQueue::Add(std::chrono::milliseconds delay, Repeat repeat, Clock::TimePoint now) {
+  const int32_t timer = ++last_timer_;
+  Schedule(timer, Timer{{}, 0, std::max(delay, {}), repeat, running_level_ + 1}, now);
+  return timer;
+}
+
+void TimerQueue::Remove(int32_t timer) {
+  const auto found = timers_.find(timer);
+  if (found == timers_.end()) return;
+  due_.erase({found->second.due, found->second.order});
+  timers_.erase(found);
+}
+
+void TimerQueue::Clear() {
+  due_.clear();
+  timers_.clear();
+}
+
+std::optional<Clock::TimePoint> TimerQueue::NextDue() const {
+  if (due_.empty()) return std::nullopt;
+  return due_.begin()->first.first;
+}
+
+void TimerQueue::BeginTurn(Clock::TimePoint now) {
+  turn_now_ = now;
+  turn_last_order_ = last_order_;
+}
+
+std::optional<int32_t> TimerQueue::TakeDue(Clock::TimePoint now) {
+  const auto next = std::find_if(due_.begin(), due_.end(), [this](const auto& entry) {
+    return entry.first.first > turn_now_ || entry.first.second <= turn_last_order_;
+  });
+  if (next == due_.end() || next->first.first > turn_now_) return std::nullopt;
+  const int32_t timer = next->second;
+  due_.erase(next);
+  const auto found = timers_.find(timer);
+  running_level_ = found->second.level;
+  if (found->second.repeat == Repeat::kInterval) {
+    Timer again = found->second;
+    ++again.level;
+    Schedule(timer, again, now);
+  } else {
+    timers_.erase(found);
+  }
+  return timer;
+}
+
+void TimerQueue::Schedule(int32_t timer, Timer state, Clock::TimePoint now) {
+  const auto delay =
+      state.level > kFreeLevels ? std::max(state.interval, kNestedMinimum) : state.interval;
+  state.due = now + delay;
+  state.order = ++last_order_;
+  due_.emplace(Key{state.due, state.order}, timer);
+  timers_[timer] = state;
+}
+
+}  // namespace orvane::page

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+
+#include "page/clock.h"
+
+namespace orvane::page {
+
+// The timers of one page: which is due when, and in which order. Holds numbers only; the page keeps
+// the functions. Timers run in the order of the times they are due, those due at the same time in
+// the order they were set. One thread only.
+class TimerQueue {
+ public:
+  enum class Repeat { kOnce, kInterval };
+
+  // Returns the timer's number, from 1. A timer set by a timer set by a timer … is not run more
+  // often than every 4 ms from the sixth level on, as in browsers.
+  int32_t Add(std::chrono::milliseconds delay, Repeat repeat, Clock::TimePoint now);
+  void Remove(int32_t timer);  // nothing happens for a number that is not in use
+  void Clear();
+
+  bool empty() const { return due_.empty(); }
+  bool contains(int32_t timer) const { return timers_.count(timer) != 0; }
+  std::optional<Clock::TimePoint> NextDue() const;
+
+  // Begins a turn: only what is due now and was set before takes part in it, so that a timer that
+  // sets itself anew cannot hold up a page.
+  void BeginTurn(Clock::TimePoint now);
+  // The turn's next timer, or nothing when the turn is over. A timer that is not repeated is no
+  // longer in use then; one that is repeated is due again `now` plus its interval.
+  std::optional<int32_t> TakeDue(Clock::TimePoint now);
+  // The timers that are set until the next call are set by the timer that was taken last.
+  void EndTimer() { running_level_ = 0; }
+
+ private:
+  struct Timer {
+    Clock::TimePoint due;
+    uint64_t order;
+    std::chrono::milliseconds interval;
+    Repeat repeat;
+    int level;
+  };
+  using Key = std::pair<Clock::TimePoint, uint64_t>;
+
+  void Schedule(int32_t timer, Timer state, Clock::TimePoint now);
+
+  int32_t last_timer_ = 0;
+  uint64_t last_order_ = 0;
+  int running_level_ = 0;
+  Clock::TimePoint turn_now_{};
+  uint64_t turn_last_order_ = 0;
+  std::map<Key, int32_t> due_;
+  std::unordered_map<int32_t, Timer> timers_;
+};
+
+}  // namespace orvane::page
