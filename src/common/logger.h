@@ -31,9 +31,8 @@
 //
 //   D/WEBAPI_PLUGINS: logger.h: ScopeLogger > XW_Extension.cc: OnInstanceCreated(48) > Enter
 //   D/WEBAPI_PLUGINS: logger.h: ~ScopeLogger(288) > XW_Extension.cc: OnInstanceCreated > Exit
-//   E/QM_WEBAPI     : orvane_instance.cc: getForegroundAppId(118) > appID is [OrvaneTour.Main]
-//   D/QM_WEBAPI     : orvane_instance.cc: ~OrvaneInstance(79) > Entered ~OrvaneInstance, Params:
-//   None
+//   E/QM_WEBAPI: orvane_instance.cc: getForegroundAppId(118) > appID is [OrvaneTour.Main]
+//   D/QM_WEBAPI: orvane_instance.cc: ~OrvaneInstance(79) > Entered ~OrvaneInstance, Params: None
 //
 // Lines of fixed place
 //
@@ -81,9 +80,14 @@
 //   Failed to get ime resolution, get ud_panel_supported value failed
 //       The set's model configuration lacks the feature key.
 //   Failed to open […], Failed to collect memory consumption.
-//       A driver's or the kernel's statistics file is missing or not readable for the process.
+//       A driver's or the kernel's statistics file is missing or not readable for the process;
+//       the page gets an error.
 //   Failed to execute command: …, Failed to get result from command: …
 //       No shell, no memory for a child, or no top, grep or awk on the search path.
+//   Failed to retrieve number of CPUs., Cpu count …, Failed to get number of CPU core.
+//       /proc/cpuinfo is not readable, or it names no processor or more than are counted.
+//   Failed to get CPU usage., There was a problem encountered while getting CPU Usage, …
+//       top printed no number, or one below the number of processors; the latter is harmless.
 //   Fail to activate screensaver, Failed to start timer. …, Failed to stop timer. …
 //       The screen saver's service refused twice; the two others tell that the state was as asked.
 //   Fail to RecordProfiling
@@ -97,8 +101,8 @@
 //   "UUID is not generated"    the page gets "Invalid Choice" for the same failure
 //   "Fail to activate …"       writes "screensaver" here and "ScreenSaver" to the page
 //   "… greater than max …"     is logged for a count that equals the limit as well
-//   "… Created Extension - …"  a success at error priority, as are "Delete extension" and "appID
-//   is" "added = [%f][%s]"         likewise; profiling tools read the labels from it
+//   "… Created Extension - …"  a success at error priority, as "Delete extension" and "appID is"
+//   "added = [%f][%s]"         likewise; profiling tools read the labels from it
 //
 // Adding a line
 //
@@ -134,8 +138,7 @@
 
 namespace common {
 
-// ---- Tags
-// ----------------------------------------------------------------------------------------
+// ---- Tags ---------------------------------------------------------------------------------------
 
 // The library's own modules.
 constexpr const char* kModuleTag = "QM_WEBAPI";
@@ -143,8 +146,7 @@ constexpr const char* kModuleTag = "QM_WEBAPI";
 // What every web API library carries.
 constexpr const char* kPluginsTag = "WEBAPI_PLUGINS";
 
-// ---- File names
-// ----------------------------------------------------------------------------------
+// ---- File names ---------------------------------------------------------------------------------
 
 // The last part of `path`, which is never null: a line names "AppUtil.cc", wherever the build was.
 // It points into `path` and lives as long.
@@ -166,8 +168,7 @@ constexpr const char* BaseName(const char* path) {
     return kName;                                               \
   }())
 
-// ---- Lines
-// ---------------------------------------------------------------------------------------
+// ---- Lines --------------------------------------------------------------------------------------
 
 // Writes one line. `format` begins with the three placeholders of the place, which `file`,
 // `function` and `line` fill; the macros below see to that. Texts are read before it returns.
@@ -202,8 +203,7 @@ __attribute__((format(printf, 1, 2))) inline int CheckFormat(const char* /*forma
 // PluginLoggerE(format, arguments…): an error line of what every web API library carries.
 #define PluginLoggerE(...) LOG_AT(DLOG_ERROR, ::common::kPluginsTag, __VA_ARGS__)
 
-// ---- Assertions
-// ----------------------------------------------------------------------------------
+// ---- Assertions ---------------------------------------------------------------------------------
 
 // Logs "assert(<expression>)<text>" for the given place and ends the process as a failed assertion
 // of the C library does: with `condition` on the standard error output, and SIGABRT.
@@ -231,12 +231,11 @@ __attribute__((format(printf, 1, 2))) inline int CheckFormat(const char* /*forma
     }                                                                               \
   } while (false)
 
-// Assert(expression): the same with an empty text. The JSON library's own assertions come here,
-// with its header as the file and its member as the function.
+// Assert(expression): the same with an empty text. The JSON library's own assertions come here (see
+// common/json.h), with its header as the file and its member as the function.
 #define Assert(expression) AssertMsg(expression, "")
 
-// ---- Scopes
-// --------------------------------------------------------------------------------------
+// ---- Scopes -------------------------------------------------------------------------------------
 
 // Logs, at debug priority, that a scope is entered and, when it ends, that it is left, be it by a
 // return or by an exception:

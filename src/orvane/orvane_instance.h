@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "common/logger.h"
+#include "common/json.h"
 #include "common/parsed_instance.h"
 #include "orvane/orvane_manager.h"
 

@@ -8,9 +8,7 @@
 #include <mutex>
 #include <vector>
 
-#include <picojson.h>
-
-#include "common/logger.h"
+#include "common/json.h"
 #include "orvane/CommonUtil.h"
 #include "orvane/orvane_resource.h"
 #include "orvane/orvane_timermanager.h"
