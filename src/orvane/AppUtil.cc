@@ -62,7 +62,7 @@ bool AppUtil::GetAppID(char** app_id) {
   char* rest = nullptr;
   const char* const package = strtok_r(buffer, ".", &rest);
   *app_id = strdup(package == nullptr ? "" : package);
-  return true;
+  return *app_id != nullptr;
 }
 
 bool AppUtil::GetCompleteAppID(char** app_id) {
@@ -71,7 +71,7 @@ bool AppUtil::GetCompleteAppID(char** app_id) {
     return false;
   }
   *app_id = strdup(buffer);
-  return true;
+  return *app_id != nullptr;
 }
 
 std::string AppUtil::GetFocusedAppID() {

@@ -23,14 +23,13 @@ constexpr double kFailed = -1.0;
 
 constexpr int kHexadecimal = 16;
 // Entries that are not counted, by their flags word and by their count.
-constexpr int64_t kFlagsNotCounted = 2;
+constexpr long kFlagsNotCounted = 2;
 constexpr uint32_t kCountNotCounted = 1;
 
-// False, and no flags, for a word that does not begin with a hexadecimal digit.
-bool ReadFlags(const std::string& word, int64_t* flags) {
+// False for a word that is no hexadecimal number as well.
+bool AreFlagsNotCounted(const std::string& word) {
   try {
-    *flags = std::stol(word, nullptr, kHexadecimal);
-    return true;
+    return std::stol(word, nullptr, kHexadecimal) == kFlagsNotCounted;
   } catch (const std::logic_error&) {
     return false;
   }
@@ -170,8 +169,8 @@ double OrvaneResource::getGEMMemory() {
     std::string flags_word;
     file >> scratchValue >> scratchValue >> flags_word >> size;
     file >> scratchValue >> scratchValue >> scratchValue >> scratchValue >> scratchText >> count;
-    int64_t flags = 0;
-    if (ReadFlags(flags_word, &flags) && flags != kFlagsNotCounted && count != kCountNotCounted) {
+    // Without a flags word the file ended before the entry: the figures are those of the one before.
+    if (!flags_word.empty() && !AreFlagsNotCounted(flags_word) && count != kCountNotCounted) {
       total += size;
     }
   }
