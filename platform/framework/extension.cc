@@ -8,17 +8,27 @@
 
 #include <picojson.h>
 
+#include "common/task_queue.h"
 #include "guard.h"
 #include "host_tables.h"
 
 namespace common {
 
-HostTables& Host() {
+namespace {
+
+HostTables& Tables() {
   static HostTables tables;
   return tables;
 }
 
+}  // namespace
+
+const HostTables& Host() { return Tables(); }
+
 namespace {
+
+// The extension whose XW_Initialize runs, or 0.
+XW_Extension g_initializing = 0;
 
 constexpr size_t kRuntimeVariableSize = 4096;
 
@@ -41,7 +51,10 @@ bool AdoptTables(XW_GetInterface get_interface) {
   if (tables.core == nullptr || tables.messaging == nullptr || tables.sync_messaging == nullptr) {
     return false;
   }
-  Host() = tables;
+  // A worker may post for another extension just now: what it reads is not touched without need.
+  if (!(tables == Host())) {
+    Tables() = tables;
+  }
   return true;
 }
 
@@ -72,24 +85,24 @@ void OnSyncMessage(XW_Instance handle, const char* message) {
 // Marks the extension as the one that initialises, for as long as it does.
 class InitializationScope {
  public:
-  explicit InitializationScope(XW_Extension extension) { Host().initializing = extension; }
-  ~InitializationScope() { Host().initializing = 0; }
+  explicit InitializationScope(XW_Extension extension) { g_initializing = extension; }
+  ~InitializationScope() { g_initializing = 0; }
 
   InitializationScope(const InitializationScope&) = delete;
   InitializationScope& operator=(const InitializationScope&) = delete;
 };
 
 void RequireInitialization(const char* member) {
-  if (Host().initializing == 0) {
+  if (g_initializing == 0) {
     throw std::logic_error(std::string(member) + ": only while the extension is initialised");
   }
 }
 
 }  // namespace
 
-Extension::Extension() : handle_(Host().initializing) {}
+Extension::Extension() : handle_(g_initializing) {}
 
-Extension::~Extension() = default;
+Extension::~Extension() { TaskQueue::GetInstance().WaitForCurrent(); }
 
 void Extension::SetExtensionName(const char* name) {
   RequireInitialization("SetExtensionName");

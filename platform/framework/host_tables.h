@@ -10,8 +10,8 @@
 namespace common {
 
 // The tables of the one host in this process. Set on the extension thread before any instance
-// exists, never changed to another host's afterwards, and therefore read without a lock from every
-// thread.
+// exists, not written again for the same host's further extensions, and therefore read without a
+// lock from every thread.
 struct HostTables {
   const XW_CoreInterface* core = nullptr;
   const XW_MessagingInterface* messaging = nullptr;
@@ -19,11 +19,13 @@ struct HostTables {
   // Null on hosts that have no such table.
   const XW_Internal_EntryPointsInterface* entry_points = nullptr;
   const XW_Internal_RuntimeInterface* runtime = nullptr;
-
-  // The extension whose XW_Initialize runs, or 0.
-  XW_Extension initializing = 0;
 };
 
-HostTables& Host();
+inline bool operator==(const HostTables& a, const HostTables& b) {
+  return a.core == b.core && a.messaging == b.messaging && a.sync_messaging == b.sync_messaging &&
+         a.entry_points == b.entry_points && a.runtime == b.runtime;
+}
+
+const HostTables& Host();
 
 }  // namespace common

@@ -17,11 +17,35 @@ PlatformResult UnknownError(std::string message) {
   return PlatformResult(ErrorCode::UNKNOWN_ERR, std::move(message));
 }
 
+// What the JSON library itself allows for arrays. It counts no objects, and it calls itself for
+// each level, so that a page's text could end the stack.
+constexpr int kMaxDepth = 100;
+
+bool IsTooDeep(const char* text) {
+  int depth = 0;
+  bool in_string = false;
+  for (; *text != '\0'; ++text) {
+    if (in_string && *text == '\\' && text[1] != '\0') {
+      ++text;
+    } else if (*text == '"') {
+      in_string = !in_string;
+    } else if (!in_string && (*text == '{' || *text == '[') && ++depth > kMaxDepth) {
+      return true;
+    } else if (!in_string && (*text == '}' || *text == ']')) {
+      --depth;
+    }
+  }
+  return false;
+}
+
 bool IsJsonSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
 // Reads `text` as one JSON object with nothing behind it. Returns what is wrong with it, or an
 // empty text.
 std::string ParseObject(const char* text, picojson::value& request) {
+  if (IsTooDeep(text)) {
+    return "The message is nested too deeply";
+  }
   const char* const end = text + std::strlen(text);
   std::string problem;
   try {

@@ -10,6 +10,8 @@ TaskQueue& TaskQueue::GetInstance() {
   return queue;
 }
 
+void TaskQueue::WaitForCurrent() { worker_.WaitForCurrent(); }
+
 TaskQueue::TaskQueue() = default;
 
 TaskQueue::~TaskQueue() = default;

@@ -4,6 +4,7 @@
 #include "common/worker.h"
 
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <thread>
@@ -56,28 +57,47 @@ class Worker::Queue {
       }
       tasks_.push_back(std::move(task));
     }
-    changed_.notify_one();
+    changed_.notify_all();
+  }
+
+  void WaitForCurrent() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    const uint64_t current = started_;
+    changed_.wait(lock, [this, current] { return finished_ >= current; });
   }
 
  private:
   void Run() {
+    std::unique_lock<std::mutex> lock(mutex_);
     while (true) {
-      std::unique_lock<std::mutex> lock(mutex_);
       changed_.wait(lock, [this] { return closing_ || !tasks_.empty(); });
       if (tasks_.empty()) {
         return;
       }
-      Task task = std::move(tasks_.front());
-      tasks_.pop_front();
-      lock.unlock();
-      RunAndRelease(std::move(task));
+      RunFirst(lock);
     }
   }
 
+  void RunFirst(std::unique_lock<std::mutex>& lock) {
+    {
+      Task task = std::move(tasks_.front());
+      tasks_.pop_front();
+      ++started_;
+      lock.unlock();
+      RunAndRelease(std::move(task));
+    }
+    lock.lock();
+    finished_ = started_;
+    changed_.notify_all();
+  }
+
   std::mutex mutex_;
+  // Notified at each change of what mutex_ guards.
   std::condition_variable changed_;
   // Guarded by mutex_.
   std::deque<Task> tasks_;
+  uint64_t started_ = 0;
+  uint64_t finished_ = 0;
   bool closing_ = false;
   std::thread thread_;
 };
@@ -85,6 +105,8 @@ class Worker::Queue {
 Worker::Worker() : queue_(std::make_unique<Queue>()) {}
 
 Worker::~Worker() = default;
+
+void Worker::WaitForCurrent() { queue_->WaitForCurrent(); }
 
 void Worker::add_job(const std::function<void()>& job, const std::function<void()>& finalizer) {
   if (!job) {

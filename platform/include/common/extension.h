@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <cstdint>
+#include <string>
 
 #include "XW_Extension.h"
 #include "common/export.h"
@@ -16,14 +15,18 @@ namespace common {
 //
 // The library that derives from it owns the object: it creates it in its initialise callback and
 // deletes it in its shutdown callback. Everything here runs on the host's extension thread. The
-// Set… members count only while the host's initialisation of the library runs.
+// Set… members count only while the host's initialisation of the library runs: outside it, where
+// they could not reach the host, they throw std::logic_error.
 class WEBAPI_EXPORT Extension {
  public:
   // The library's glue callbacks; each library defines this class itself.
   class Detail;
 
-  // Throws std::logic_error outside a running XW_Initialize: the object could not reach its host.
   Extension();
+
+  // Waits for the task that the process's worker runs just now, if any: its code may be in the
+  // library, which the host unloads next. The library's instances are gone by now, and with them
+  // the tasks that were queued.
   virtual ~Extension();
 
   Extension(const Extension&) = delete;

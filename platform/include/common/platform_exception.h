@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <exception>
+#include <string>
 
 #include "common/export.h"
 #include "common/platform_result.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-
 #include <utility>
 
 #include "common/export.h"

@@ -27,6 +27,9 @@ class WEBAPI_EXPORT TaskQueue {
              const std::function<void(const std::shared_ptr<T>&)>& response,
              const std::function<void()>& finalizer, const std::shared_ptr<T>& data);
 
+  // As Worker's.
+  void WaitForCurrent();
+
  private:
   TaskQueue();
   ~TaskQueue();

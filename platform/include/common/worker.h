@@ -25,6 +25,10 @@ class WEBAPI_EXPORT Worker {
   // job starts, cannot be had.
   void add_job(const std::function<void()>& job, const std::function<void()>& finalizer);
 
+  // Returns when the task that runs now is over, finaliser and all, and what it held is released;
+  // at once when none runs. Not to be called from a job or a finaliser.
+  void WaitForCurrent();
+
  private:
   class Queue;
   std::unique_ptr<Queue> queue_;
