@@ -97,11 +97,9 @@ export default [
     files: ['runtime/page/js/**/*.js'],
     languageOptions: {
       ...runtimeScript,
-      ecmaVersion: 2022,
+      ecmaVersion: 2020,
       globals: { ...globals['shared-node-browser'], extension: 'readonly', xwalk: 'writable' },
     },
-    // Each file is one statement: a function that makes a part of the runtime's script side.
-    rules: { 'max-lines-per-function': 'off', 'no-unused-expressions': 'off' },
   },
   {
     // What pages run: scripts of web applications.
@@ -111,24 +109,6 @@ export default [
       ecmaVersion: 2020,
       globals: { ...globals.browser, dravelt: 'readonly', WebAPIException: 'readonly' },
     },
-  },
-  {
-    // Suites that js_suite runs in a page, and the script of the extension that they talk to.
-    files: ['tests/page/**/*.js'],
-    languageOptions: {
-      ...libraryScript.languageOptions,
-      ecmaVersion: 2022,
-      globals: {
-        ...libraryScript.languageOptions.globals,
-        ...globals.browser,
-        assert: 'readonly',
-        describe: 'readonly',
-        dravelt: 'readonly',
-        test: 'readonly',
-        testing: 'readonly',
-      },
-    },
-    rules: { 'max-lines-per-function': 'off', 'no-implicit-globals': 'off' },
   },
   {
     files: ['simulator/**/*.js', 'simulator/**/*.mjs', 'runtime/server/**/*.js'],

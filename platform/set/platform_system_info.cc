@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Feature keys, read from the set's store at each call. -22 also answers a key that is not there
 // and one of another type; -5 a set that cannot be started.
-#include <string>
-
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <string>
 
 #include <system_info.h>
 

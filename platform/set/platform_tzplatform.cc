@@ -3,12 +3,11 @@
 // Where the platform keeps things. The home of the set's user is the state folder itself, so that
 // the folder of the installed applications (variable 61) lies directly in it. Folders that nothing
 // here uses have a path too, but are not made.
-#include <string>
-
 #include <cstring>
 #include <iterator>
 #include <mutex>
 #include <set>
+#include <string>
 
 #include <tzplatform_config.h>
 

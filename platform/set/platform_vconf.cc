@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Settings. A watcher hears of the changes that this process makes, on the thread that makes them,
 // and of the value that is there by then; what another process writes is read, but not announced.
-#include <string>
-
 #include <algorithm>
 #include <cstring>
 #include <mutex>
+#include <string>
 #include <vector>
 
 #include <vconf.h>

@@ -4,11 +4,12 @@
 
 #include <algorithm>
 #include <cctype>
-#include <fstream>
-#include <iterator>
+#include <optional>
+#include <utility>
 
 #include <pugixml.hpp>
 
+#include "file_text.h"
 #include "tvset/error.h"
 
 namespace tvset {
@@ -41,15 +42,13 @@ class ProfileReader {
 
  private:
   std::string ReadFile() const {
-    std::ifstream stream(file_, std::ios::binary);
-    std::string source;
-    if (stream) source.assign(std::istreambuf_iterator<char>(stream), {});
-    if (!stream || stream.bad()) throw SetError(file_ + ": the device profile cannot be read");
-    if (source.size() > kMaxFile) {
-      throw SetError(file_ + ": " + std::to_string(source.size()) +
+    std::optional<std::string> source = ReadFileBytes(file_);
+    if (!source) throw SetError(file_ + ": the device profile cannot be read");
+    if (source->size() > kMaxFile) {
+      throw SetError(file_ + ": " + std::to_string(source->size()) +
                      " bytes are too many for a device profile");
     }
-    return source;
+    return std::move(*source);
   }
 
   // "FILE:LINE: " for an offset into the source.

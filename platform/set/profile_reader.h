@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
-
-#include <filesystem>
 #include <vector>
 
 #include "tvset/features.h"

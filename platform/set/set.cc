@@ -68,7 +68,7 @@ void Set::State::Start(const Options& options) {
   new_folder->Use();
   folder = std::move(new_folder);
   Reset(&new_paths);
-  log.Clear();
+  log.set_capacity(LogBuffer::kDefaultCapacity);
   log.set_policy(LogPolicy{});
   features.Adopt(std::move(content));
   {

@@ -3,7 +3,6 @@
 #include "tvset/settings.h"
 
 #include <fcntl.h>
-#include <string_view>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,13 +11,13 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include <vconf.h>
 
+#include "file_text.h"
 #include "tvset/paths.h"
 
 namespace fs = std::filesystem;
@@ -117,15 +116,11 @@ struct Stored {
 };
 
 std::optional<Stored> ReadStored(const std::string& file) {
-  std::error_code error;
-  if (!fs::is_regular_file(file, error)) return std::nullopt;
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) return std::nullopt;
-  std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+  const std::optional<std::string> bytes = ReadFileBytes(file);
   Stored stored{};
-  if (bytes.size() < sizeof(stored.type)) return std::nullopt;
-  std::memcpy(&stored.type, bytes.data(), sizeof(stored.type));
-  stored.bytes = bytes.substr(sizeof(stored.type));
+  if (!bytes || bytes->size() < sizeof(stored.type)) return std::nullopt;
+  std::memcpy(&stored.type, bytes->data(), sizeof(stored.type));
+  stored.bytes = bytes->substr(sizeof(stored.type));
   return stored;
 }
 

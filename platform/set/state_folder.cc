@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fstream>
 #include <random>
+#include <string>
 #include <system_error>
 
 #include "tvset/error.h"
@@ -68,6 +69,17 @@ void MakeDeviceId(const fs::path& file) {
   if (error) Unusable(file, error.message());
 }
 
+// Moves the folder out of the way first: a thread that still writes a setting then neither keeps it
+// from being emptied nor sees it half empty.
+void RemoveFolder(const fs::path& folder) {
+  const fs::path gone = folder.string() + ".gone";
+  std::error_code error;
+  fs::remove_all(gone, error);
+  fs::rename(folder, gone, error);
+  if (error && error != std::errc::no_such_file_or_directory) Unusable(folder, error.message());
+  fs::remove_all(gone, error);
+}
+
 }  // namespace
 
 StateFolder::StateFolder(const Paths& paths) : paths_(paths), lock_(OpenLock(paths)) {
@@ -87,11 +99,7 @@ StateFolder::~StateFolder() { close(lock_); }
 // another process may hold it exclusively and remove them once more, which then costs nobody a
 // value.
 void StateFolder::Use() {
-  if (Lock(lock_, LOCK_EX | LOCK_NB)) {
-    std::error_code error;
-    fs::remove_all(paths_.memory_settings(), error);
-    if (error) Unusable(paths_.memory_settings(), error.message());
-  }
+  if (Lock(lock_, LOCK_EX | LOCK_NB)) RemoveFolder(paths_.memory_settings());
   if (!Lock(lock_, LOCK_SH)) Unusable(paths_.lock_file(), std::strerror(errno));
   MakeFolder(paths_.memory_settings());
 }

@@ -1,9 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <string>
-
 #include <cstdlib>
 #include <filesystem>
+#include <string>
 
 #include <app_manager.h>
 #include <app_manager_extension.h>

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <cstddef>
 #include <filesystem>
+#include <string>
 
 #include "tvset/applications.h"
 #include "tvset/context_manager.h"
@@ -42,8 +41,9 @@ class TVSET_EXPORT Set {
   // The running set; starts one with default options when none runs, so it may throw as Start does.
   static Set& Current();
   // Replaces the running one. Settings under "memory/" go, unless another live process runs a set
-  // on the folder. Throws SetError with a clear text for a profile that cannot be read or a folder
-  // that cannot be used; the set that ran before then runs on.
+  // on the folder. Throws SetError with a clear text for a profile that cannot be read and a folder
+  // that cannot be made; the set that ran before then runs on. It throws as well, and no set runs,
+  // when the folder's lock or its old settings are in the way.
   static void Start(const Options& options);
   static void Stop();
   static bool running();
