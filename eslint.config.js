@@ -93,6 +93,10 @@ export default [
     rules: { ...libraryScript.rules, ...joinedScriptRules },
   },
   {
+    files: ['src/orvane/api/register_keys.js'], // one long table
+    rules: { 'max-lines-per-function': 'off' },
+  },
+  {
     // Facilities that the web runtime evaluates in a page, in JavaScriptCore and in a browser.
     files: ['runtime/page/js/**/*.js'],
     languageOptions: {
@@ -104,13 +108,29 @@ export default [
     rules: { 'max-lines-per-function': 'off', 'no-unused-expressions': 'off' },
   },
   {
+    // Scripts of extensions that the tests load: what they assign to exports is published.
+    files: ['tests/page/*extension*.js'],
+    languageOptions: {
+      ...runtimeScript,
+      ecmaVersion: 2022,
+      globals: {
+        ...globals['shared-node-browser'],
+        WebAPIException: 'readonly',
+        exports: 'writable',
+        extension: 'readonly',
+        xwalk: 'readonly',
+      },
+    },
+    rules: { 'no-implicit-globals': 'off', 'no-var': 'off' },
+  },
+  {
     // What stands around a script that is put in later.
     files: ['runtime/page/js/extension_wrapper.js'],
     rules: { 'no-unused-vars': 'off', 'no-var': 'off' },
   },
   {
     // What pages run: scripts of web applications.
-    files: ['examples/**/*.js', 'tests/**/page/**/*.js', 'tests/**/pages/**/*.js'],
+    files: ['examples/**/*.js', 'tests/**/pages/**/*.js'],
     languageOptions: {
       ...runtimeScript,
       ecmaVersion: 2022,

@@ -15,7 +15,7 @@ const deviceKeys = JSON.parse(readFileSync(defaultDeviceKeysFile, 'utf8')).map((
 const registerkeys = [...genericRegisterkeys, ...deviceKeys];
 
 function privateTable(name) {
-  return new FakeRuntime().evaluate(name);
+  return new FakeRuntime().evaluate(`(loadKeyTables(), ${name})`);
 }
 
 // The rows of a table, looked up name by name in the expected order.

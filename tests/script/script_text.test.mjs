@@ -76,7 +76,8 @@ test('JoinedScript declares and uses every name', async () => {
 
   const [{ messages }] = await eslint.lintText(joinScript());
 
-  const texts = messages.filter(({ ruleId }) => ruleId !== 'max-lines').map((m) => m.message);
+  const ofNames = messages.filter(({ ruleId }) => !ruleId?.startsWith('max-'));
+  const texts = ofNames.map(({ message }) => message);
   const surprises = texts.filter((text) => !expected.some((pattern) => pattern.test(text)));
   assert.deepEqual(surprises, []);
 });

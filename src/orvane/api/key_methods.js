@@ -4,7 +4,7 @@
 
 OrvaneManager.prototype.generateKey = function generateKey(keyName) {
   validator_.validateArgsStrict(arguments, [{ name: 'keyName', type: type_.STRING }]);
-  if (!(keyName in generatekeyMap)) {
+  if (!isGeneratable(keyName)) {
     console.log('[orvane.js] generateKey - This ' + keyName + ' is invalid!');
     throw new WebAPIException(
       WebAPIException.QM_INVALID_VALUES_ERR,
@@ -62,10 +62,10 @@ OrvaneManager.prototype.unregisterKey = function unregisterKey(keyNameList) {
 };
 
 OrvaneManager.prototype.getSpecialSupportedKeys = function getSpecialSupportedKeys() {
+  const rows = registerkeyRows();
   const keys = [];
-  for (let i = 0; i < registerkeyRows.length; ++i) {
-    const row = registerkeyRows[i];
-    keys[i] = new TVInputDeviceKey({ name: row[0], code: row[2] });
+  for (let i = 0; i < rows.length; ++i) {
+    keys[i] = new TVInputDeviceKey({ name: rows[i][0], code: rows[i][2] });
   }
   return keys;
 };

@@ -12,8 +12,19 @@ function keyNameText(element) {
   }
 }
 
+function isGeneratable(keyName) {
+  loadKeyTables();
+  return keyName in generatekeyMap;
+}
+
+function isRegisterable(keyName) {
+  loadKeyTables();
+  return keyName in registerkeyMap || keyName in mandatorykeyMap;
+}
+
 // The hardware code of a key that can be generated, "" for any other name.
 function getXKeyCodeByName(keyName) {
+  loadKeyTables();
   const result = keyName in generatekeyMap ? generatekeyMap[keyName].xkeyCode : '';
   console.log('[orvane.js] Conver Name[' + keyName + '] to keyCode[' + result + ']');
   return result;
@@ -21,6 +32,7 @@ function getXKeyCodeByName(keyName) {
 
 // The platform symbol of a key that can be registered, "" for any other name.
 function getKeyNameByName(keyName) {
+  loadKeyTables();
   let result = '';
   if (keyName in registerkeyMap) {
     result = registerkeyMap[keyName].keyName;
@@ -39,7 +51,7 @@ function getKeyNames(keyNameList, caller) {
   const length = keyNameList.length;
   for (let i = 0; i < length; ++i) {
     const name = keyNameText(keyNameList[i]);
-    if (!(name in registerkeyMap) && !(name in mandatorykeyMap)) {
+    if (!isRegisterable(name)) {
       console.log('[orvane.js] ' + caller + ' - This ' + name + ' is invalid!');
       // The quote in this text opens and never closes: pages compare with it as it stands.
       throw new WebAPIException(

@@ -37,7 +37,7 @@ export function joinScript(deviceKeysFile = defaultDeviceKeysFile) {
   const rows = parseDeviceKeys(text, deviceKeysFile, readGenericRows());
   return [
     ...beforeDeviceRows.map(readApiFile),
-    `const deviceKeyRows = [\n${rows.map((row) => `  ${JSON.stringify(row)},\n`).join('')}];\n`,
+    deviceKeyRowsFunction(rows),
     ...afterDeviceRows.map(readApiFile),
   ].join('');
 }
@@ -66,11 +66,16 @@ function checkEveryFileIsJoined() {
   }
 }
 
+function deviceKeyRowsFunction(rows) {
+  const lines = rows.map((row) => `    ${JSON.stringify(row)},\n`);
+  return `function deviceKeyRows() {\n  return [\n${lines.join('')}  ];\n}\n`;
+}
+
 // The rows of the three tables as they stand in the files, without device rows.
 function readGenericRows() {
   const tables = readApiFile('key_tables.js') + readApiFile('register_keys.js');
-  const rows = '[].concat(mandatorykeyRows, generatekeyRows, registerkeyRows)';
-  return vm.runInNewContext(`${tables}\n${rows};`, { deviceKeyRows: [] });
+  const rows = '[].concat(mandatorykeyRows(), generatekeyRows(), registerkeyRows())';
+  return vm.runInNewContext(`${tables}\n${rows};`, { deviceKeyRows: () => [] });
 }
 
 function checkScriptText(readable, built) {
