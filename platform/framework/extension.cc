@@ -82,6 +82,19 @@ void OnSyncMessage(XW_Instance handle, const char* message) {
   });
 }
 
+// The text that `json` stands for; empty for another value, and for text that was cut.
+std::string StringFromJson(const std::string& json) {
+  try {
+    picojson::value value;
+    if (picojson::parse(value, json).empty() && value.is<std::string>()) {
+      return value.get<std::string>();
+    }
+  } catch (const std::overflow_error&) {
+    // A number that no double holds.
+  }
+  return {};
+}
+
 // Marks the extension as the one that initialises, for as long as it does.
 class InitializationScope {
  public:
@@ -127,10 +140,7 @@ std::string Extension::GetRuntimeVariable(const char* key) const {
   }
   std::array<char, kRuntimeVariableSize> text{};
   Host().runtime->GetRuntimeVariableString(handle_, key, text.data(), text.size());
-  const std::string json(text.data());
-  picojson::value value;
-  picojson::parse(value, json);
-  return value.is<std::string>() ? value.get<std::string>() : std::string();
+  return StringFromJson(text.data());
 }
 
 int32_t Extension::XW_Initialize(XW_Extension extension, XW_GetInterface get_interface,

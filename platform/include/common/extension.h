@@ -45,7 +45,8 @@ class WEBAPI_EXPORT Extension {
   // A NULL-terminated array of further dotted names that lead to this extension. Copied.
   void SetExtraJSEntryPoints(const char** entry_points);
 
-  // The host's variable `key` without its JSON quotes; empty when the host does not know it.
+  // The host's variable `key` without its JSON quotes; empty when the host does not know it, when
+  // it is no string, and when it is longer than 4095 bytes.
   std::string GetRuntimeVariable(const char* key) const;
 
   // Connects a library with its host: looks the host's tables up, registers the callbacks and runs
