@@ -79,7 +79,7 @@ export class FakeRuntime {
     return this.named('callSync', 'call', 'runtimeSync', 'runtimeAsync', 'runtime');
   }
 
-  get specs() {
+  get rules() {
     return this.named('validate').at(-1)[1];
   }
 
@@ -113,7 +113,7 @@ export class FakeRuntime {
       },
       validator: {
         Types: Object.fromEntries(typeNames.map((name) => [name, name])),
-        validateArgsStrict: (args, specs, ...more) => this.validate(args, specs, more),
+        validateArgsStrict: (args, rules, ...more) => this.validate(args, rules, more),
       },
       converter: {
         toDouble: (value, nullable) => {
@@ -133,8 +133,8 @@ export class FakeRuntime {
   }
 
   // Returns null on purpose: a script that reads the validator's result cannot get far.
-  validate(args, specs, more) {
-    this.record('validate', plain(specs), plain([...args]), ...more);
+  validate(args, rules, more) {
+    this.record('validate', plain(rules), plain([...args]), ...more);
     if (this.argumentError) {
       throw this.argumentError;
     }

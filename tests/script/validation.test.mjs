@@ -17,7 +17,7 @@ const positions = ['TOP', 'MIDDLE', 'BOTTOM'].flatMap((row) =>
   ['LEFT', 'CENTER', 'RIGHT'].map((column) => `${row}_${column}`)
 );
 
-// Method, good arguments, argument specifications.
+// Method, good arguments, the rules of the arguments.
 const methods = [
   ['generateKey', ['Back'], [{ name: 'keyName', type: 'STRING' }]],
   ['registerKey', [['Menu']], [keyNameList]],
@@ -80,7 +80,7 @@ test('OrvaneManager has 21 methods and four enumerations', () => {
   assert.equal(members.length, 25);
 });
 
-for (const [method, args, specs] of methods) {
+for (const [method, args, rules] of methods) {
   test(`${method} has its arguments validated`, () => {
     const runtime = new FakeRuntime();
     runtime.answers = ['success'];
@@ -88,7 +88,7 @@ for (const [method, args, specs] of methods) {
     runtime.orvane[method](...args);
 
     assert.equal(runtime.named('validate').length, 1);
-    assert.deepEqual(runtime.specs, specs);
+    assert.deepEqual(runtime.rules, rules);
   });
 
   test(`${method} passes all arguments of the call to the validator`, () => {
@@ -153,7 +153,7 @@ test('A page that adds to a public enumeration does not widen what is accepted',
 
   runtime.orvane.requestTvContextTask(0, 0);
 
-  assert.deepEqual(runtime.specs[0].values, [0]);
+  assert.deepEqual(runtime.rules[0].values, [0]);
 });
 
 test('Public enumerations hold their members in order', () => {

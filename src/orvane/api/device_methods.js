@@ -49,12 +49,12 @@ OrvaneManager.prototype.getSystemStat = function getSystemStat(resource, onsucce
 };
 
 OrvaneManager.prototype.setScreenSaver = function setScreenSaver(state, onsuccess, onerror) {
-  const specs = [
+  const rules = [
     { name: 'state', type: type_.ENUM, values: screenSaverStateValues },
     optionalCallback('onsuccess'),
     optionalCallback('onerror'),
   ];
-  validator_.validateArgsStrict(arguments, specs, true);
+  validator_.validateArgsStrict(arguments, rules, true);
   const receive = replyReceiver('setScreenSaver', onsuccess, onerror);
   native.call('OrvaneManager_setScreenSaver', { state: state }, receive);
 };
