@@ -31,7 +31,7 @@ function operationError(method) {
   );
 }
 
-// The argument specification of a callback that a page may leave out.
+// The validator's rule for a callback that a page may leave out.
 function optionalCallback(name) {
   return { name: name, type: type_.FUNCTION, optional: true, nullable: true };
 }
