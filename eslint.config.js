@@ -124,11 +124,6 @@ export default [
     rules: { 'no-implicit-globals': 'off', 'no-var': 'off' },
   },
   {
-    // What stands around a script that is put in later.
-    files: ['runtime/page/js/extension_wrapper.js'],
-    rules: { 'no-unused-vars': 'off', 'no-var': 'off' },
-  },
-  {
     // What pages run: scripts of web applications.
     files: ['examples/**/*.js', 'tests/**/pages/**/*.js'],
     languageOptions: {
@@ -136,6 +131,24 @@ export default [
       ecmaVersion: 2022,
       globals: { ...globals.browser, dravelt: 'readonly', WebAPIException: 'readonly' },
     },
+  },
+  {
+    // Suites that js_suite runs in a page, and the script of the extension that they talk to.
+    files: ['tests/page/**/*.js'],
+    languageOptions: {
+      ...libraryScript.languageOptions,
+      ecmaVersion: 2022,
+      globals: {
+        ...libraryScript.languageOptions.globals,
+        ...globals.browser,
+        assert: 'readonly',
+        describe: 'readonly',
+        dravelt: 'readonly',
+        test: 'readonly',
+        testing: 'readonly',
+      },
+    },
+    rules: { 'max-lines-per-function': 'off', 'no-implicit-globals': 'off' },
   },
   {
     files: ['simulator/**/*.js', 'simulator/**/*.mjs', 'runtime/server/**/*.js'],

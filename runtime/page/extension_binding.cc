@@ -89,13 +89,18 @@ bool ExtensionBinding::PostBytes(const NativeCall& call) {
   const JSTypedArrayType type = JSValueGetTypedArrayType(call.context, call[0], nullptr);
   if (type == kJSTypedArrayTypeNone) return false;
   JSObjectRef object = JSValueToObject(call.context, call[0], nullptr);
-  const bool whole = type == kJSTypedArrayTypeArrayBuffer;
-  const auto* start = static_cast<const char*>(
-      whole ? JSObjectGetArrayBufferBytesPtr(call.context, object, nullptr)
-            : JSObjectGetTypedArrayBytesPtr(call.context, object, nullptr));
-  const size_t size = whole ? JSObjectGetArrayBufferByteLength(call.context, object, nullptr)
-                            : JSObjectGetTypedArrayByteLength(call.context, object, nullptr);
-  const std::string bytes(start == nullptr ? "" : start, start == nullptr ? 0 : size);
+  const char* start = nullptr;
+  size_t size = 0;
+  if (type == kJSTypedArrayTypeArrayBuffer) {
+    start = static_cast<const char*>(JSObjectGetArrayBufferBytesPtr(call.context, object, nullptr));
+    size = JSObjectGetArrayBufferByteLength(call.context, object, nullptr);
+  } else if (void* buffer = JSObjectGetTypedArrayBytesPtr(call.context, object, nullptr)) {
+    start = static_cast<const char*>(buffer) +
+            JSObjectGetTypedArrayByteOffset(call.context, object, nullptr);
+    size = JSObjectGetTypedArrayByteLength(call.context, object, nullptr);
+  }
+  // A buffer that was handed on has no memory.
+  const std::string bytes = start == nullptr ? std::string() : std::string(start, size);
   Trace(TraceDirection::kFromPage, TraceKind::kNativeBinary, bytes, {});
   instance_->PostBinaryMessage(bytes);
   return true;

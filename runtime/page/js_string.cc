@@ -33,6 +33,17 @@ void AppendCodePoint(uint32_t code, std::string* utf8) {
 bool IsHighSurrogate(uint32_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool IsLowSurrogate(uint32_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
+// How many of UTF-16's units the text has; what begins is counted, and a pair begins with a byte of
+// its own.
+size_t CountUnits(const std::string& utf8) {
+  size_t units = 0;
+  for (const char c : utf8) {
+    const auto byte = static_cast<unsigned char>(c);
+    units += static_cast<size_t>((byte & 0xC0) != 0x80) + static_cast<size_t>(byte >= 0xF0);
+  }
+  return units;
+}
+
 // For the strings that the engine itself will not turn into UTF-8: those with a lone surrogate.
 void CopyWithReplacements(JSStringRef string, std::string* utf8) {
   const JSChar* units = JSStringGetCharactersPtr(string);
@@ -80,11 +91,11 @@ JsString::JsString(const std::string& utf8) : string_(JSStringCreateWithUTF8CStr
 }
 
 void JsString::CopyTo(std::string* utf8) const {
-  const size_t length = JSStringGetLength(string_);
   utf8->resize(JSStringGetMaximumUTF8CStringSize(string_));
   const size_t size = JSStringGetUTF8CString(string_, utf8->data(), utf8->size());
   utf8->resize(size > 0 ? size - 1 : 0);
-  if (utf8->size() < length) CopyWithReplacements(string_, utf8);
+  // The engine stops at a lone surrogate.
+  if (CountUnits(*utf8) != JSStringGetLength(string_)) CopyWithReplacements(string_, utf8);
   if (utf8->capacity() > kKeptCapacity) utf8->shrink_to_fit();
 }
 

@@ -81,6 +81,7 @@ void Destroyed(XW_Instance instance) {
 }  // namespace
 
 extern "C" XW_EXPORT int32_t XW_Initialize(XW_Extension extension, XW_GetInterface get_interface) {
+  g_events.clear();  // the library may still be in memory from the host before
   g_core = static_cast<const XW_CoreInterface*>(get_interface(XW_CORE_INTERFACE));
   g_messaging =
       static_cast<const XW_MessagingInterface_2*>(get_interface(XW_MESSAGING_INTERFACE_2));

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// What the extension of the page tests gives to pages: its `extension` object, as it is, and a manager over it.
-var calls = 0;
+// What the extension of the page tests gives to pages: its `extension` object, as it is, and a
+// manager over it.
+let calls = 0;
 
 exports.extension = extension;
 exports.send = extension.internal.sendSyncMessage;

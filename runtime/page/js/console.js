@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The console of a page that has no browser around it: one line of text per call goes to the home of the page.
+// The console of a page that has no browser around it: one line of text per call goes to the home
+// of the page.
 (function makeConsole(use, bridge) {
   'use strict';
 
@@ -51,13 +52,19 @@
       typeof args[0] === 'string' && args.length > 1
         ? fill(args[0], args.slice(1))
         : args.map((value) => inspect.argument(value)).join(' ');
-    bridge.writeConsole(level, indent === '' ? text : indent + text.replaceAll('\n', `\n${indent}`));
+    bridge.writeConsole(
+      level,
+      indent === '' ? text : indent + text.replaceAll('\n', `\n${indent}`)
+    );
   }
 
   const page = {
     assert(condition, ...args) {
       if (!condition) {
-        write(levels.error, ['Assertion failed' + (args.length > 0 ? ':' : ''), ...args.map(inspect.argument)]);
+        write(levels.error, [
+          'Assertion failed' + (args.length > 0 ? ':' : ''),
+          ...args.map(inspect.argument),
+        ]);
       }
     },
     dir(value) {

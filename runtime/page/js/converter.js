@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// Conversions with the rules of the platform's web APIs. Each takes the value and, last, whether null may pass; each
-// throws a TypeMismatchError for what cannot be converted.
+// Conversions with the rules of the platform's web APIs. Each takes the value and, last, whether
+// null may pass; each throws a TypeMismatchError for what cannot be converted.
 (function makeConverter(use) {
   'use strict';
 
@@ -73,8 +73,12 @@
     if (nullable && value === null) {
       return null;
     }
-    const found = values.find((candidate) => candidate === value || String(candidate) === toString(value));
-    return found === undefined ? fail(value, `one of ${values.map(describe.literal).join(', ')}`) : found;
+    const found = values.find(
+      (candidate) => candidate === value || String(candidate) === toString(value)
+    );
+    return found === undefined
+      ? fail(value, `one of ${values.map(describe.literal).join(', ')}`)
+      : found;
   }
 
   function toPlatformObject(value, constructors, nullable) {

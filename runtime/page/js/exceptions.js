@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// WebAPIException, which methods throw, and WebAPIError, which error callbacks receive: `code`, `name` and `message`.
+// WebAPIException, which methods throw, and WebAPIError, which error callbacks receive: `code`,
+// `name` and `message`.
 (function makeExceptions() {
   'use strict';
 
@@ -34,8 +35,8 @@
     return rows.find((row) => row[column] === codeOrName);
   }
 
-  // What was given, as [code, name, message]. The forms: (code, message), (name, message), (message) and an object
-  // with any of the three, whose own values win over the table's.
+  // What was given, as [code, name, message]. The forms: (code, message), (name, message),
+  // (message) and an object with any of the three, whose own values win over the table's.
   function read(first, message) {
     if (first !== null && typeof first === 'object') {
       const row = rowOf(first.code) || rowOf(first.name) || unknown;

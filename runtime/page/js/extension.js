@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The `extension` object of a script, over its native side: an object with these functions, and evaluateScript(), which
-// returns the function that extension_wrapper.js makes of the script text.
+// The `extension` object of a script, over its native side: an object with these functions, and
+// evaluateScript(), which returns the function that extension_wrapper.js makes of the script text.
 (function makeExtensionFactory() {
   'use strict';
 
   return function makeExtension(native) {
-    // Reading a function of `native` costs a look-up in the engine, so the one that is called often is kept.
+    // Reading a function of `native` costs a look-up in the engine, so the one that is called often
+    // is kept.
     const { sendSyncMessage } = native;
     return {
       postMessage(message) {

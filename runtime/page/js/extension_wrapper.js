@@ -1,10 +1,13 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// What an extension's script text is evaluated in; the text stands where the mark is. The runtime puts everything
-// before the mark on one line, so that line numbers are those of the text.
+// What an extension's script text is evaluated in; the text stands where the mark is. The runtime
+// puts everything before the mark on one line, so that line numbers are those of the text.
+// eslint-disable-next-line no-unused-vars -- the script uses it
 (function (extension) {
   'use strict';
+  // A script may declare it again.
+  // eslint-disable-next-line no-var
   var exports = {};
   /* @script */
   return exports;

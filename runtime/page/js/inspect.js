@@ -65,7 +65,10 @@
       return head;
     }
     const frames = stack.startsWith(head) ? stack.slice(head.length + 1) : stack;
-    return [head, ...frames.split('\n').map((line) => `    at ${line.trim().replace(/^at /, '')}`)].join('\n');
+    return [
+      head,
+      ...frames.split('\n').map((line) => `    at ${line.trim().replace(/^at /, '')}`),
+    ].join('\n');
   }
 
   // The constructor's name, except for plain objects and arrays.
@@ -81,7 +84,8 @@
 
   function formatMembers(value, name, depth, ancestors) {
     const inner = (item) => format(item, depth, ancestors);
-    const isList = Array.isArray(value) || (ArrayBuffer.isView(value) && !(value instanceof DataView));
+    const isList =
+      Array.isArray(value) || (ArrayBuffer.isView(value) && !(value instanceof DataView));
     let items;
     let label = name;
     if (isList) {

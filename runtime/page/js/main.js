@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The runtime's script side. The build puts the other files of this folder where the mark stands, so that a page
-// evaluates one script; each file is one function that makes its part when something first uses it.
+// The runtime's script side. The build puts the other files of this folder where the mark stands,
+// so that a page evaluates one script; each file is one function that makes its part when something
+// first uses it.
 //
 // `bridge` is what the home of the page supplies, in process or in a browser:
-//   extensions()          [{ name, entryPoints }]: what a page may touch
-//   createInstance(name)  makes the extension's instance for this page; its native side, see extension.js, or null
+//   extensions()          what a page may touch: [{ name, entryPoints }]
+//   createInstance(name)  makes the instance for this page; returns its native side, see
+//                         extension.js, or null
 //   hasPrivilege(uri), moveWindow(x, y), setQuarterPosition(position), widgetInfo()
-//   addTimer, removeTimer, writeConsole, reportError: only in process, where no browser has them already
+//   addTimer, removeTimer, writeConsole, reportError: only in process, where no browser has them
 (function startPage(bridge) {
   'use strict';
 
@@ -25,10 +27,16 @@
   }
 
   function defineData(name, value) {
-    Object.defineProperty(globalThis, name, { value, writable: true, enumerable: false, configurable: true });
+    Object.defineProperty(globalThis, name, {
+      value,
+      writable: true,
+      enumerable: false,
+      configurable: true,
+    });
   }
 
-  // Most pages never touch most of these: each is made on first touch, and is a plain property from then on.
+  // Most pages never touch most of these: each is made on first touch, and is a plain property from
+  // then on.
   function defineLazily(name, make) {
     Object.defineProperty(globalThis, name, {
       get() {

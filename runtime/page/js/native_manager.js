@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// A script's way to its own extension and to the web runtime. Native messages are JSON: a request has `cmd` and `args`,
-// a reply has `status` and, as the case may be, `result` or `error`; `callbackId` ties a posted reply to its call.
+// A script's way to its own extension and to the web runtime. Native messages are JSON: a request
+// has `cmd` and `args`, a reply has `status` and, as the case may be, `result` or `error`;
+// `callbackId` ties a posted reply to its call.
 (function makeNativeManager(use) {
   'use strict';
 
@@ -19,7 +20,9 @@
   }
 
   function quote(text) {
-    return JSON.stringify(text.length > longestQuote ? `${text.slice(0, longestQuote)}\u2026` : text);
+    return JSON.stringify(
+      text.length > longestQuote ? `${text.slice(0, longestQuote)}\u2026` : text
+    );
   }
 
   function readReply(text, command) {
@@ -63,8 +66,8 @@
       extension.setMessageListener((message) => this.#receive(message));
     }
 
-    // Sends a message and waits for the reply. Never throws for what the other side does: a reply that cannot be read
-    // is a failed one.
+    // Sends a message and waits for the reply. Never throws for what the other side does: a reply
+    // that cannot be read is a failed one.
     callSync(command, args) {
       const message = JSON.stringify({ cmd: command, args: args || {} });
       let text;
@@ -76,8 +79,9 @@
       return readReply(text, command);
     }
 
-    // Sends a message whose reply is posted later; `callback` receives that reply. A call that fails at once gives the
-    // failed reply to `callback` before this returns, so that no page waits for ever.
+    // Sends a message whose reply is posted later; `callback` receives that reply. A call that
+    // fails at once gives the failed reply to `callback` before this returns, so that no page waits
+    // for ever.
     call(command, args, callback) {
       lastCallbackId += 1;
       const callbackId = lastCallbackId;

@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// Privileges of the platform's web APIs by their short names, and the check that a method makes before it does
-// something that needs one.
+// Privileges of the platform's web APIs by their short names, and the check that a method makes
+// before it does something that needs one.
 (function makePrivilege(use, bridge) {
   'use strict';
 
   const { WebAPIException } = use('exceptions');
 
-  // Short name, and the last part of the URI where it is not the same in lower case without underscores.
+  // Short name, and the last part of the URI where it is not the same in lower case without
+  // underscores.
   const names = {};
   for (const [name, path] of [
     ['ALARM'],
@@ -40,7 +41,8 @@
     if (!bridge.hasPrivilege(privilege)) {
       throw new WebAPIException(
         WebAPIException.SECURITY_ERR,
-        `Permission denied: add the line <tizen:privilege name="${privilege}"/> to the application's config.xml.`
+        `Permission denied: add the line <tizen:privilege name="${privilege}"/> ` +
+          "to the application's config.xml."
       );
     }
   }

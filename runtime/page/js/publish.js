@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// Puts extensions under their dotted names. Nothing of an extension is loaded before a script touches its name or one
-// of its entry points. What is published is read-only for the page, and so are the objects made to hold it.
+// Puts extensions under their dotted names. Nothing of an extension is loaded before a script
+// touches its name or one of its entry points. What is published is read-only for the page, and so
+// are the objects made to hold it.
 (function makePublish() {
   'use strict';
 
@@ -69,7 +70,12 @@
   }
 
   function defineSlot(holder, key, slot) {
-    Object.defineProperty(holder, key, { get: slot.get, set: slot.set, enumerable: true, configurable: false });
+    Object.defineProperty(holder, key, {
+      get: slot.get,
+      set: slot.set,
+      enumerable: true,
+      configurable: false,
+    });
   }
 
   // A name below another extension's name lives on what that one exports.

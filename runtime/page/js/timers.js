@@ -14,12 +14,18 @@
   function start(name, handler, delay, args, repeats) {
     requireFunction(name, handler);
     const run = args.length === 0 ? handler : () => handler(...args);
-    // A browser takes the delay as a 32-bit integer too: what is no number, and what is too large, counts as 0.
+    // A browser takes the delay as a 32-bit integer too: what is no number, and what is too large,
+    // counts as 0.
     return bridge.addTimer(run, delay | 0, repeats);
   }
 
   function define(name, value) {
-    Object.defineProperty(globalThis, name, { value, writable: true, enumerable: true, configurable: true });
+    Object.defineProperty(globalThis, name, {
+      value,
+      writable: true,
+      enumerable: true,
+      configurable: true,
+    });
   }
 
   define('setTimeout', function setTimeout(handler, delay, ...args) {

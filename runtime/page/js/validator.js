@@ -1,13 +1,15 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The argument rules of the platform's web APIs. A method gives the arguments it was called with and one rule for each:
-// { name, type, optional, nullable, values }. What is optional may be undefined or absent, what is nullable may be
-// null. `values` means, by type: ENUM the allowed values; ARRAY the type of its elements; DICTIONARY rules for its
-// members; LISTENER the names of its callbacks; PLATFORM_OBJECT a constructor or an array of constructors.
+// The argument rules of the platform's web APIs. A method gives the arguments it was called with
+// and one rule for each: { name, type, optional, nullable, values }. What is optional may be
+// undefined or absent, what is nullable may be null. `values` means, by type: ENUM the allowed
+// values; ARRAY the type of its elements; DICTIONARY rules for its members; LISTENER the names of
+// its callbacks; PLATFORM_OBJECT a constructor or an array of constructors.
 //
-// Both checks throw a TypeMismatchError that names the argument, what came and what is wanted. Both return an object
-// with one property per rule, and `has`, which tells the arguments that were given.
+// Both checks throw a TypeMismatchError that names the argument, what came and what is wanted. Both
+// return an object with one property per rule, and `has`, which tells the arguments that were
+// given.
 (function makeValidator(use) {
   'use strict';
 
@@ -26,8 +28,8 @@
     };
   }
 
-  // Per type: its words, the strict test, and the conversion that the lenient check tries. `test` may throw a
-  // Mismatch of its own when only a part of the value is wrong.
+  // Per type: its words, the strict test, and the conversion that the lenient check tries. `test`
+  // may throw a Mismatch of its own when only a part of the value is wrong.
   const table = {
     BOOLEAN: {
       wanted: () => 'a boolean',
@@ -59,20 +61,29 @@
     },
     FUNCTION: { wanted: () => 'a function', test: isCallable },
     ARRAY: {
-      wanted: (values) => (values === undefined ? 'an array' : `an array whose elements are each ${wantedOf(values)}`),
-      test: (value, values) => Array.isArray(value) && (values === undefined || elementsPass(value, values)),
+      wanted: (values) =>
+        values === undefined ? 'an array' : `an array whose elements are each ${wantedOf(values)}`,
+      test: (value, values) =>
+        Array.isArray(value) && (values === undefined || elementsPass(value, values)),
     },
     DICTIONARY: {
       wanted: () => 'an object',
       test: (value, values) =>
-        isObject(value) && !Array.isArray(value) && (values === undefined || membersPass(value, values)),
+        isObject(value) &&
+        !Array.isArray(value) &&
+        (values === undefined || membersPass(value, values)),
     },
     LISTENER: {
       wanted: (values) => `an object with the functions ${(values || []).join(', ')}`,
-      test: (value, values) => isObject(value) && !Array.isArray(value) && callbacksPass(value, values || []),
+      test: (value, values) =>
+        isObject(value) && !Array.isArray(value) && callbacksPass(value, values || []),
     },
     PLATFORM_OBJECT: {
-      wanted: (values) => `an object made by ${[].concat(values).map((constructor) => constructor.name).join(' or ')}`,
+      wanted: (values) =>
+        `an object made by ${[]
+          .concat(values)
+          .map((constructor) => constructor.name)
+          .join(' or ')}`,
       test: (value, values) =>
         Array.isArray(values)
           ? values.some((constructor) => value instanceof constructor)
@@ -80,7 +91,8 @@
     },
     FILE_REFERENCE: {
       wanted: () => 'a path or a file object',
-      test: (value) => typeof value === 'string' || (isObject(value) && typeof value.fullPath === 'string'),
+      test: (value) =>
+        typeof value === 'string' || (isObject(value) && typeof value.fullPath === 'string'),
     },
   };
 
@@ -90,7 +102,8 @@
   }
   Object.freeze(Types);
 
-  // Says which part of an argument is wrong; checkOne makes an exception of it that names the argument too.
+  // Says which part of an argument is wrong; checkOne makes an exception of it that names the
+  // argument too.
   class Mismatch {
     constructor(part, wanted, value) {
       this.part = part;
@@ -139,7 +152,9 @@
   function rowOf(type) {
     const row = table[type];
     if (row === undefined) {
-      throw new TypeError(`The validator has no type "${type}"; it has ${Object.keys(table).join(', ')}.`);
+      throw new TypeError(
+        `The validator has no type "${type}"; it has ${Object.keys(table).join(', ')}.`
+      );
     }
     return row;
   }
@@ -214,8 +229,8 @@
   return Object.freeze({
     Types,
 
-    // Values of another type are refused, never converted. A third argument, which some scripts give, has no meaning
-    // here.
+    // Values of another type are refused, never converted. A third argument, which some scripts
+    // give, has no meaning here.
     validateArgsStrict: (args, rules) => validate(args, rules, checkOne),
 
     // Values that can be converted are: "5" passes for a LONG and is 5 in what is returned.

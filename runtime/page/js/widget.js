@@ -17,7 +17,8 @@
     name: info.name,
     version: info.version,
 
-    // Moves the window's top left corner. Fractions of a pixel are cut off. Returns "success" or what is wrong.
+    // Moves the window's top left corner. Fractions of a pixel are cut off. Returns "success" or
+    // what is wrong.
     move(x, y) {
       if (!Number.isFinite(x)) {
         return wrong('x', x);
