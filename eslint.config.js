@@ -108,24 +108,8 @@ export default [
     rules: { 'max-lines-per-function': 'off', 'no-unused-expressions': 'off' },
   },
   {
-    // Scripts of extensions that the tests load: what they assign to exports is published.
-    files: ['tests/page/*extension*.js'],
-    languageOptions: {
-      ...runtimeScript,
-      ecmaVersion: 2022,
-      globals: {
-        ...globals['shared-node-browser'],
-        WebAPIException: 'readonly',
-        exports: 'writable',
-        extension: 'readonly',
-        xwalk: 'readonly',
-      },
-    },
-    rules: { 'no-implicit-globals': 'off', 'no-var': 'off' },
-  },
-  {
     // What pages run: scripts of web applications.
-    files: ['examples/**/*.js', 'tests/**/pages/**/*.js'],
+    files: ['examples/**/*.js', 'tests/**/pages/**/*.js', 'bench/js/*.js'],
     languageOptions: {
       ...runtimeScript,
       ecmaVersion: 2022,
@@ -149,6 +133,10 @@ export default [
       },
     },
     rules: { 'max-lines-per-function': 'off', 'no-implicit-globals': 'off' },
+  },
+  {
+    files: ['bench/js/*.js'],
+    languageOptions: { globals: { native: 'readonly' } }, // the benchmark's own function
   },
   {
     files: ['simulator/**/*.js', 'simulator/**/*.mjs', 'runtime/server/**/*.js'],

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// node addon.mjs ADDON: prints the nanoseconds of one call, the median of several rounds after a warm-up.
+// node addon.mjs ADDON: prints the nanoseconds of one call, the median of several rounds after a
+// warm-up.
 import { createRequire } from 'node:module';
 import { hrtime, argv, stdout } from 'node:process';
 
