@@ -139,6 +139,15 @@ export default [
     languageOptions: { globals: { native: 'readonly' } }, // the benchmark's own function
   },
   {
+    // What the command runs in a page of its own accord.
+    files: ['runtime/cli/js/**/*.js'],
+    languageOptions: {
+      ...runtimeScript,
+      ecmaVersion: 2020,
+      globals: { dravelt: 'readonly', orvaneCommand: 'readonly' },
+    },
+  },
+  {
     files: ['simulator/**/*.js', 'simulator/**/*.mjs', 'runtime/server/**/*.js'],
     languageOptions: { ecmaVersion: 2022, sourceType: 'module', globals: globals.browser },
   },

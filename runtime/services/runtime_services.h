@@ -62,7 +62,7 @@ class RuntimeServices final : public page::RuntimeMessages {
 
   Outcome Grab(const std::string& key_name, tvset::GrabMode mode);
   Outcome OfWindow(bool done) const;
-  bool MayUseKeys() const;
+  bool Holds(const std::string& privilege) const;
   std::string NotRunning() const;
   void Tell(const std::string& request, const std::string& reason) const;
 

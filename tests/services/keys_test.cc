@@ -56,13 +56,6 @@ TEST_F(KeysTest, SaysWhichLineIsMissingWhenThePrivilegeIs) {
   EXPECT_THAT(set().key_grabs().list(), IsEmpty());
 }
 
-TEST_F(KeysTest, RefusesWhenThePrivilegeServiceFails) {
-  set().faults().Fail("privilege_check_application", -13, tvset::FaultMode::kOnce);
-  ExpectRefused(kRegister, "XF86Red", "tv.inputdevice");
-  explanations_.clear();
-  ExpectDone(kRegister, "XF86Red");
-}
-
 TEST_F(KeysTest, RefusesAnApplicationThatDoesNotRun) {
   set().applications().Terminate(kApp);
   ExpectRefused(kRegister, "XF86Red", "aBcDe01234.Player does not run");
@@ -128,6 +121,12 @@ TEST_F(KeysTest, KnowsThePrivilegesOfTheApplication) {
   ASSERT_EQ(explanations_.size(), 1U);
   EXPECT_THAT(explanations_[0],
               HasSubstr("<tizen:privilege name=\"http://tizen.org/privilege/internet\"/>"));
+}
+
+TEST_F(KeysTest, AnApplicationThatIsNotInstalledHoldsNothing) {
+  RuntimeServices stranger(set(), "nObOdY1234.None", nullptr);
+  EXPECT_FALSE(stranger.HasPrivilege(kKeyPrivilege));
+  EXPECT_EQ(stranger.SendSync(kRegister, "XF86Red"), "error");
 }
 
 TEST_F(KeysTest, WorksWithoutAnExplainer) {

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/device_keys.h"
+
+#include <fstream>
+#include <string>
+
+#include <picojson.h>
+
+#include "cli/exit_code.h"
+
+namespace orvane::cli {
+
+namespace {
+
+// Empty for a row that is none.
+std::optional<tvset::RemoteKey> ReadRow(const picojson::value& row) {
+  if (!row.is<picojson::object>()) return std::nullopt;
+  const picojson::value& name = row.get("keyName");
+  const picojson::value& code = row.get("keyCode");
+  if (!name.is<std::string>() || !code.is<double>()) return std::nullopt;
+  return tvset::RemoteKey{name.get<std::string>(), static_cast<int>(code.get<double>()), 0};
+}
+
+}  // namespace
+
+std::vector<tvset::RemoteKey> ReadDeviceKeys(const std::filesystem::path& file) {
+  std::ifstream stream(file);
+  picojson::value rows;
+  const std::string error = picojson::parse(rows, stream);
+  const UsageError damaged(file.string() +
+                           ": the file of the device's keys is damaged. Build again.");
+  if (!error.empty() || !rows.is<picojson::array>()) throw damaged;
+  std::vector<tvset::RemoteKey> keys;
+  for (const picojson::value& row : rows.get<picojson::array>()) {
+    const auto key = ReadRow(row);
+    if (!key) throw damaged;
+    keys.push_back(*key);
+  }
+  return keys;
+}
+
+}  // namespace orvane::cli

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+
+#include <CLI/CLI.hpp>
+
+#include "cli/exit_code.h"
+
+namespace orvane::cli {
+
+// Each function adds one verb with its options; when the verb was given, `run` is set to what does
+// its work once the whole command line has been read.
+using Run = std::function<ExitCode()>;
+
+void AddExecVerb(CLI::App& command, Run& run);
+void AddCallVerb(CLI::App& command, Run& run);
+
+}  // namespace orvane::cli
