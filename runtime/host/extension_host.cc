@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "host/extension_host.h"
 
-#include <string_view>
-
 #include <algorithm>
 #include <exception>
 #include <system_error>
@@ -25,7 +23,7 @@ bool IsMetadataFile(const std::filesystem::path& file) { return file.extension()
 
 bool IsLibrary(const std::filesystem::path& file) {
   const std::string name = file.filename().string();
-  return file.extension() == ".so" && std::string_view(name).substr(0, 3) == "lib";
+  return file.extension() == ".so" && name.rfind("lib", 0) == 0;
 }
 
 // The regular files of the folder in order of their names. Throws

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "host/extension.h"

@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <atomic>
+#include <string>
 #include <thread>
 
 #include "host/call_gate.h"

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
-
-#include <memory>
 
 #include "XW_Extension.h"
 #include "host/instance_client.h"

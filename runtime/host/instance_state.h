@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include <atomic>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "XW_Extension.h"
 #include "host/call_gate.h"

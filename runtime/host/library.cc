@@ -3,6 +3,7 @@
 #include "host/library.h"
 
 #include <dlfcn.h>
+
 #include <string>
 
 #include "host/host_error.h"

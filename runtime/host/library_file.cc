@@ -4,10 +4,10 @@
 
 #include <elf.h>
 #include <link.h>
-#include <string>
 
 #include <cstring>
 #include <fstream>
+#include <string>
 #include <system_error>
 #include <vector>
 

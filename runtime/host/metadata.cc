@@ -83,7 +83,7 @@ void ReadEntry(size_t number, const picojson::value& value, Metadata* metadata) 
     library = ReadLibrary(object);
     metadata->entries.push_back({number, ReadName(object), library, ReadEntryPoints(object)});
   } catch (const HostError& error) {
-    metadata->problems.push_back("entry " + std::to_string(number) +
+    metadata->problems.emplace_back("entry " + std::to_string(number) +
                                  " is not used: " + error.what());
     if (!library.empty()) metadata->refused_libraries.push_back(std::move(library));
   }
@@ -100,7 +100,7 @@ Metadata ParseMetadata(std::string_view json) {
     return metadata;
   }
   if (!value->is<picojson::array>()) {
-    metadata.problems.push_back(
+    metadata.problems.emplace_back(
         "it holds no array. Write an array of objects with \"name\", \"lib\" and "
         "\"entry_points\".");
     return metadata;
@@ -116,14 +116,14 @@ Metadata ReadMetadataFile(const std::filesystem::path& file) {
   Metadata unreadable;
   std::ifstream stream(file, std::ios::binary);
   if (!stream) {
-    unreadable.problems.push_back("it cannot be read. Check its permissions.");
+    unreadable.problems.emplace_back("it cannot be read. Check its permissions.");
     return unreadable;
   }
   std::string text(kMaxFileBytes + 1, '\0');
   stream.read(text.data(), static_cast<std::streamsize>(text.size()));
   text.resize(static_cast<size_t>(stream.gcount()));
   if (text.size() > kMaxFileBytes) {
-    unreadable.problems.push_back("it is longer than 1 MiB, and not used.");
+    unreadable.problems.emplace_back("it is longer than 1 MiB, and not used.");
     return unreadable;
   }
   return ParseMetadata(text);

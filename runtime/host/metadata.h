@@ -2,11 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include <cstddef>
 #include <filesystem>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvane::host {

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <chrono>
 #include <functional>
+#include <string>
 
 namespace orvane::host {
 

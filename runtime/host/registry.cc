@@ -13,7 +13,7 @@ namespace orvane::host {
 
 Registry& Registry::Process() {
   // Never destroyed: threads of extensions may call until the process ends.
-  static Registry* const registry = new Registry;
+  static auto* const registry = new Registry;
   return *registry;
 }
 

@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
+#include <string>
 
 namespace orvane::host {
 

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+
+// Whatever a metadata file holds, its reader gives entries that can be used, or problems.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "host/dotted_name.h"
+#include "host/metadata.h"
+
+namespace {
+
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string_view json(reinterpret_cast<const char*>(data), size);
+  const orvane::host::Metadata metadata = orvane::host::ParseMetadata(json);
+
+  for (const auto& entry : metadata.entries) {
+    Require(orvane::host::IsDottedName(entry.name));
+    Require(!entry.library.empty());
+    Require(entry.library.find('\0') == std::string::npos);
+    for (const auto& name : entry.entry_points) Require(orvane::host::IsDottedName(name));
+  }
+  Require(metadata.refused_libraries.size() <= metadata.problems.size());
+  return 0;
+}
