@@ -15,6 +15,9 @@ namespace fs = std::filesystem;
 namespace tvset {
 namespace {
 
+// The most that an app_state_e can hold; those above APP_STATE_TERMINATED have no name.
+constexpr int kHighestState = 7;
+
 void RequireFolderName(const std::string& what, const std::string& name) {
   const bool bad = name.empty() || name == "." || name == ".." || name.size() > 255 ||
                    name.find('/') != std::string::npos || name.find('\0') != std::string::npos;
@@ -109,6 +112,10 @@ void Applications::Launch(const std::string& id, pid_t pid) {
 }
 
 void Applications::SetState(const std::string& id, int app_state) {
+  if (app_state < 0 || app_state > kHighestState) {
+    throw SetError("an application's state is a number from 0 to " + std::to_string(kHighestState) +
+                   ", not " + std::to_string(app_state));
+  }
   {
     std::lock_guard<std::mutex> lock(mutex_);
     RequireInstalled(id);

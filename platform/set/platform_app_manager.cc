@@ -83,10 +83,7 @@ TVSET_EXPORT int app_context_get_pid(app_context_h app_context, pid_t* pid) {
 TVSET_EXPORT int app_context_get_app_state(app_context_h app_context, app_state_e* state) {
   return tvset::WithContext("app_context_get_app_state", app_context, state,
                             [&](const tvset::RunningApplication& application) -> int {
-                              // Any number may be set by hand, also one that the enumeration lacks.
-                              const int value = application.state;
-                              static_assert(sizeof(value) == sizeof(*state));
-                              std::memcpy(state, &value, sizeof(value));
+                              *state = static_cast<app_state_e>(application.state);
                               return tvset::kNone;
                             });
 }

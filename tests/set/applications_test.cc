@@ -131,10 +131,17 @@ TEST_F(ApplicationsTest, ContextIsASnapshot) {
 
 TEST_F(ApplicationsTest, ContextReportsEveryStateThatWasSet) {
   Install(kPlayer);
-  for (const int state : {0, 1, 2, 3, 4, 17, -1}) {
+  for (const int state : {0, 1, 2, 3, 4, 5, 7}) {
     set().applications().SetState(kPlayer, state);
     EXPECT_EQ(StateOf(kPlayer), state);
   }
+}
+
+TEST_F(ApplicationsTest, StateThatNoContextCanReportIsRefused) {
+  Install(kPlayer);
+  EXPECT_THROW(set().applications().SetState(kPlayer, -1), SetError);
+  EXPECT_THROW(set().applications().SetState(kPlayer, 8), SetError);
+  EXPECT_FALSE(set().applications().State(kPlayer));
 }
 
 TEST_F(ApplicationsTest, ContextCallsRefuseNull) {

@@ -31,7 +31,7 @@ TEST_F(TzplatformTest, NamesAreSortedAndLeadBackToTheirNumbers) {
 }
 
 TEST_F(TzplatformTest, NumbersAndNamesOutsideTheListHaveNothing) {
-  for (const int id : {-1, -1000, int{_TZPLATFORM_VARIABLES_COUNT_}, 1 << 30}) {
+  for (const int id : {-1, -128, int{_TZPLATFORM_VARIABLES_COUNT_}, 127}) {
     EXPECT_EQ(tzplatform_getenv(Variable(id)), nullptr) << id;
     EXPECT_EQ(tzplatform_getname(Variable(id)), nullptr) << id;
   }

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
 #include <sys/types.h>
 
 #include <atomic>
@@ -11,6 +10,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -55,8 +55,8 @@ class TVSET_EXPORT Applications {
   // Running from now on: in the foreground, topmost and focused. The application that had the focus
   // goes to the background.
   void Launch(const std::string& id, pid_t pid);
-  // Any number: contexts report it as it stands. Starts an application that does not run, without a
-  // process.
+  // Contexts report the number as it stands; 5 to 7 are states without a name, and others are
+  // refused with SetError. Starts an application that does not run, without a process.
   void SetState(const std::string& id, int app_state);
   std::optional<int> State(const std::string& id) const;  // empty: it does not run
   std::optional<RunningApplication> Running(const std::string& id) const;

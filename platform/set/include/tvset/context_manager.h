@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <cstddef>
 #include <mutex>
+#include <string>
 #include <vector>
 
 #include "tvset/events.h"

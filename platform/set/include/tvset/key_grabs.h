@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <mutex>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "tvset/events.h"

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <cstdint>
 #include <mutex>
+#include <string>
 
 #include "tvset/events.h"
 #include "tvset/export.h"
