@@ -18,7 +18,7 @@ void* Address() { return g_extension; }
 namespace common {
 
 Extension* GetCurrentExtension() {
-  Assert(g_extension);
+  LOG_ASSERT(g_extension);
   return g_extension;
 }
 

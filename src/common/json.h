@@ -14,6 +14,6 @@
 #error "Include common/json.h before the JSON library and the framework's headers"
 #endif
 
-#define PICOJSON_ASSERT(expression) Assert(expression)
+#define PICOJSON_ASSERT(expression) LOG_ASSERT(expression)
 
 #include <picojson.h>

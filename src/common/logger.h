@@ -218,12 +218,12 @@ __attribute__((format(printf, 1, 2))) inline int CheckFormat(const char* /*forma
   __assert_fail(condition, file, static_cast<unsigned>(line), function);
 }
 
-// AssertMsg(expression, text): ends the process unless `expression` holds; `text` is a literal.
+// LOG_ASSERT_MSG(expression, text): ends the process unless `expression` holds. A literal `text`.
 //
 // It holds in every build, whatever NDEBUG says. What is asserted in this library is a contract
 // with the runtime or with the script: an instance without its extension, a message that the script
 // cannot have sent. Once that is broken, any answer could be one page's secret given to another.
-#define AssertMsg(expression, text)                                                 \
+#define LOG_ASSERT_MSG(expression, text)                                            \
   do {                                                                              \
     if (!(expression)) {                                                            \
       ::common::FailAssertion(LOG_FILE_NAME, __func__, __LINE__, #expression, text, \
@@ -231,9 +231,9 @@ __attribute__((format(printf, 1, 2))) inline int CheckFormat(const char* /*forma
     }                                                                               \
   } while (false)
 
-// Assert(expression): the same with an empty text. The JSON library's own assertions come here (see
-// common/json.h), with its header as the file and its member as the function.
-#define Assert(expression) AssertMsg(expression, "")
+// LOG_ASSERT(expression): the same with an empty text. The JSON library's own assertions come here
+// (see common/json.h), with its header as the file and its member as the function.
+#define LOG_ASSERT(expression) LOG_ASSERT_MSG(expression, "")
 
 // ---- Scopes -------------------------------------------------------------------------------------
 
