@@ -44,7 +44,8 @@ step() {
     printf 'FAILED (exit %d) after %d s\n' "$status" $((SECONDS - started))
   fi
   printf -- '---- the end of %s:\n' "${log#"$root"/}"
-  tail -n "${ORVANE_LOG_LINES:-80}" "$log"
+  # Without the lines of tests that passed.
+  grep -vE '^ +Start +[0-9]+: | Passed +[0-9.]+ sec$' "$log" | tail -n "${ORVANE_LOG_LINES:-120}"
   printf -- '----\n'
   exit 1
 }

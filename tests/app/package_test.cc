@@ -29,7 +29,8 @@ class ZipWriter {
   ~ZipWriter() { EXPECT_EQ(zip_close(zip_), 0) << zip_strerror(zip_); }
 
   zip_uint64_t Add(const std::string& name, const std::string& text) {
-    char* copy = static_cast<char*>(malloc(text.size() + 1));
+    // The archive frees what it is given, save for nothing at all.
+    char* copy = text.empty() ? nullptr : static_cast<char*>(malloc(text.size()));
     std::copy(text.begin(), text.end(), copy);
     zip_source_t* source = zip_source_buffer(zip_, copy, text.size(), 1);
     const zip_int64_t index = zip_file_add(zip_, name.c_str(), source, ZIP_FL_ENC_UTF_8);
