@@ -6,6 +6,7 @@
 #include <numeric>
 
 #include "tvset/error.h"
+#include "tvset/set_files.h"
 
 namespace tvset {
 namespace {
@@ -25,10 +26,17 @@ size_t EditDistance(const std::string& from, const std::string& to) {
   return row.back();
 }
 
+std::vector<std::string> AllNames() {
+  std::vector<std::string> names = FaultTable::functions();
+  const std::vector<std::string>& accesses = FaultTable::accesses();
+  names.insert(names.end(), accesses.begin(), accesses.end());
+  return names;
+}
+
 // Up to three names that a person may have meant.
 std::vector<std::string> NearNames(const std::string& name) {
   std::vector<std::pair<size_t, std::string>> near;
-  for (const std::string& function : FaultTable::functions()) {
+  for (const std::string& function : AllNames()) {
     const bool part = name.size() >= 4 && function.find(name) != std::string::npos;
     const size_t distance = part ? 0 : EditDistance(name, function);
     if (distance <= function.size() / 3) near.emplace_back(distance, function);
@@ -86,9 +94,19 @@ const std::vector<std::string>& FaultTable::functions() {
   return *names;
 }
 
+const std::vector<std::string>& FaultTable::accesses() {
+  static const std::vector<std::string>* const names = [] {
+    auto* const list = new std::vector<std::string>{"prctl"};
+    for (const SetFile file : kSetFiles) list->push_back("file:" + std::string(NameOf(file)));
+    std::sort(list->begin(), list->end());
+    return list;
+  }();
+  return *names;
+}
+
 void FaultTable::Fail(const std::string& function, int code, FaultMode mode) {
-  const std::vector<std::string>& names = functions();
-  if (!std::binary_search(names.begin(), names.end(), function)) {
+  const std::vector<std::string> names = AllNames();
+  if (std::find(names.begin(), names.end(), function) == names.end()) {
     throw SetError(UnknownFunctionText(function));
   }
   if (code == 0)

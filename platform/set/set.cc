@@ -8,6 +8,8 @@
 #include <memory>
 #include <mutex>
 
+#include <dlog.h>
+
 #include "handles.h"
 #include "profile_reader.h"
 #include "state_folder.h"
@@ -22,6 +24,13 @@ fs::path ProfileFile(const std::string& given) {
   const char* environment = std::getenv("ORVANE_PROFILE");
   const bool named = environment != nullptr && *environment != '\0';
   return Paths::FindProfile(named ? environment : "uhd");
+}
+
+void WarnOfMissingFiles(LogBuffer& log) {
+  if (SetFiles::in_force()) return;
+  log.Write(LOG_ID_MAIN, DLOG_ERROR, "TVSET",
+            "the files that only a set has cannot be read in this process: its program loads the C "
+            "library before libtvset.so; link the program itself with libtvset.so");
 }
 
 }  // namespace
@@ -40,6 +49,8 @@ struct Set::State {
   Settings settings{events};
   ScreenSaver screen_saver{events};
   InputMethod input_method{events};
+  SetFiles files{faults, features, log};
+  KernelMarkers kernel_markers{events};
 
   std::atomic<bool> running{false};
   std::atomic<const Paths*> paths{nullptr};
@@ -76,10 +87,12 @@ void Set::State::Start(const Options& options) {
     profile = file;
   }
   running.store(true, std::memory_order_release);
+  WarnOfMissingFiles(log);
 }
 
 void Set::State::Reset(const Paths* new_paths) {
   paths = new_paths;
+  files.Reset(new_paths);
   faults.ClearAll();
   applications.Reset(new_paths);
   windows.Reset();
@@ -89,6 +102,7 @@ void Set::State::Reset(const Paths* new_paths) {
   settings.Reset(new_paths);
   screen_saver.Reset();
   input_method.Reset();
+  kernel_markers.Clear();
   AppContexts().Clear();
   PackageHandles().Clear();
 }
@@ -143,6 +157,8 @@ ScreenSaver& Set::screen_saver() { return state_->screen_saver; }
 WindowManager& Set::windows() { return state_->windows; }
 InputMethod& Set::input_method() { return state_->input_method; }
 KeyGrabs& Set::key_grabs() { return state_->key_grabs; }
+SetFiles& Set::files() { return state_->files; }
+KernelMarkers& Set::kernel_markers() { return state_->kernel_markers; }
 
 const Paths& Set::paths() {
   const Paths* paths = state_->paths;

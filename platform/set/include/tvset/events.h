@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -32,6 +33,14 @@ struct InjectedKey {
   int mode = 0;      // 2: press and release
   std::string
       key_name;  // the key's symbol; empty for a hardware code that no key of the remote has
+};
+
+// What a component wrote into the kernel's trace.
+struct KernelMarker {
+  int64_t time_ns = 0;  // CLOCK_REALTIME
+  pid_t tid = 0;
+  size_t length = 0;  // as it was given
+  std::string text;   // cut where it is longer than is kept
 };
 
 struct ContextTask {
@@ -75,6 +84,7 @@ class TVSET_EXPORT Observer {
   virtual void OnKeyGrabsChanged() {}
   virtual void OnSettingChanged(const std::string& /*key*/) {}  // by this process
   virtual void OnScreenSaverChanged() {}
+  virtual void OnKernelMarker(const KernelMarker&) {}
   virtual void OnFeatureChanged(const std::string& /*key*/) {}
 };
 

@@ -27,7 +27,7 @@ struct Fault {
 class TVSET_EXPORT FaultTable {
  public:
   // Replaces the function's earlier fault. Throws SetError for code 0, which would be success, and
-  // for a name that is no platform function; the text then lists names that are near.
+  // for a name that is in neither list below; the text then lists names that are near.
   void Fail(const std::string& function, int code, FaultMode mode);
   void Clear(const std::string& function);
   void ClearAll();
@@ -42,6 +42,9 @@ class TVSET_EXPORT FaultTable {
 
   // Every platform function, by name.
   static const std::vector<std::string>& functions();
+  // What else can be made to fail, each with an errno value as the code: "file:" and the name of
+  // one of the set's files, see SetFiles, and "prctl" for the kernel's marks, see KernelMarkers.
+  static const std::vector<std::string>& accesses();
 
  private:
   std::optional<int> TakeSlowly(const char* function);

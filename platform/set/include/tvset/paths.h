@@ -26,6 +26,8 @@ class TVSET_EXPORT Paths {
   std::filesystem::path memory_settings() const { return state_folder_ / "run" / "memory"; }
   // The set's own random id, made on its first start.
   std::filesystem::path device_id_file() const { return state_folder_ / "etc" / "tizenid"; }
+  // Replacements of the files that only a set has; made by whoever puts one there.
+  std::filesystem::path files() const { return state_folder_ / "files"; }
   // Locked, shared, by every process in which the set runs.
   std::filesystem::path lock_file() const { return state_folder_ / "lock"; }
 

@@ -14,11 +14,13 @@
 #include "tvset/faults.h"
 #include "tvset/features.h"
 #include "tvset/input_method.h"
+#include "tvset/kernel_markers.h"
 #include "tvset/key_grabs.h"
 #include "tvset/keys.h"
 #include "tvset/log.h"
 #include "tvset/paths.h"
 #include "tvset/screen_saver.h"
+#include "tvset/set_files.h"
 #include "tvset/settings.h"
 #include "tvset/windows.h"
 
@@ -60,6 +62,8 @@ class TVSET_EXPORT Set {
   WindowManager& windows();
   InputMethod& input_method();
   KeyGrabs& key_grabs();
+  SetFiles& files();
+  KernelMarkers& kernel_markers();
   const Paths& paths();
   std::filesystem::path profile();  // the file in use
 

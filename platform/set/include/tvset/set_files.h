@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tvset/export.h"
+
+namespace tvset {
+
+class FaultTable;
+class FeatureStore;
+class LogBuffer;
+class Paths;
+
+// What only a set has, by the name that it has in the folder of replacements.
+enum class SetFile {
+  kMemoryStatistics,  // "qm_memstat": /proc/<own pid>/qm_memstat
+  kGpuMemory,         // "gpu_memory": /sys/kernel/debug/gpu/gpu_memory
+  kGemInfo,           // "gem_info": /sys/kernel/debug/dri/0/gem_info
+  kDebugSwitch,       // "debug": /etc/debug, which the set itself does not have
+  kProcessors,        // "cpuinfo": /proc/cpuinfo, the machine's own
+  kTop,               // "top": the command /usr/bin/top
+};
+inline constexpr std::array<SetFile, 6> kSetFiles{SetFile::kMemoryStatistics, SetFile::kGpuMemory,
+                                                  SetFile::kGemInfo,          SetFile::kDebugSwitch,
+                                                  SetFile::kProcessors,       SetFile::kTop};
+
+// The name above.
+TVSET_EXPORT std::string_view NameOf(SetFile file);
+TVSET_EXPORT std::optional<SetFile> FindSetFile(std::string_view name);
+
+// Where a file's content comes from, the first that applies.
+enum class SetFileSource {
+  kRemoved,   // Remove: there is no such file
+  kReplaced,  // Replace
+  kFolder,    // <state folder>/files/<name>
+  kSet,       // the set's own
+};
+
+// The files and the tool that only a set has, as this process finds them at the set's own paths
+// while a set runs in it: fopen, std::ifstream, stat and popen lead here, everything else in the
+// process reaches the machine. The set's own figures are the kernel's for this process, see
+// docs/decisions.
+//
+// Each can be replaced, by a file of its name in Paths::files() (for every process with a set on
+// the state folder) or by Replace (for this process, until the set restarts; it comes first). In a
+// replacement {pid} stands for the id of the process. A replacement of kTop is what the tool
+// prints; one that is an executable file in the folder is run instead, with the tool's arguments.
+//
+// FaultTable::Fail takes "file:" and the name as well, with an errno value as the code: the file
+// cannot be opened, the tool cannot be started. Any thread.
+class TVSET_EXPORT SetFiles {
+ public:
+  SetFiles(FaultTable& faults, FeatureStore& features, LogBuffer& log);  // all borrowed
+
+  void Replace(SetFile file, const std::string& text);
+  void Remove(SetFile file);
+  void Restore(SetFile file);  // ends Replace and Remove
+  SetFileSource source(SetFile file) const;
+
+  // What a reader finds, for people to see; empty when there is none. For kTop, and for the
+  // machine's own kProcessors: only a replacement.
+  std::optional<std::string> Read(SetFile file) const;
+
+  // False when the program loads the C library before this one: the files above are not there then.
+  static bool in_force();
+
+ private:
+  friend class Set;
+  friend class SetFileReader;
+
+  void Reset(const Paths* paths);  // null: the set stops
+  std::string FolderFile(SetFile file) const;
+
+  FaultTable& faults_;
+  FeatureStore& features_;
+  LogBuffer& log_;
+  mutable std::mutex mutex_;
+  const Paths* paths_ = nullptr;                                // guarded by mutex_
+  std::map<SetFile, std::optional<std::string>> replacements_;  // guarded by mutex_; empty: removed
+};
+
+}  // namespace tvset

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <sys/stat.h>
+
+#include <optional>
+#include <string>
+
+#include "tvset/set_files.h"
+
+namespace tvset {
+
+// What the process finds at the paths of the set's files; partner of the interposed functions,
+// which turn it into a stream, a status or a command. Any thread.
+class SetFileReader {
+ public:
+  // What an access comes to.
+  enum class Answer {
+    kText,     // a file with `text` in it
+    kFile,     // the file `path`, to be run or asked for its status
+    kError,    // there is none: `error` is the errno value
+    kMachine,  // the machine's own file at the set's path
+  };
+  struct Access {
+    Answer answer = Answer::kError;
+    int error = 0;
+    std::string text;
+    std::string path;
+  };
+
+  // Null while no set runs. Safe before static initialisation. Counts its calls, so that it can be
+  // seen whether the process calls the interposed functions at all.
+  static const SetFiles* Running();
+  static unsigned CountOfCalls();
+
+  explicit SetFileReader(const SetFiles& files) : files_(files) {}
+
+  Access Open(SetFile file) const;    // kText, kError or kMachine
+  Access Status(SetFile file) const;  // any; kText with an empty text for a file that the set makes
+  // What a shell is to run in the place of /usr/bin/top: one or more of its words.
+  Access Command() const;  // kText or kError
+
+ private:
+  // What comes before the set's own: a fault or a replacement. Empty: nothing does.
+  std::optional<Access> Instead(SetFile file) const;
+  Access Own(SetFile file) const;
+
+  const SetFiles& files_;
+};
+
+}  // namespace tvset
