@@ -3,7 +3,9 @@
 #include "cli/device_keys.h"
 
 #include <fstream>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include <picojson.h>
 
@@ -12,6 +14,11 @@
 namespace orvane::cli {
 
 namespace {
+
+[[noreturn]] void Refuse(const std::filesystem::path& file) {
+  throw UsageError(file.string() +
+                   ": the file of the device's keys is damaged. Build or install again.");
+}
 
 // Empty for a row that is none.
 std::optional<tvset::RemoteKey> ReadRow(const picojson::value& row) {
@@ -28,14 +35,12 @@ std::vector<tvset::RemoteKey> ReadDeviceKeys(const std::filesystem::path& file) 
   std::ifstream stream(file);
   picojson::value rows;
   const std::string error = picojson::parse(rows, stream);
-  const UsageError damaged(file.string() +
-                           ": the file of the device's keys is damaged. Build again.");
-  if (!error.empty() || !rows.is<picojson::array>()) throw damaged;
+  if (!error.empty() || !rows.is<picojson::array>()) Refuse(file);
   std::vector<tvset::RemoteKey> keys;
   for (const picojson::value& row : rows.get<picojson::array>()) {
-    const auto key = ReadRow(row);
-    if (!key) throw damaged;
-    keys.push_back(*key);
+    std::optional<tvset::RemoteKey> key = ReadRow(row);
+    if (!key) Refuse(file);
+    keys.push_back(*std::move(key));
   }
   return keys;
 }

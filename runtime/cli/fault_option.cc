@@ -8,19 +8,26 @@
 
 namespace orvane::cli {
 
+namespace {
+
+[[noreturn]] void Refuse(const std::string& text) {
+  throw UsageError("--fail " + text +
+                   ": write FUNCTION=CODE, or FUNCTION=CODE:once to fail the next call only, such "
+                   "as --fail vconf_set_str=-1:once.");
+}
+
+}  // namespace
+
 tvset::Fault ParseFault(const std::string& text) {
-  const UsageError malformed("--fail " + text +
-                             ": write FUNCTION=CODE, or FUNCTION=CODE:once to fail the next call "
-                             "only, such as --fail vconf_set_str=-1:once.");
   const size_t equals = text.find('=');
-  if (equals == std::string::npos || equals == 0) throw malformed;
+  if (equals == std::string::npos || equals == 0) Refuse(text);
   tvset::Fault fault;
   fault.function = text.substr(0, equals);
   const char* const end = text.data() + text.size();
   const auto [stopped, error] = std::from_chars(text.data() + equals + 1, end, fault.code);
-  if (error != std::errc()) throw malformed;
+  if (error != std::errc()) Refuse(text);
   const std::string rest(stopped, end);
-  if (!rest.empty() && rest != ":once") throw malformed;
+  if (!rest.empty() && rest != ":once") Refuse(text);
   fault.mode = rest.empty() ? tvset::FaultMode::kAlways : tvset::FaultMode::kOnce;
   return fault;
 }
