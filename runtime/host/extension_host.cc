@@ -31,17 +31,29 @@ bool IsLibrary(const std::filesystem::path& file) {
 Paths ListFiles(const std::filesystem::path& folder) {
   Paths files;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    if (entry.is_regular_file()) files.push_back(entry.path());
+    std::error_code ignored;  // a link that leads nowhere is no file
+    if (entry.is_regular_file(ignored)) files.push_back(entry.path());
   }
   std::sort(files.begin(), files.end());
   return files;
 }
 
+bool IsSameFile(const std::filesystem::path& left, const std::filesystem::path& right) {
+  std::error_code ignored;  // one of them does not exist
+  return std::filesystem::equivalent(left, right, ignored);
+}
+
 bool IsAnyOf(const Paths& libraries, const std::filesystem::path& file) {
-  return std::any_of(libraries.begin(), libraries.end(), [&file](const auto& library) {
-    std::error_code error;
-    return std::filesystem::equivalent(library, file, error);
-  });
+  return std::any_of(libraries.begin(), libraries.end(),
+                     [&file](const auto& library) { return IsSameFile(library, file); });
+}
+
+// The item whose library this is, if it waits to be loaded. Null otherwise.
+CatalogueItem* FindWaiting(const Catalogue& catalogue, const std::filesystem::path& library) {
+  for (const auto& item : catalogue.items()) {
+    if (item->extension == nullptr && IsSameFile(item->library, library)) return item.get();
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -67,7 +79,12 @@ ExtensionHost::~ExtensionHost() {
 bool ExtensionHost::LoadFile(const std::filesystem::path& library, std::string* error) {
   EnterHost(*context_, "ExtensionHost::LoadFile");
   try {
-    LoadNow(library);
+    CatalogueItem* waiting = FindWaiting(*catalogue_, library);
+    if (waiting != nullptr) {
+      LoadWaiting(*waiting);
+    } else {
+      LoadNew(library);
+    }
     return true;
   } catch (const std::exception& exception) {
     if (error != nullptr) {
@@ -79,7 +96,7 @@ bool ExtensionHost::LoadFile(const std::filesystem::path& library, std::string* 
   }
 }
 
-void ExtensionHost::LoadNow(const std::filesystem::path& library) {
+void ExtensionHost::LoadNew(const std::filesystem::path& library) {
   extensions_.reserve(extensions_.size() + 1);
   std::unique_ptr<Extension> extension = Extension::Load(context_, library);
   catalogue_->Add({extension->name(), extension->entry_points(), extension->path(),
@@ -155,12 +172,20 @@ Extension* ExtensionHost::Find(const std::string& dotted_name) {
   if (item == nullptr) return nullptr;
   if (item->extension != nullptr) return item->extension;
   try {
-    LoadItem(*item);
+    LoadWaiting(*item);
     return item->extension;
   } catch (const std::exception& exception) {
     context_->Warn(exception.what());
-    catalogue_->Remove(*item);
     return nullptr;
+  }
+}
+
+void ExtensionHost::LoadWaiting(CatalogueItem& item) {
+  try {
+    LoadItem(item);
+  } catch (...) {
+    catalogue_->Remove(item);
+    throw;
   }
 }
 

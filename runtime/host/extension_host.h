@@ -62,7 +62,8 @@ class ExtensionHost {
   void ReadMetadata(const std::filesystem::path& file,
                     std::vector<std::filesystem::path>* named_libraries);
   void AddLazily(CatalogueItem item, const std::vector<std::filesystem::path>& named_libraries);
-  void LoadNow(const std::filesystem::path& library);
+  void LoadNew(const std::filesystem::path& library);
+  void LoadWaiting(CatalogueItem& item);  // removes the item when it throws
   void LoadItem(CatalogueItem& item);
 
   std::shared_ptr<HostContext> context_;

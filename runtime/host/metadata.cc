@@ -84,7 +84,7 @@ void ReadEntry(size_t number, const picojson::value& value, Metadata* metadata) 
     metadata->entries.push_back({number, ReadName(object), library, ReadEntryPoints(object)});
   } catch (const HostError& error) {
     metadata->problems.emplace_back("entry " + std::to_string(number) +
-                                 " is not used: " + error.what());
+                                    " is not used: " + error.what());
     if (!library.empty()) metadata->refused_libraries.push_back(std::move(library));
   }
 }

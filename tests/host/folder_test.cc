@@ -100,6 +100,29 @@ TEST_F(FolderTest, LeavesOtherFilesAlone) {
   EXPECT_THAT(warnings(), IsEmpty());
 }
 
+TEST_F(FolderTest, LeavesLinksThatLeadNowhereAlone) {
+  std::filesystem::create_symlink("libloop.so", folder() / "libloop.so");
+  std::filesystem::create_symlink("nowhere", folder() / "libnowhere.so");
+  CopyExtension("named");
+
+  host().LoadFolder(folder());
+
+  EXPECT_NE(host().Find("test.named"), nullptr);
+  EXPECT_THAT(warnings(), IsEmpty());
+}
+
+TEST_F(FolderTest, LoadsLazyLibraryThatIsAskedForByItsFile) {
+  CopyExtension("named");
+  WriteMetadata("named.json", "test.named", "libnamed.so", R"(["test.onlyInMetadata"])");
+  host().LoadFolder(folder());
+
+  EXPECT_TRUE(host().LoadFile(folder() / "libnamed.so"));
+
+  EXPECT_THAT(journal(), ElementsAre("loaded"));
+  EXPECT_EQ(host().Find("test.onlyInMetadata"), host().Find("test.named"));
+  EXPECT_THAT(warnings(), IsEmpty());
+}
+
 TEST_F(FolderTest, WarnsAboutFolderThatCannotBeRead) {
   host().LoadFolder(folder() / "none");
 
