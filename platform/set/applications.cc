@@ -136,10 +136,28 @@ std::optional<int> Applications::State(const std::string& id) const {
 }
 
 std::optional<RunningApplication> Applications::Running(const std::string& id) const {
+  RunningApplication running;
+  if (!ReadRunning(id, &running)) return std::nullopt;
+  return running;
+}
+
+bool Applications::ReadRunning(std::string_view id, RunningApplication* running) const {
   std::lock_guard<std::mutex> lock(mutex_);
+  return ReadLocked(id, running);
+}
+
+bool Applications::ReadFocused(RunningApplication* running) const {
+  std::lock_guard<std::mutex> lock(mutex_);
+  return ReadLocked(focused_, running);
+}
+
+bool Applications::ReadLocked(std::string_view id, RunningApplication* running) const {
   const auto found = running_.find(id);
-  if (found == running_.end()) return std::nullopt;
-  return RunningApplication{id, found->second.pid, found->second.state};
+  if (found == running_.end()) return false;
+  running->id = id;
+  running->pid = found->second.pid;
+  running->state = found->second.state;
+  return true;
 }
 
 void Applications::Terminate(const std::string& id) {
@@ -213,6 +231,7 @@ std::vector<std::string> Applications::raise_order() const {
   }
   std::sort(raised.rbegin(), raised.rend());
   std::vector<std::string> ids;
+  ids.reserve(raised.size());
   for (auto& [order, id] : raised) ids.push_back(std::move(id));
   return ids;
 }

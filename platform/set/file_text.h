@@ -17,7 +17,7 @@ inline std::optional<std::string> ReadFileBytes(const std::filesystem::path& fil
   std::ifstream stream(file, std::ios::binary);
   if (!stream) return std::nullopt;
   std::string bytes;
-  std::array<char, 4096> part;
+  std::array<char, 4096> part{};
   do {
     stream.read(part.data(), part.size());
     bytes.append(part.data(), static_cast<size_t>(stream.gcount()));

@@ -3,54 +3,105 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <cstring>
+#include <deque>
 #include <mutex>
-#include <unordered_map>
+#include <vector>
 
 namespace tvset {
 
-// The live handles of one kind. A handle is a number that is never given twice, not an address, so
-// that an invented handle, a destroyed one and one of another kind are told apart from a live one.
-// Any thread.
+// The live handles of one kind. A handle is a number that is not given again for a long time, not
+// an address, so that an invented handle, a destroyed one and one of another kind are told apart
+// from a live one. Values stay where they are while their handle lives; their places are used
+// again, so that a handle costs no allocation. Any thread. The callables run under the table's lock
+// and must not call it.
 template <typename Value>
 class HandleTable {
  public:
-  // `kind` keeps the numbers of two tables apart; 0 to 15.
-  explicit HandleTable(uintptr_t kind) : last_(kind) {}
+  // `kind` keeps the numbers of two tables apart; 1 to 15.
+  explicit HandleTable(uintptr_t kind) : kind_(kind) {}
 
-  void* Add(std::shared_ptr<Value> value) {
+  // Null, and no handle, when `fill(Value&)` answers false. It finds the value as the last handle
+  // of that place left it.
+  template <typename Fill>
+  void* Add(Fill&& fill) {
     std::lock_guard<std::mutex> lock(mutex_);
-    last_ += 16;
-    values_.emplace(last_, std::move(value));
-    return reinterpret_cast<void*>(last_);
+    if (free_.empty()) {
+      free_.push_back(slots_.size());
+      slots_.emplace_back();
+    }
+    const size_t index = free_.back();
+    Slot& slot = slots_[index];
+    if (!fill(slot.value)) return nullptr;
+    free_.pop_back();
+    slot.number = (++serial_ << kSerialShift) | (index << kIndexShift) | kind_;
+    return ToHandle(slot.number);
   }
 
-  // Null: no such handle. The value lives while the result does, whoever destroys the handle.
-  std::shared_ptr<Value> Find(const void* handle) const {
+  // False: no such handle. Otherwise what `read(Value&)` answers.
+  template <typename Reader>
+  bool Read(const void* handle, Reader&& read) {
     std::lock_guard<std::mutex> lock(mutex_);
-    const auto found = values_.find(reinterpret_cast<uintptr_t>(handle));
-    return found == values_.end() ? nullptr : found->second;
+    Slot* slot = Find(handle);
+    return slot != nullptr && read(slot->value);
   }
 
-  bool Remove(const void* handle) {
+  // False: no such handle. `drop(Value&)` may free what the value holds.
+  template <typename Drop>
+  bool Remove(const void* handle, Drop&& drop) {
     std::lock_guard<std::mutex> lock(mutex_);
-    return values_.erase(reinterpret_cast<uintptr_t>(handle)) == 1;
+    Slot* slot = Find(handle);
+    if (slot == nullptr) return false;
+    drop(slot->value);
+    free_.push_back(IndexOf(slot->number));
+    slot->number = 0;
+    return true;
   }
 
   void Clear() {
     std::lock_guard<std::mutex> lock(mutex_);
-    values_.clear();
+    slots_.clear();
+    free_.clear();
   }
 
   size_t size() const {
     std::lock_guard<std::mutex> lock(mutex_);
-    return values_.size();
+    return slots_.size() - free_.size();
   }
 
  private:
+  struct Slot {
+    uintptr_t number = 0;  // 0: free
+    Value value{};
+  };
+
+  static constexpr int kIndexShift = 4;
+  static constexpr int kSerialShift = 24;
+
+  static size_t IndexOf(uintptr_t number) {
+    constexpr uintptr_t kMask = (uintptr_t{1} << (kSerialShift - kIndexShift)) - 1;
+    return (number >> kIndexShift) & kMask;
+  }
+
+  static void* ToHandle(uintptr_t number) {
+    void* handle = nullptr;
+    static_assert(sizeof(handle) == sizeof(number));
+    std::memcpy(&handle, &number, sizeof(number));
+    return handle;
+  }
+
+  Slot* Find(const void* handle) {
+    const auto number = reinterpret_cast<uintptr_t>(handle);
+    const size_t index = IndexOf(number);
+    if (number == 0 || index >= slots_.size() || slots_[index].number != number) return nullptr;
+    return &slots_[index];
+  }
+
+  const uintptr_t kind_;
   mutable std::mutex mutex_;
-  uintptr_t last_;                                                // guarded by mutex_
-  std::unordered_map<uintptr_t, std::shared_ptr<Value>> values_;  // guarded by mutex_
+  uintptr_t serial_ = 0;      // guarded by mutex_
+  std::deque<Slot> slots_;    // guarded by mutex_
+  std::vector<size_t> free_;  // guarded by mutex_; indices of free slots
 };
 
 }  // namespace tvset

@@ -2,12 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
+
 #include "handle_table.h"
 #include "tvset/applications.h"
 
 namespace tvset {
 
 HandleTable<RunningApplication>& AppContexts();
-HandleTable<Application>& PackageHandles();
+HandleTable<std::unique_ptr<Application>>& PackageHandles();
 
 }  // namespace tvset

@@ -194,6 +194,7 @@ KeyDelivery KeyGrabs::Press(const std::string& key_name) {
 
 void KeyGrabs::AddKnownKeys(const std::vector<std::string>& key_names) {
   std::vector<RemoteKey> keys;
+  keys.reserve(key_names.size());
   for (const std::string& name : key_names) keys.push_back(RemoteKey{name, 0, 0});
   AddKnownKeys(keys);
 }

@@ -41,7 +41,7 @@ bool LineRing::Reserve(size_t size) {
 }
 
 void LineRing::DropOldest() {
-  LineHead head;
+  LineHead head{};
   std::memcpy(&head, bytes_.get() + oldest_, sizeof(head));
   oldest_ += SizeOf(head);
   --count_;
@@ -63,7 +63,7 @@ std::vector<LogLine> LineRing::Lines() const {
   size_t at = oldest_;
   for (size_t i = 0; i < count_; ++i) {
     if (wrapped_ && at == upper_end_) at = 0;
-    LineHead head;
+    LineHead head{};
     std::memcpy(&head, bytes_.get() + at, sizeof(head));
     const char* tag = bytes_.get() + at + sizeof(head);
     lines.push_back(LogLine{head.time_ns, head.pid, head.tid, head.log_id, head.priority,

@@ -47,9 +47,12 @@ int64_t Now() {
 // True on a thread that is reporting a line: what an observer logs is not reported in turn.
 thread_local bool g_reporting = false;
 
-struct Reporting {
+class Reporting {
+ public:
   Reporting() { g_reporting = true; }
   ~Reporting() { g_reporting = false; }
+  Reporting(const Reporting&) = delete;
+  Reporting& operator=(const Reporting&) = delete;
 };
 
 }  // namespace

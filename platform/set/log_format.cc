@@ -45,7 +45,7 @@ __attribute__((format(printf, 1, 2))) std::string Format(const char* format, ...
 
 // "11-20 23:59:35.123", and the zone.
 std::pair<std::string, std::string> LocalTime(int64_t time_ns) {
-  const time_t seconds = static_cast<time_t>(time_ns / kSecond);
+  const auto seconds = static_cast<time_t>(time_ns / kSecond);
   tm local{};
   localtime_r(&seconds, &local);
   char date[32];
@@ -154,8 +154,8 @@ std::string FormatThreadTime(const LogLine& line) {
   return FormatLogLine(line, LogFormat::kThreadTime);
 }
 
-LogFilter::LogFilter(const std::vector<std::string>& expressions) {
-  other_ = expressions.empty() ? 0 : DLOG_PRIO_MAX;
+LogFilter::LogFilter(const std::vector<std::string>& expressions)
+    : other_(expressions.empty() ? 0 : DLOG_PRIO_MAX) {
   for (const std::string& expression : expressions) {
     const size_t colon = expression.rfind(':');
     const std::string tag = expression.substr(0, colon);

@@ -71,7 +71,7 @@ fs::path Paths::FindProfile(const std::string& name_or_path) {
   std::error_code error;
   const bool is_name = name_or_path.find('/') == std::string::npos;
   if (is_name && !folder.empty()) {
-    const fs::path shipped = folder / (name_or_path + ".xml");
+    fs::path shipped = folder / (name_or_path + ".xml");
     if (fs::is_regular_file(shipped, error)) return shipped;
   }
   if (fs::is_regular_file(name_or_path, error)) return name_or_path;

@@ -17,22 +17,29 @@ constexpr int kNone = APP_MANAGER_ERROR_NONE;
 constexpr int kBadParameter = APP_MANAGER_ERROR_INVALID_PARAMETER;
 constexpr int kPlatformFailed = APP_MANAGER_ERROR_IO_ERROR;
 
-int MakeContext(Set& set, const std::string& app_id, app_context_h* context) {
-  std::optional<RunningApplication> running = set.applications().Running(app_id);
-  if (!running) return APP_MANAGER_ERROR_NO_SUCH_APP;
-  *context = static_cast<app_context_h>(
-      AppContexts().Add(std::make_shared<RunningApplication>(std::move(*running))));
+// `read(RunningApplication*)` fills the snapshot, and answers false when there is no such
+// application.
+template <typename Read>
+int MakeContext(app_context_h* context, Read&& read) {
+  void* const handle =
+      AppContexts().Add([&read](RunningApplication& snapshot) -> bool { return read(&snapshot); });
+  if (handle == nullptr) return APP_MANAGER_ERROR_NO_SUCH_APP;
+  *context = static_cast<app_context_h>(handle);
   return kNone;
 }
 
-// Runs `read` on the context's snapshot.
+// Takes `read(const RunningApplication&)` to the context's snapshot; it answers a code.
 template <typename Read>
 int WithContext(const char* function, app_context_h context, const void* out,
                 Read&& read) noexcept {
   return PlatformCall(function, kPlatformFailed, [&](Set&) -> int {
-    if (out == nullptr) return kBadParameter;
-    const std::shared_ptr<RunningApplication> snapshot = AppContexts().Find(context);
-    return snapshot == nullptr ? kBadParameter : read(*snapshot);
+    int result = kBadParameter;
+    if (out == nullptr) return result;
+    AppContexts().Read(context, [&](const RunningApplication& snapshot) {
+      result = read(snapshot);
+      return true;
+    });
+    return result;
   });
 }
 
@@ -49,17 +56,20 @@ TVSET_EXPORT int app_manager_get_focused_app_context(app_context_h* app_context)
   return tvset::PlatformCall(
       "app_manager_get_focused_app_context", tvset::kPlatformFailed, [&](tvset::Set& set) -> int {
         if (app_context == nullptr) return tvset::kBadParameter;
-        return tvset::MakeContext(set, set.applications().focused(), app_context);
+        return tvset::MakeContext(app_context, [&](tvset::RunningApplication* snapshot) {
+          return set.applications().ReadFocused(snapshot);
+        });
       });
 }
 
 TVSET_EXPORT int app_manager_get_app_context(const char* app_id, app_context_h* app_context) {
-  return tvset::PlatformCall("app_manager_get_app_context", tvset::kPlatformFailed,
-                             [&](tvset::Set& set) -> int {
-                               if (app_id == nullptr || app_context == nullptr)
-                                 return tvset::kBadParameter;
-                               return tvset::MakeContext(set, app_id, app_context);
-                             });
+  return tvset::PlatformCall(
+      "app_manager_get_app_context", tvset::kPlatformFailed, [&](tvset::Set& set) -> int {
+        if (app_id == nullptr || app_context == nullptr) return tvset::kBadParameter;
+        return tvset::MakeContext(app_context, [&](tvset::RunningApplication* snapshot) {
+          return set.applications().ReadRunning(app_id, snapshot);
+        });
+      });
 }
 
 TVSET_EXPORT int app_context_get_app_id(app_context_h app_context, char** app_id) {
@@ -91,6 +101,8 @@ TVSET_EXPORT int app_context_get_app_state(app_context_h app_context, app_state_
 TVSET_EXPORT int app_context_destroy(app_context_h app_context) {
   return tvset::PlatformCall(
       "app_context_destroy", tvset::kPlatformFailed, [&](tvset::Set&) -> int {
-        return tvset::AppContexts().Remove(app_context) ? tvset::kNone : tvset::kBadParameter;
+        const bool removed =
+            tvset::AppContexts().Remove(app_context, [](tvset::RunningApplication&) {});
+        return removed ? tvset::kNone : tvset::kBadParameter;
       });
 }

@@ -5,11 +5,11 @@
 // so it does not start the set.
 #include <algorithm>
 #include <cstdarg>
-#include <cstdio>
 #include <optional>
 
 #include <dlog.h>
 
+#include "format_text.h"
 #include "tvset/set.h"
 
 namespace tvset {
@@ -25,8 +25,8 @@ __attribute__((format(printf, 5, 0))) int Print(const char* function, int log_id
     if (const std::optional<int> code = set.faults().Take(function)) return *code;
     if (tag == nullptr || format == nullptr) return kBadParameter;
     if (const int refused = set.log().Admit(log_id, priority); refused != 0) return refused;
-    char text[LogBuffer::kMaxText + 1];
-    const int length = std::vsnprintf(text, sizeof(text), format, arguments);
+    char text[LogBuffer::kMaxText + 1];  // not filled first: it is large and mostly stays empty
+    const int length = FormatText(text, sizeof(text), format, arguments);
     if (length < 0) return kBadParameter;
     const size_t kept = std::min(static_cast<size_t>(length), LogBuffer::kMaxText);
     return set.log().Write(log_id, priority, tag, std::string_view(text, kept));

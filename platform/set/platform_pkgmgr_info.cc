@@ -5,6 +5,9 @@
 // not declare; -3 for an unknown application; -1 for a set that cannot be started.
 #include <strings.h>
 
+#include <memory>
+#include <utility>
+
 #include <pkgmgr-info.h>
 
 #include "handles.h"
@@ -12,12 +15,27 @@
 
 namespace tvset {
 
-HandleTable<Application>& PackageHandles() {
-  static auto* const table = new HandleTable<Application>(2);
+HandleTable<std::unique_ptr<Application>>& PackageHandles() {
+  static auto* const table = new HandleTable<std::unique_ptr<Application>>(2);
   return *table;
 }
 
+namespace {
+
+// The value stays in the application's own storage, which the handle keeps.
+bool FindMetadata(Application& application, const char* wanted, char** found) {
+  for (auto& [key, value] : application.metadata) {
+    if (strcasecmp(key.c_str(), wanted) != 0) continue;
+    *found = value.data();
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
 }  // namespace tvset
+
+using PackageValue = std::unique_ptr<tvset::Application>;
 
 TVSET_EXPORT int pkgmgrinfo_appinfo_get_appinfo(const char* appid, pkgmgrinfo_appinfo_h* handle) {
   return tvset::PlatformCall(
@@ -25,8 +43,11 @@ TVSET_EXPORT int pkgmgrinfo_appinfo_get_appinfo(const char* appid, pkgmgrinfo_ap
         if (appid == nullptr || handle == nullptr) return PMINFO_R_EINVAL;
         std::optional<tvset::Application> application = set.applications().Find(appid);
         if (!application) return PMINFO_R_ENOENT;
-        *handle = tvset::PackageHandles().Add(
-            std::make_shared<tvset::Application>(std::move(*application)));
+        auto kept = std::make_unique<tvset::Application>(std::move(*application));
+        *handle = tvset::PackageHandles().Add([&kept](PackageValue& value) {
+          value = std::move(kept);
+          return true;
+        });
         return PMINFO_R_OK;
       });
 }
@@ -34,25 +55,23 @@ TVSET_EXPORT int pkgmgrinfo_appinfo_get_appinfo(const char* appid, pkgmgrinfo_ap
 TVSET_EXPORT int pkgmgrinfo_appinfo_get_metadata_value(pkgmgrinfo_appinfo_h handle,
                                                        const char* metadata_key,
                                                        char** metadata_value) {
-  return tvset::PlatformCall("pkgmgrinfo_appinfo_get_metadata_value", PMINFO_R_ERROR,
-                             [&](tvset::Set&) -> int {
-                               if (metadata_key == nullptr || metadata_value == nullptr)
-                                 return PMINFO_R_EINVAL;
-                               const std::shared_ptr<tvset::Application> application =
-                                   tvset::PackageHandles().Find(handle);
-                               if (application == nullptr) return PMINFO_R_EINVAL;
-                               for (auto& [key, value] : application->metadata) {
-                                 if (strcasecmp(key.c_str(), metadata_key) != 0) continue;
-                                 *metadata_value = value.data();
-                                 return PMINFO_R_OK;
-                               }
-                               return PMINFO_R_EINVAL;
-                             });
+  return tvset::PlatformCall(
+      "pkgmgrinfo_appinfo_get_metadata_value", PMINFO_R_ERROR, [&](tvset::Set&) -> int {
+        if (metadata_key == nullptr || metadata_value == nullptr) return PMINFO_R_EINVAL;
+        const bool found = tvset::PackageHandles().Read(handle, [&](PackageValue& application) {
+          return tvset::FindMetadata(*application, metadata_key, metadata_value);
+        });
+        return found ? PMINFO_R_OK : PMINFO_R_EINVAL;
+      });
 }
 
 TVSET_EXPORT int pkgmgrinfo_appinfo_destroy_appinfo(pkgmgrinfo_appinfo_h handle) {
-  return tvset::PlatformCall(
-      "pkgmgrinfo_appinfo_destroy_appinfo", PMINFO_R_ERROR, [&](tvset::Set&) -> int {
-        return tvset::PackageHandles().Remove(handle) ? PMINFO_R_OK : PMINFO_R_EINVAL;
-      });
+  return tvset::PlatformCall("pkgmgrinfo_appinfo_destroy_appinfo", PMINFO_R_ERROR,
+                             [&](tvset::Set&) -> int {
+                               // Freed at once, so that a value which is used after its handle
+                               // shows in a memory checker.
+                               const bool removed = tvset::PackageHandles().Remove(
+                                   handle, [](PackageValue& application) { application.reset(); });
+                               return removed ? PMINFO_R_OK : PMINFO_R_EINVAL;
+                             });
 }

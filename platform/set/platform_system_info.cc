@@ -48,7 +48,7 @@ TVSET_EXPORT int system_info_get_custom_int(const char* key, int* value) {
         if (key == nullptr || value == nullptr) return tvset::kBadParameter;
         const auto feature = set.features().Find(key, "int", FeatureGroup::kCustom);
         if (!feature) return tvset::kBadParameter;
-        *value = static_cast<int>(std::strtol(feature->text.c_str(), nullptr, 10));
+        *value = static_cast<int>(std::strtol(feature->c_str(), nullptr, 10));
         return tvset::kNone;
       });
 }
@@ -59,7 +59,7 @@ TVSET_EXPORT int system_info_get_custom_bool(const char* key, bool* value) {
         if (key == nullptr || value == nullptr) return tvset::kBadParameter;
         const auto feature = set.features().Find(key, "bool", FeatureGroup::kCustom);
         if (!feature) return tvset::kBadParameter;
-        *value = feature->text == "true" || feature->text == "TRUE";
+        *value = *feature == "true" || *feature == "TRUE";
         return tvset::kNone;
       });
 }
@@ -69,7 +69,7 @@ TVSET_EXPORT int system_info_get_platform_string(const char* key, char** value) 
       "system_info_get_platform_string", tvset::kPlatformFailed, [&](tvset::Set& set) -> int {
         if (key == nullptr || value == nullptr) return tvset::kBadParameter;
         const auto feature = set.features().Find(key, "string", FeatureGroup::kPlatform);
-        if (feature) return tvset::CopyText(feature->text, value);
+        if (feature) return tvset::CopyText(*feature, value);
         if (!tvset::IsDeviceId(key)) return tvset::kBadParameter;
         const auto id = tvset::DeviceId(set);
         return id ? tvset::CopyText(*id, value) : tvset::kPlatformFailed;

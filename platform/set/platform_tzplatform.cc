@@ -129,11 +129,10 @@ const char* Intern(const std::string& text) {
 }
 
 std::string ValueOf(Set& set, const Variable& variable) {
-  const std::string value = variable.value;
+  std::string value = variable.value;
   if (value[0] == '@') return set.paths().state_folder().string() + value.substr(1);
   if (value[0] != '=') return value;
-  const auto feature = set.features().Find(value.substr(1), "string", FeatureGroup::kPlatform);
-  return feature ? feature->text : std::string();
+  return set.features().Find(value.substr(1), "string", FeatureGroup::kPlatform).value_or("");
 }
 
 }  // namespace

@@ -103,7 +103,7 @@ class ProfileReader {
   // The platform reads any text as a value; a person means something by it.
   void WarnOfText(const pugi::xml_node& entry, const std::string& type, const std::string& text) {
     if (type == "bool" && text != "true" && text != "TRUE" && text != "false" && text != "FALSE") {
-      Warn(entry, "reads as false: only \"true\" and \"TRUE\" are true, not \"" + text + "\"");
+      Warn(entry, R"(reads as false: only "true" and "TRUE" are true, not ")" + text + "\"");
     }
     const size_t sign = text[0] == '-' || text[0] == '+' ? 1 : 0;
     const bool decimal =

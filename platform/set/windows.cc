@@ -102,6 +102,7 @@ std::vector<std::string> WindowManager::stack() const {
   std::stable_sort(layered.begin(), layered.end(),
                    [](const auto& a, const auto& b) { return a.first > b.first; });
   std::vector<std::string> stack;
+  stack.reserve(layered.size());
   for (auto& [layer, app] : layered) stack.push_back(std::move(app));
   return stack;
 }

@@ -11,6 +11,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -60,6 +61,9 @@ class TVSET_EXPORT Applications {
   void SetState(const std::string& id, int app_state);
   std::optional<int> State(const std::string& id) const;  // empty: it does not run
   std::optional<RunningApplication> Running(const std::string& id) const;
+  // The same into an object that the caller uses again; false when it does not run.
+  bool ReadRunning(std::string_view id, RunningApplication* running) const;
+  bool ReadFocused(RunningApplication* running) const;
   // It runs no more: focus, key grabs and window state go with it. No effect when it does not run.
   void Terminate(const std::string& id);
 
@@ -85,16 +89,17 @@ class TVSET_EXPORT Applications {
   };
 
   void Reset(const Paths* paths);
+  bool ReadLocked(std::string_view id, RunningApplication* running) const;
   void RequireInstalled(const std::string& id) const;  // mutex_ held
 
   EventHub& events_;
   std::function<void(const std::string&)> terminated_;  // fixed after construction
   mutable std::mutex mutex_;
-  const Paths* paths_ = nullptr;                  // guarded by mutex_
-  std::map<std::string, Application> installed_;  // guarded by mutex_
-  std::map<std::string, Run> running_;            // guarded by mutex_
-  std::string focused_;                           // guarded by mutex_
-  uint64_t clock_ = 0;                            // guarded by mutex_; counts launches and raises
+  const Paths* paths_ = nullptr;                     // guarded by mutex_
+  std::map<std::string, Application> installed_;     // guarded by mutex_
+  std::map<std::string, Run, std::less<>> running_;  // guarded by mutex_
+  std::string focused_;                              // guarded by mutex_
+  uint64_t clock_ = 0;  // guarded by mutex_; counts launches and raises
 };
 
 }  // namespace tvset

@@ -71,6 +71,9 @@ struct KeyDelivery {
 // reported to observers.
 class TVSET_EXPORT Observer {
  public:
+  Observer() = default;
+  Observer(const Observer&) = delete;
+  Observer& operator=(const Observer&) = delete;
   virtual ~Observer();
 
   virtual void OnLogLine(const LogLine&) {}
@@ -110,21 +113,27 @@ class TVSET_EXPORT EventHub {
     if (empty()) return;
     for (const std::shared_ptr<Entry>& entry : Snapshot()) {
       if (!Enter(*entry)) continue;
-      Leaver leaver{this, *entry};
+      const Leaver leaver(*this, *entry);
       call(*entry->observer);
     }
   }
 
  private:
   struct Entry {
-    Observer* observer;
+    Observer* observer = nullptr;
     bool removed = false;  // guarded by mutex_
     int running = 0;       // guarded by mutex_
   };
-  struct Leaver {
-    EventHub* hub;
-    Entry& entry;
-    ~Leaver() { hub->Leave(entry); }
+  class Leaver {
+   public:
+    Leaver(EventHub& hub, Entry& entry) : hub_(hub), entry_(entry) {}
+    ~Leaver() { hub_.Leave(entry_); }
+    Leaver(const Leaver&) = delete;
+    Leaver& operator=(const Leaver&) = delete;
+
+   private:
+    EventHub& hub_;
+    Entry& entry_;
   };
 
   std::vector<std::shared_ptr<Entry>> Snapshot() const;

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 #include "tvset/events.h"
@@ -38,8 +38,9 @@ class TVSET_EXPORT FeatureStore {
   void Set(const std::string& key, const std::string& type, const std::string& text,
            FeatureGroup group);
   void Remove(const std::string& key);  // of every type and group
-  std::optional<Feature> Find(const std::string& key, std::string_view type,
-                              FeatureGroup group) const;
+  // The text of the key's value of that type.
+  std::optional<std::string> Find(std::string_view key, std::string_view type,
+                                  FeatureGroup group) const;
   std::vector<Feature> list() const;  // by key
 
   // Replaces everything by the profile's entries. Throws SetError, which names file, line and
@@ -52,15 +53,24 @@ class TVSET_EXPORT FeatureStore {
 
  private:
   friend class Set;
-  // Key, then type and group: a key may have a value of each type in each group.
-  using Slot = std::pair<std::string, std::pair<std::string, FeatureGroup>>;
+  // Key, type and group: a key may have a value of each type in each group. Looked up without a
+  // copy.
+  using Slot = std::tuple<std::string, std::string, FeatureGroup>;
+  using SlotView = std::tuple<std::string_view, std::string_view, FeatureGroup>;
+  struct SlotLess {
+    using is_transparent = void;
+    template <typename Left, typename Right>
+    bool operator()(const Left& left, const Right& right) const {
+      return SlotView(left) < SlotView(right);
+    }
+  };
 
   void Adopt(ProfileContent content);
 
   EventHub& events_;
   mutable std::mutex mutex_;
-  std::map<Slot, std::string> texts_;  // guarded by mutex_
-  std::vector<std::string> warnings_;  // guarded by mutex_
+  std::map<Slot, std::string, SlotLess> texts_;  // guarded by mutex_
+  std::vector<std::string> warnings_;            // guarded by mutex_
 };
 
 }  // namespace tvset

@@ -36,6 +36,8 @@ class TVSET_EXPORT LogBuffer {
 
   explicit LogBuffer(EventHub& events);
   ~LogBuffer();
+  LogBuffer(const LogBuffer&) = delete;
+  LogBuffer& operator=(const LogBuffer&) = delete;
 
   // The rules of the platform's log call: the number of text bytes kept, or -22 for an unknown log
   // or priority, -1 for a log that the policy closes.

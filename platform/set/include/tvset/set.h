@@ -50,6 +50,10 @@ class TVSET_EXPORT Set {
   static void Stop();
   static bool running();
 
+  Set(const Set&) = delete;
+  Set& operator=(const Set&) = delete;
+  ~Set() = delete;
+
   FaultTable& faults();
   EventHub& events();
   LogBuffer& log();
@@ -77,7 +81,6 @@ class TVSET_EXPORT Set {
  private:
   struct State;
   Set();
-  ~Set() = delete;
   State* const state_;
 };
 
