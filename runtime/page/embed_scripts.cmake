@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: Apache-2.0
 
 # cmake -DFOLDER=… -DOUTPUT=… -DBUNDLE=… -P embed_scripts.cmake
-# Joins the script files of FOLDER into BUNDLE (main.js with the other files where its mark stands) and writes that and
-# the extension wrapper as C++ to OUTPUT. Each file is one statement, a function in parentheses; its semicolon goes.
+# Joins the script files of FOLDER into BUNDLE: main.js with the other files where its mark stands, each a case of the
+# switch there. Writes that and the extension wrapper as C++ to OUTPUT. Each file is comments and one statement, a
+# function in parentheses; comments before it and its semicolon go.
 
 set(wrapper extension_wrapper.js)
 file(GLOB files RELATIVE ${FOLDER} ${FOLDER}/*.js)
@@ -12,6 +13,9 @@ list(SORT files)
 function(read_statement path result)
   file(READ ${path} text)
   string(REGEX REPLACE "\\);[ \n]*$" ")" text "${text}")
+  string(FIND "${text}" "\n(function" start)
+  string(SUBSTRING "${text}" ${start} -1 text)
+  string(STRIP "${text}" text)
   set(${result} "${text}" PARENT_SCOPE)
 endfunction()
 
@@ -20,7 +24,7 @@ foreach(file IN LISTS files)
   if(NOT file STREQUAL main.js AND NOT file STREQUAL ${wrapper})
     read_statement(${FOLDER}/${file} text)
     string(REGEX REPLACE "\\.js$" "" name ${file})
-    string(APPEND parts "${name}:\n${text},\n")
+    string(APPEND parts "case '${name}':\nreturn ${text}(use, bridge);\n")
   endif()
 endforeach()
 read_statement(${FOLDER}/main.js main)

@@ -6,9 +6,9 @@
 #include <cstring>
 #include <utility>
 
-#include "page/describe_error.h"
 #include "page/mailbox.h"
 #include "page/page_core.h"
+#include "page/shared_script.h"
 
 namespace orvane::page {
 
@@ -68,9 +68,8 @@ void ExtensionBinding::OnBinaryMessage(std::string_view bytes) {
 // Returns the function that runs the script; js/main.js calls it with the `extension` object.
 JSValueRef ExtensionBinding::EvaluateScript(const NativeCall& call) {
   JSValueRef exception = nullptr;
-  const JsString name(std::string(kExtensionScheme) + extension_.name());
-  const JSValueRef function = JSEvaluateScript(call.context, page_.runtime().ScriptOf(extension_),
-                                               nullptr, name.get(), 1, &exception);
+  const JSValueRef function =
+      page_.runtime().ScriptOf(extension_).Evaluate(call.context, &exception);
   if (exception != nullptr) throw ThrownValue{exception};
   return function;
 }

@@ -113,12 +113,35 @@ JSValueRef PageCore::WriteConsole(const NativeCall& call) {
   return JSValueMakeUndefined(call.context);
 }
 
-// (what was thrown, what to put before its text)
+// (what was thrown)
 JSValueRef PageCore::ReportError(const NativeCall& call) {
-  ScriptError error = DescribeError(call.context, call[0], {});
-  error.message.insert(0, call.Text(1));
+  Report(DescribeError(call.context, call[0], {}));
+  return JSValueMakeUndefined(call.context);
+}
+
+// (the promise, what it was rejected with)
+JSValueRef PageCore::ReportRejection(const NativeCall& call) {
+  ScriptError error = DescribeError(call.context, call[1], {});
+  error.message.insert(0, "Unhandled promise rejection: ");
   Report(std::move(error));
   return JSValueMakeUndefined(call.context);
+}
+
+JSClassRef PageCore::RejectionHandlerClass() {
+  static const JSClassRef kClass = [] {
+    JSClassDefinition definition = kJSClassDefinitionEmpty;
+    definition.className = "Function";
+    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+    // The object is the function and the native object in one.
+    definition.callAsFunction = [](JSContextRef context, JSObjectRef function, JSObjectRef,
+                                   size_t count, const JSValueRef arguments[],
+                                   JSValueRef* exception) {
+      return CallNative<PageCore, &PageCore::ReportRejection>(context, function, function, count,
+                                                              arguments, exception);
+    };
+    return JSClassCreate(&definition);
+  }();
+  return kClass;
 }
 
 JSValueRef PageCore::HasPrivilege(const NativeCall& call) {

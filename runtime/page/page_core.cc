@@ -7,6 +7,7 @@
 
 #include "host/extension_host.h"
 #include "page/describe_error.h"
+#include "page/shared_script.h"
 #include "page/unhandled_rejections.h"
 
 namespace orvane::page {
@@ -28,25 +29,21 @@ PageCore::~PageCore() {
   waiting_answers_.clear();
   for (const auto& binding : bindings_) binding->DropListener();
   while (!bindings_.empty()) bindings_.pop_back();
+  runtime_.rejections().Unwatch(context_);
   JSGlobalContextRelease(context_);
 }
 
 void PageCore::StartScripts() {
+  NativeObject* const self = this;
+  runtime_.rejections().Watch(context_, JSObjectMake(context_, RejectionHandlerClass(), self));
   JSValueRef exception = nullptr;
-  const JSValueRef start = JSEvaluateScript(context_, runtime_.page_script(), nullptr,
-                                            runtime_.page_script_name(), 1, &exception);
-  JSValueRef on_rejection = nullptr;
+  const JSValueRef start = runtime_.page_script().Evaluate(context_, &exception);
   if (exception == nullptr) {
-    const JSValueRef bridge =
-        JSObjectMake(context_, NativeClass(), static_cast<NativeObject*>(this));
-    on_rejection = JSObjectCallAsFunction(context_, JSValueToObject(context_, start, nullptr),
-                                          nullptr, 1, &bridge, &exception);
+    const JSValueRef bridge = JSObjectMake(context_, NativeClass(), self);
+    JSObjectRef function = JSValueToObject(context_, start, nullptr);
+    JSObjectCallAsFunction(context_, function, nullptr, 1, &bridge, &exception);
   }
-  if (exception != nullptr) {
-    Report(DescribeError(context_, exception, "runtime:page.js"));
-    return;
-  }
-  WatchUnhandledRejections(context_, JSValueToObject(context_, on_rejection, nullptr));
+  if (exception != nullptr) Report(DescribeError(context_, exception, "runtime:page.js"));
 }
 
 std::optional<ScriptError> PageCore::Evaluate(const std::string& source, const std::string& file,

@@ -26,7 +26,8 @@ namespace orvane::page {
 class PageCore final : public NativeObject {
  public:
   static constexpr Kind kNativeKind = Kind::kPage;
-  static JSClassRef NativeClass();
+  static JSClassRef NativeClass();            // of the bridge
+  static JSClassRef RejectionHandlerClass();  // of the function that hears of lost rejections
 
   PageCore(PageRuntime& runtime, const PageOptions& options);
   ~PageCore();
@@ -73,6 +74,7 @@ class PageCore final : public NativeObject {
   JSValueRef RemoveTimer(const NativeCall& call);
   JSValueRef WriteConsole(const NativeCall& call);
   JSValueRef ReportError(const NativeCall& call);
+  JSValueRef ReportRejection(const NativeCall& call);
   JSValueRef HasPrivilege(const NativeCall& call);
   JSValueRef MoveWindow(const NativeCall& call);
   JSValueRef SetQuarterPosition(const NativeCall& call);

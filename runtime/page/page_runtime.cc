@@ -8,27 +8,30 @@
 #include <JavaScriptCore/JavaScript.h>
 
 #include "host/extension.h"
-#include "page/js_string.h"
+#include "page/describe_error.h"
 #include "page/mailbox.h"
 #include "page/page_core.h"
 #include "page/script_files.h"
+#include "page/shared_script.h"
+#include "page/unhandled_rejections.h"
 
 namespace orvane::page {
-
-struct PageRuntime::Scripts {
-  JsString page{std::string(PageScript())};
-  JsString page_name{std::string("runtime:page.js")};
-  std::unordered_map<const host::Extension*, JsString> extensions;
-};
 
 PageRuntime::PageRuntime(host::ExtensionHost& host, Clock& clock)
     : host_(host),
       clock_(clock),
       mailbox_(std::make_shared<Mailbox>()),
       group_(JSContextGroupCreate()),
-      scripts_(std::make_unique<Scripts>()) {}
+      rejections_(std::make_unique<UnhandledRejections>(group_)),
+      page_script_(
+          std::make_unique<SharedScript>(group_, std::string(PageScript()), "runtime:page.js")) {}
 
-PageRuntime::~PageRuntime() { JSContextGroupRelease(group_); }
+PageRuntime::~PageRuntime() {
+  extension_scripts_.clear();
+  page_script_.reset();
+  rejections_.reset();
+  JSContextGroupRelease(group_);
+}
 
 bool PageRuntime::RunUntilIdle(std::chrono::milliseconds limit) {
   std::vector<uint64_t> pages;
@@ -84,17 +87,16 @@ void PageRuntime::SortMail() {
   }
 }
 
-OpaqueJSString* PageRuntime::page_script() const { return scripts_->page.get(); }
-
-OpaqueJSString* PageRuntime::page_script_name() const { return scripts_->page_name.get(); }
-
-OpaqueJSString* PageRuntime::ScriptOf(const host::Extension& extension) {
-  const auto found = scripts_->extensions.find(&extension);
-  if (found != scripts_->extensions.end()) return found->second.get();
-  std::string script(ExtensionWrapperHead());
-  script += extension.api();
-  script += ExtensionWrapperTail();
-  return scripts_->extensions.emplace(&extension, JsString(script)).first->second.get();
+const SharedScript& PageRuntime::ScriptOf(const host::Extension& extension) {
+  std::unique_ptr<SharedScript>& script = extension_scripts_[&extension];
+  if (script == nullptr) {
+    std::string source(ExtensionWrapperHead());
+    source += extension.api();
+    source += ExtensionWrapperTail();
+    script = std::make_unique<SharedScript>(group_, source,
+                                            std::string(kExtensionScheme) + extension.name());
+  }
+  return *script;
 }
 
 }  // namespace orvane::page

@@ -12,7 +12,6 @@
 #include "page/clock.h"
 
 struct OpaqueJSContextGroup;
-struct OpaqueJSString;
 
 namespace orvane::host {
 class Extension;
@@ -23,6 +22,8 @@ namespace orvane::page {
 
 class Mailbox;
 class PageCore;
+class SharedScript;
+class UnhandledRejections;
 
 // What the pages of one application share: the engine's context group, so that a script is compiled
 // once for all of them; the runtime's own scripts and the extensions' scripts as the engine's
@@ -49,12 +50,13 @@ class PageRuntime {
   friend class ExtensionBinding;
   friend class Page;
   friend class PageCore;
-  struct Scripts;
 
   host::ExtensionHost& host() const { return host_; }
   Clock& clock() const { return clock_; }
   const std::shared_ptr<Mailbox>& mailbox() const { return mailbox_; }
   const OpaqueJSContextGroup* group() const { return group_; }
+
+  UnhandledRejections& rejections() const { return *rejections_; }
 
   uint64_t Add(PageCore* page);
   void Remove(uint64_t page);
@@ -65,15 +67,17 @@ class PageRuntime {
   bool IsIdle(const std::vector<uint64_t>& pages) const;
   void SortMail();
 
-  OpaqueJSString* page_script() const;
-  OpaqueJSString* page_script_name() const;
-  OpaqueJSString* ScriptOf(const host::Extension& extension);  // in its wrapper; made on first use
+  const SharedScript& page_script() const { return *page_script_; }
+  const SharedScript& ScriptOf(
+      const host::Extension& extension);  // in its wrapper; made on first use
 
   host::ExtensionHost& host_;
   Clock& clock_;
   const std::shared_ptr<Mailbox> mailbox_;
   const OpaqueJSContextGroup* const group_;
-  const std::unique_ptr<Scripts> scripts_;
+  std::unique_ptr<UnhandledRejections> rejections_;
+  std::unique_ptr<SharedScript> page_script_;
+  std::unordered_map<const host::Extension*, std::unique_ptr<SharedScript>> extension_scripts_;
   uint64_t last_page_ = 0;
   std::unordered_map<uint64_t, PageCore*> pages_;
 };

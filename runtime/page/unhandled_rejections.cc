@@ -8,11 +8,38 @@ extern "C" __attribute__((weak)) void JSGlobalContextSetUnhandledRejectionCallba
     JSGlobalContextRef context, JSObjectRef function, JSValueRef* exception);
 
 namespace orvane::page {
+namespace {
 
-void WatchUnhandledRejections(JSGlobalContextRef context, JSObjectRef handler) {
+JSValueRef DoNothing(JSContextRef context, JSObjectRef, JSObjectRef, size_t, const JSValueRef[],
+                     JSValueRef*) {
+  return JSValueMakeUndefined(context);
+}
+
+void SetHandler(JSGlobalContextRef context, JSObjectRef handler) {
   if (JSGlobalContextSetUnhandledRejectionCallback == nullptr) return;
   JSValueRef exception = nullptr;
   JSGlobalContextSetUnhandledRejectionCallback(context, handler, &exception);
+}
+
+}  // namespace
+
+UnhandledRejections::~UnhandledRejections() {
+  if (spare_context_ == nullptr) return;
+  JSValueUnprotect(spare_context_, spare_handler_);
+  JSGlobalContextRelease(spare_context_);
+}
+
+void UnhandledRejections::Watch(JSGlobalContextRef context, JSObjectRef handler) {
+  SetHandler(context, handler);
+}
+
+void UnhandledRejections::Unwatch(JSGlobalContextRef context) {
+  if (spare_context_ == nullptr) {
+    spare_context_ = JSGlobalContextCreateInGroup(group_, nullptr);
+    spare_handler_ = JSObjectMakeFunctionWithCallback(spare_context_, nullptr, DoNothing);
+    JSValueProtect(spare_context_, spare_handler_);
+  }
+  SetHandler(context, spare_handler_);
 }
 
 }  // namespace orvane::page

@@ -6,9 +6,29 @@
 
 namespace orvane::page {
 
-// Has `handler` called with each promise of the context that was rejected and its reason, when
-// nothing handles the rejection by the time the script and its microtasks have ended. Does nothing
-// with an engine that cannot tell.
-void WatchUnhandledRejections(JSGlobalContextRef context, JSObjectRef handler);
+// Tells of promises that are rejected and that nothing handles. Owned by the PageRuntime of the
+// contexts; does nothing with an engine that cannot tell.
+//
+// The engine keeps a context's handler, and with it the context, for ever. So a context that closes
+// hands its handler in: it gets one that belongs to a context which is kept here for that alone.
+class UnhandledRejections {
+ public:
+  explicit UnhandledRejections(JSContextGroupRef group) : group_(group) {}
+  ~UnhandledRejections();
+
+  UnhandledRejections(const UnhandledRejections&) = delete;
+  UnhandledRejections& operator=(const UnhandledRejections&) = delete;
+
+  // Has `handler` called with each such promise of the context and the reason, once the script and
+  // its microtasks have ended.
+  void Watch(JSGlobalContextRef context, JSObjectRef handler);
+  // Before the context is released.
+  void Unwatch(JSGlobalContextRef context);
+
+ private:
+  const JSContextGroupRef group_;
+  JSGlobalContextRef spare_context_ = nullptr;
+  JSObjectRef spare_handler_ = nullptr;
+};
 
 }  // namespace orvane::page

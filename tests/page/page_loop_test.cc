@@ -1,5 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
+#include <unistd.h>
+
+#include <fstream>
 #include <thread>
 
 #include "page_fixture.h"
@@ -117,6 +120,23 @@ TEST_F(PageLoop, DropsTheTimersOfAClosedPage) {
   other.reset();
   EXPECT_EQ(runtime().page_count(), 1u);
   EXPECT_TRUE(runtime().RunUntilIdle(kLimit));
+}
+
+size_t ResidentBytes() {
+  size_t size = 0, resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident * static_cast<size_t>(sysconf(_SC_PAGESIZE));
+}
+
+TEST_F(PageLoop, GivesTheMemoryOfClosedPagesBack) {
+  const auto open_and_close = [this](int times) {
+    for (int i = 0; i < times; ++i) Run(*MakePage(), "setTimeout(() => {}); console.log('x')");
+  };
+  open_and_close(100);
+  const size_t before = ResidentBytes();
+  open_and_close(400);
+  EXPECT_LT(ResidentBytes(),
+            before + (size_t{40} << 20));  // a page that stays takes 200 kB and more
 }
 
 TEST(MailboxTest, WakesTheWaitingThread) {

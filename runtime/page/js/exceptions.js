@@ -1,61 +1,87 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// WebAPIException, which methods throw, and WebAPIError, which error callbacks receive: `code`,
-// `name` and `message`.
+// What methods throw and what error callbacks receive: `code`, `name` and `message`. One class
+// bears both of the platform's names, WebAPIException and WebAPIError.
 (function makeExceptions() {
   'use strict';
 
-  // Constant, code, name. The first row of a code or name is the one that is found by it.
-  const rows = [
-    ['INDEX_SIZE_ERR', 1, 'IndexSizeError'],
-    ['INVALID_CHARACTER_ERR', 5, 'InvalidCharacterError'],
-    ['NOT_FOUND_ERR', 8, 'NotFoundError'],
-    ['NOT_SUPPORTED_ERR', 9, 'NotSupportedError'],
-    ['INVALID_STATE_ERR', 11, 'InvalidStateError'],
-    ['SYNTAX_ERR', 12, 'SyntaxError'],
-    ['INVALID_MODIFICATION_ERR', 13, 'InvalidModificationError'],
-    ['INVALID_ACCESS_ERR', 15, 'InvalidAccessError'],
-    ['TYPE_MISMATCH_ERR', 17, 'TypeMismatchError'],
-    ['SECURITY_ERR', 18, 'SecurityError'],
-    ['NETWORK_ERR', 19, 'NetworkError'],
-    ['ABORT_ERR', 20, 'AbortError'],
-    ['INVALID_VALUES_ERR', 22, 'InvalidValuesError'],
-    ['TIMEOUT_ERR', 23, 'TimeoutError'],
-    ['IO_ERR', 100, 'IOError'],
-    ['SERVICE_NOT_AVAILABLE_ERR', 111, 'ServiceNotAvailableError'],
-    ['UNKNOWN_ERR', 9999, 'UnknownError'],
-    ['QM_INVALID_VALUES_ERR', 22, 'InvalidValuesError'],
-    ['QM_UNKNOWN_ERR', 9999, 'UnknownError'],
-  ];
-  const unknown = rows.find((row) => row[1] === 9999);
+  const unknownCode = 9999;
+  const unknownName = 'UnknownError';
 
-  function rowOf(codeOrName) {
-    const column = typeof codeOrName === 'number' ? 1 : 2;
-    return rows.find((row) => row[column] === codeOrName);
+  // Code and name, by turns.
+  const known = () => [
+    [1, 'IndexSizeError'],
+    [5, 'InvalidCharacterError'],
+    [8, 'NotFoundError'],
+    [9, 'NotSupportedError'],
+    [11, 'InvalidStateError'],
+    [12, 'SyntaxError'],
+    [13, 'InvalidModificationError'],
+    [15, 'InvalidAccessError'],
+    [17, 'TypeMismatchError'],
+    [18, 'SecurityError'],
+    [19, 'NetworkError'],
+    [20, 'AbortError'],
+    [22, 'InvalidValuesError'],
+    [23, 'TimeoutError'],
+    [100, 'IOError'],
+    [111, 'ServiceNotAvailableError'],
+    [unknownCode, unknownName],
+  ];
+
+  function nameOf(code) {
+    const row = known().find((candidate) => candidate[0] === code);
+    return row === undefined ? unknownName : row[1];
   }
 
-  // What was given, as [code, name, message]. The forms: (code, message), (name, message),
-  // (message) and an object with any of the three, whose own values win over the table's.
+  function codeOf(name) {
+    const row = known().find((candidate) => candidate[1] === name);
+    return row === undefined ? unknownCode : row[0];
+  }
+
+  // What the constructor was given, in one form. Of an object, what it has itself counts.
   function read(first, message) {
     if (first !== null && typeof first === 'object') {
-      const row = rowOf(first.code) || rowOf(first.name) || unknown;
-      const code = typeof first.code === 'number' ? first.code : row[1];
-      return [code, first.name === undefined ? row[2] : String(first.name), first.message];
+      const { code, name } = first;
+      return {
+        code: typeof code === 'number' ? code : codeOf(name),
+        name: name === undefined ? nameOf(code) : String(name),
+        message: first.message,
+      };
     }
     if (typeof first === 'number') {
-      return [first, (rowOf(first) || unknown)[2], message];
+      return { code: first, name: nameOf(first), message };
     }
-    const row = rowOf(first);
-    if (row === undefined && message === undefined) {
-      return [unknown[1], unknown[2], first];
-    }
-    return row === undefined ? [unknown[1], String(first), message] : [row[1], row[2], message];
+    return message === undefined && codeOf(first) === unknownCode && first !== unknownName
+      ? { code: unknownCode, name: unknownName, message: first }
+      : { code: codeOf(first), name: String(first), message };
   }
 
-  class WebAPIError extends Error {
+  return class WebAPIException extends Error {
+    static INDEX_SIZE_ERR = 1;
+    static INVALID_CHARACTER_ERR = 5;
+    static NOT_FOUND_ERR = 8;
+    static NOT_SUPPORTED_ERR = 9;
+    static INVALID_STATE_ERR = 11;
+    static SYNTAX_ERR = 12;
+    static INVALID_MODIFICATION_ERR = 13;
+    static INVALID_ACCESS_ERR = 15;
+    static TYPE_MISMATCH_ERR = 17;
+    static SECURITY_ERR = 18;
+    static NETWORK_ERR = 19;
+    static ABORT_ERR = 20;
+    static INVALID_VALUES_ERR = 22;
+    static QM_INVALID_VALUES_ERR = 22;
+    static TIMEOUT_ERR = 23;
+    static IO_ERR = 100;
+    static SERVICE_NOT_AVAILABLE_ERR = 111;
+    static UNKNOWN_ERR = 9999;
+    static QM_UNKNOWN_ERR = 9999;
+
+    // (code, message), (name, message), (message), or an object with any of the three.
     constructor(first, text) {
-      const [code, name, message] = read(first, text);
+      const { code, name, message } = read(first, text);
       super(message === undefined || message === null ? '' : String(message));
       Object.defineProperties(this, {
         code: { value: code, enumerable: true },
@@ -63,12 +89,5 @@
         message: { value: this.message, enumerable: true },
       });
     }
-  }
-
-  class WebAPIException extends WebAPIError {}
-
-  for (const [constant, code] of rows) {
-    Object.defineProperty(WebAPIError, constant, { value: code, enumerable: true });
-  }
-  return { WebAPIError, WebAPIException };
+  };
 });

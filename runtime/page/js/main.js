@@ -5,6 +5,11 @@
 // so that a page evaluates one script; each file is one function that makes its part when something
 // first uses it.
 //
+// Starting a page and reaching an extension are to cost little beside the engine's own context, so
+// parts do next to nothing until they are called: what counts is the number of functions that run
+// for the first time in the page, the number of object shapes, and which of the engine's lazy
+// builtins are touched (Map, iterators, private fields and Object.freeze are dear).
+//
 // `bridge` is what the home of the page supplies, in process or in a browser:
 //   extensions()          what a page may touch: [{ name, entryPoints }]
 //   createInstance(name)  makes the instance for this page; returns its native side, see
@@ -14,63 +19,49 @@
 (function startPage(bridge) {
   'use strict';
 
-  const factories = {
-    // @parts
-  };
-  const parts = Object.create(null);
+  const page = globalThis;
+  const parts = {};
 
   function use(name) {
-    if (!(name in parts)) {
-      parts[name] = factories[name](use, bridge);
+    if (parts[name] === undefined) {
+      parts[name] = make(name);
     }
     return parts[name];
   }
 
-  function defineData(name, value) {
-    Object.defineProperty(globalThis, name, {
-      value,
-      writable: true,
-      enumerable: false,
-      configurable: true,
-    });
+  function make(name) {
+    switch (name) {
+      // @parts
+      default:
+        throw new TypeError(`The runtime has no part "${name}".`);
+    }
   }
 
-  // Most pages never touch most of these: each is made on first touch, and is a plain property from
-  // then on.
-  function defineLazily(name, make) {
-    Object.defineProperty(globalThis, name, {
+  // Made on first touch, and a plain property from then on.
+  function defineLazily(name, part) {
+    const define = (value) =>
+      Object.defineProperty(page, name, { value, writable: true, configurable: true });
+    Object.defineProperty(page, name, {
       get() {
-        const value = make();
-        defineData(name, value);
+        const value = use(part);
+        define(value);
         return value;
       },
-      set(value) {
-        defineData(name, value);
-      },
-      enumerable: false,
+      set: define,
       configurable: true,
     });
   }
 
-  // Returns what the extension's script exports.
-  function load(name) {
-    const native = bridge.createInstance(name);
-    return native === null ? undefined : native.evaluateScript()(use('extension')(native));
-  }
-
-  defineLazily('xwalk', () => use('xwalk'));
-  defineLazily('WebAPIException', () => use('exceptions').WebAPIException);
-  defineLazily('WebAPIError', () => use('exceptions').WebAPIError);
-  defineLazily('widget', () => use('widget'));
+  defineLazily('xwalk', 'xwalk');
+  defineLazily('widget', 'widget');
+  defineLazily('WebAPIException', 'exceptions');
+  defineLazily('WebAPIError', 'exceptions');
   if (bridge.addTimer) {
-    defineData('window', globalThis);
-    defineData('self', globalThis);
-    defineLazily('console', () => use('console'));
+    defineLazily('console', 'console');
     use('timers');
   }
   const extensions = bridge.extensions();
   if (extensions.length > 0) {
-    use('publish')(globalThis, extensions, load);
+    use('publish')(page, extensions);
   }
-  return (promise, reason) => bridge.reportError(reason, 'Unhandled promise rejection: ');
 });

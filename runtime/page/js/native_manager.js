@@ -7,13 +7,13 @@
 (function makeNativeManager(use) {
   'use strict';
 
-  const { WebAPIException } = use('exceptions');
-
   const unknownError = 9999;
   const longestQuote = 80;
 
   // Unique in the page: extensions have a manager each, and all count on from here.
   let lastCallbackId = 0;
+
+  const hasOwn = (object, key) => Object.prototype.hasOwnProperty.call(object, key);
 
   function failure(message) {
     return { status: 'error', error: { code: unknownError, name: 'UnknownError', message } };
@@ -54,16 +54,14 @@
   }
 
   class NativeManager {
-    #extension;
-    #send;
-    #callbacks = new Map();
-    #listeners = new Map();
-
     // `extension` is the object that the runtime gives to an extension's script.
     constructor(extension) {
-      this.#extension = extension;
-      this.#send = extension.internal.sendSyncMessage;
-      extension.setMessageListener((message) => this.#receive(message));
+      this.extension_ = extension;
+      this.send_ = extension.internal.sendSyncMessage;
+      this.callbacks_ = {};
+      this.waiting_ = 0;
+      this.listeners_ = {};
+      extension.setMessageListener((message) => receive(this, message));
     }
 
     // Sends a message and waits for the reply. Never throws for what the other side does: a reply
@@ -72,7 +70,7 @@
       const message = JSON.stringify({ cmd: command, args: args || {} });
       let text;
       try {
-        text = this.#send(message);
+        text = this.send_(message);
       } catch (error) {
         return failure(error.message);
       }
@@ -85,23 +83,22 @@
     call(command, args, callback) {
       lastCallbackId += 1;
       const callbackId = lastCallbackId;
-      this.#callbacks.set(callbackId, callback);
-      this.#countPending();
+      this.callbacks_[callbackId] = callback;
+      countWaiting(this, 1);
       const reply = this.callSync(command, { ...args, callbackId });
-      if (this.isFailure(reply) && this.#callbacks.delete(callbackId)) {
-        this.#countPending();
-        this.callIfPossible(callback, reply);
+      if (this.isFailure(reply)) {
+        finish(this, callbackId, reply);
       }
       return reply;
     }
 
     // A listener stays: it receives every posted message whose `listenerId` is `id`.
     addListener(id, listener) {
-      this.#listeners.set(id, listener);
+      this.listeners_[id] = listener;
     }
 
     removeListener(id) {
-      this.#listeners.delete(id);
+      delete this.listeners_[id];
     }
 
     isFailure(reply) {
@@ -113,6 +110,7 @@
     }
 
     getErrorObject(reply) {
+      const WebAPIException = use('exceptions');
       return new WebAPIException(reply.error || {});
     }
 
@@ -127,51 +125,58 @@
     }
 
     sendRuntimeMessage(uri, text) {
-      return this.#extension.sendRuntimeMessage(uri, text);
+      return this.extension_.sendRuntimeMessage(uri, text);
     }
 
     sendRuntimeSyncMessage(uri, text) {
-      return this.#extension.sendRuntimeSyncMessage(uri, text);
+      return this.extension_.sendRuntimeSyncMessage(uri, text);
     }
 
     // `callback` receives the answer in the form of a reply, for isFailure and its like.
     sendRuntimeAsyncMessage(uri, text, callback) {
-      return this.#extension.sendRuntimeAsyncMessage(uri, text, (answer) =>
+      return this.extension_.sendRuntimeAsyncMessage(uri, text, (answer) =>
         this.callIfPossible(callback, readAnswer(answer, uri))
       );
     }
+  }
 
-    #receive(text) {
-      if (typeof text !== 'string') {
-        return;
-      }
-      let message = null;
-      try {
-        message = JSON.parse(text);
-      } catch (error) {
-        // Told below.
-      }
-      if (message === null || typeof message !== 'object') {
-        console.warn(`An extension posted what is no JSON object: ${quote(text)}.`);
-        return;
-      }
-      const callback = this.#callbacks.get(message.callbackId);
-      if (callback === undefined && this.#listeners.has(message.listenerId)) {
-        this.callIfPossible(this.#listeners.get(message.listenerId), message);
-      } else if (this.#callbacks.delete(message.callbackId)) {
-        this.#countPending();
-        this.callIfPossible(callback, message);
-      } else {
-        console.warn(`No call waits for the posted message ${quote(text)}.`);
-      }
+  // Ends the call that waits with this id, if there is one.
+  function finish(manager, callbackId, reply) {
+    if (!hasOwn(manager.callbacks_, callbackId)) {
+      return false;
     }
+    const callback = manager.callbacks_[callbackId];
+    delete manager.callbacks_[callbackId];
+    countWaiting(manager, -1);
+    manager.callIfPossible(callback, reply);
+    return true;
+  }
 
-    // Lets a page that runs until nothing is pending know that replies are still to come.
-    #countPending() {
-      const { setPendingReplies } = this.#extension.internal;
-      if (setPendingReplies) {
-        setPendingReplies(this.#callbacks.size);
-      }
+  function receive(manager, text) {
+    if (typeof text !== 'string') {
+      return;
+    }
+    let message = null;
+    try {
+      message = JSON.parse(text);
+    } catch (error) {
+      // Told below.
+    }
+    if (message === null || typeof message !== 'object') {
+      console.warn(`An extension posted what is no JSON object: ${quote(text)}.`);
+    } else if (hasOwn(manager.listeners_, message.listenerId)) {
+      manager.callIfPossible(manager.listeners_[message.listenerId], message);
+    } else if (!finish(manager, message.callbackId, message)) {
+      console.warn(`No call waits for the posted message ${quote(text)}.`);
+    }
+  }
+
+  // Lets a page that runs until nothing is pending know how many replies are still to come.
+  function countWaiting(manager, change) {
+    manager.waiting_ += change;
+    const { setPendingReplies } = manager.extension_.internal;
+    if (setPendingReplies) {
+      setPendingReplies(manager.waiting_);
     }
   }
 

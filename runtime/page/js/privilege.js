@@ -6,46 +6,41 @@
 (function makePrivilege(use, bridge) {
   'use strict';
 
-  const { WebAPIException } = use('exceptions');
+  const root = 'http://tizen.org/privilege/';
 
-  // Short name, and the last part of the URI where it is not the same in lower case without
-  // underscores.
-  const names = {};
-  for (const [name, path] of [
-    ['ALARM'],
-    ['APPLICATION_INFO', 'application.info'],
-    ['APPLICATION_LAUNCH', 'application.launch'],
-    ['APPMANAGER_CERTIFICATE', 'appmanager.certificate'],
-    ['APPMANAGER_KILL', 'appmanager.kill'],
-    ['DATASYNC'],
-    ['DOWNLOAD'],
-    ['FILESYSTEM_READ', 'filesystem.read'],
-    ['FILESYSTEM_WRITE', 'filesystem.write'],
-    ['KEYMANAGER'],
-    ['NOTIFICATION'],
-    ['PACKAGE_INFO', 'package.info'],
-    ['SETTING'],
-    ['SYSTEM'],
-    ['TV_AUDIO', 'tv.audio'],
-    ['TV_CHANNEL', 'tv.channel'],
-    ['TV_DISPLAY', 'tv.display'],
-    ['TV_INPUT_DEVICE', 'tv.inputdevice'],
-    ['TV_WINDOW', 'tv.window'],
-    ['WEBSETTING'],
-  ]) {
-    names[name] = `http://tizen.org/privilege/${path || name.toLowerCase()}`;
-  }
-  Object.freeze(names);
+  return {
+    names: {
+      ALARM: `${root}alarm`,
+      APPLICATION_INFO: `${root}application.info`,
+      APPLICATION_LAUNCH: `${root}application.launch`,
+      APPMANAGER_CERTIFICATE: `${root}appmanager.certificate`,
+      APPMANAGER_KILL: `${root}appmanager.kill`,
+      DATASYNC: `${root}datasync`,
+      DOWNLOAD: `${root}download`,
+      FILESYSTEM_READ: `${root}filesystem.read`,
+      FILESYSTEM_WRITE: `${root}filesystem.write`,
+      KEYMANAGER: `${root}keymanager`,
+      NOTIFICATION: `${root}notification`,
+      PACKAGE_INFO: `${root}package.info`,
+      SETTING: `${root}setting`,
+      SYSTEM: `${root}system`,
+      TV_AUDIO: `${root}tv.audio`,
+      TV_CHANNEL: `${root}tv.channel`,
+      TV_DISPLAY: `${root}tv.display`,
+      TV_INPUT_DEVICE: `${root}tv.inputdevice`,
+      TV_WINDOW: `${root}tv.window`,
+      WEBSETTING: `${root}websetting`,
+    },
 
-  function checkPrivilegeAccess(privilege) {
-    if (!bridge.hasPrivilege(privilege)) {
-      throw new WebAPIException(
-        WebAPIException.SECURITY_ERR,
-        `Permission denied: add the line <tizen:privilege name="${privilege}"/> ` +
-          "to the application's config.xml."
-      );
-    }
-  }
-
-  return { names, checkPrivilegeAccess };
+    check(privilege) {
+      if (!bridge.hasPrivilege(privilege)) {
+        const WebAPIException = use('exceptions');
+        throw new WebAPIException(
+          WebAPIException.SECURITY_ERR,
+          `Permission denied: add the line <tizen:privilege name="${privilege}"/> ` +
+            "to the application's config.xml."
+        );
+      }
+    },
+  };
 });

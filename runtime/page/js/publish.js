@@ -4,128 +4,136 @@
 // Puts extensions under their dotted names. Nothing of an extension is loaded before a script
 // touches its name or one of its entry points. What is published is read-only for the page, and so
 // are the objects made to hold it.
-(function makePublish() {
+(function makePublish(use, bridge) {
   'use strict';
 
-  const unset = Symbol('not loaded');
-
-  // `load(name)` evaluates the extension's script and returns what it exports.
-  function makeSlots(extension, load) {
-    let exported = unset;
-    let failure = null;
-    let loading = false;
-    const ensure = () => {
-      if (exported !== unset || loading) {
-        return;
-      }
-      if (failure !== null) {
-        throw failure.error;
-      }
-      loading = true;
-      try {
-        exported = load(extension.name);
-      } catch (error) {
-        failure = { error };
-        throw error;
-      } finally {
-        loading = false;
-      }
-    };
-    const readOnly = (name) => {
-      throw new TypeError(`${name} is read-only.`);
-    };
-
-    const slots = [
-      {
-        name: extension.name,
-        get() {
-          if (exported === unset) {
-            ensure();
-          }
-          return exported === unset ? undefined : exported;
-        },
-        set() {
-          readOnly(extension.name);
-        },
+  // What a script sees at a name: { get, set }. `owner` is the state of the extension.
+  function atName(owner) {
+    return {
+      get() {
+        if (owner.state !== 'loaded') {
+          load(owner);
+        }
+        return owner.exported;
       },
-    ];
-    // An entry point holds what the extension's script assigns to it while it is evaluated.
-    for (const name of extension.entryPoints) {
-      let value;
-      slots.push({
-        name,
-        get() {
-          ensure();
-          return value;
-        },
-        set(newValue) {
-          if (!loading) {
-            readOnly(name);
-          }
-          value = newValue;
-        },
-      });
+      set: undefined,
+    };
+  }
+
+  // An entry point holds what the extension's script assigns to it while it is evaluated.
+  function atEntryPoint(owner, name) {
+    let value;
+    return {
+      get() {
+        load(owner);
+        return value;
+      },
+      set(newValue) {
+        if (owner.state !== 'loading') {
+          throw new TypeError(`${name} is read-only.`);
+        }
+        value = newValue;
+      },
+    };
+  }
+
+  function load(owner) {
+    if (owner.state === 'failed') {
+      throw owner.error;
+    }
+    if (owner.state !== 'waiting') {
+      return;
+    }
+    owner.state = 'loading';
+    try {
+      const native = bridge.createInstance(owner.name);
+      if (native !== null) {
+        owner.exported = native.evaluateScript()(use('extension')(native));
+      }
+      owner.state = 'loaded';
+    } catch (error) {
+      owner.state = 'failed';
+      owner.error = error;
+      throw error;
+    }
+  }
+
+  function makeSlots(extensions) {
+    const slots = [];
+    for (let index = 0; index < extensions.length; index += 1) {
+      const { name, entryPoints } = extensions[index];
+      const owner = { name, state: 'waiting', exported: undefined, error: undefined };
+      slots.push({ name, access: atName(owner) });
+      for (let entry = 0; entry < entryPoints.length; entry += 1) {
+        slots.push({ name: entryPoints[entry], access: atEntryPoint(owner, entryPoints[entry]) });
+      }
     }
     return slots;
   }
 
-  function defineSlot(holder, key, slot) {
-    Object.defineProperty(holder, key, {
-      get: slot.get,
-      set: slot.set,
-      enumerable: true,
-      configurable: false,
-    });
+  const isHolder = (value) =>
+    value !== null && (typeof value === 'object' || typeof value === 'function');
+
+  // Gives `holder`, which stands at the dotted `prefix`, a property for each next part of the names
+  // that begin with it. A part that is no extension's name becomes an object on first touch; one
+  // that the page has already is kept and filled.
+  function fill(holder, prefix, slots) {
+    const done = {};
+    for (let index = 0; index < slots.length; index += 1) {
+      const { name } = slots[index];
+      if (name.startsWith(prefix) && name.length > prefix.length) {
+        const dot = name.indexOf('.', prefix.length);
+        const path = dot < 0 ? name : name.slice(0, dot);
+        if (done[path] === undefined) {
+          done[path] = true;
+          fillPart(holder, path.slice(prefix.length), path, slots);
+        }
+      }
+    }
+    return holder;
   }
 
-  // A name below another extension's name lives on what that one exports.
-  function deferUnder(slot, children) {
-    const { get } = slot;
-    let placed = false;
+  function fillPart(holder, key, path, slots) {
+    const exact = slots.find((slot) => slot.name === path);
+    if (exact === undefined && isHolder(holder[key])) {
+      fill(holder[key], `${path}.`, slots);
+      return;
+    }
+    const access = exact === undefined ? atNamespace(path, slots) : withInner(exact, path, slots);
+    Object.defineProperty(holder, key, { get: access.get, set: access.set, enumerable: true });
+  }
+
+  function atNamespace(path, slots) {
+    let namespace;
     return {
       get() {
-        const holder = get();
-        if (!placed && holder !== null && typeof holder === 'object') {
-          placed = true;
-          placeAll(holder, children);
+        if (namespace === undefined) {
+          namespace = Object.preventExtensions(fill({}, `${path}.`, slots));
         }
-        return holder;
+        return namespace;
       },
-      set: slot.set,
+      set: undefined,
     };
   }
 
-  // `nodes` maps a name's next part to { slot, children }.
-  function placeAll(holder, nodes) {
-    for (const [key, { slot, children }] of nodes) {
-      if (slot !== null) {
-        defineSlot(holder, key, children.size > 0 ? deferUnder(slot, children) : slot);
-      } else if (holder[key] !== null && typeof holder[key] === 'object') {
-        placeAll(holder[key], children);
-      } else {
-        const namespace = {};
-        placeAll(namespace, children);
-        Object.defineProperty(holder, key, { value: Object.freeze(namespace), enumerable: true });
-      }
+  // A name below another extension's name lives on what that one exports.
+  function withInner(slot, path, slots) {
+    if (!slots.some((other) => other.name.startsWith(`${path}.`))) {
+      return slot.access;
     }
+    let filled = false;
+    return {
+      get() {
+        const holder = slot.access.get();
+        if (!filled && isHolder(holder)) {
+          filled = true;
+          fill(holder, `${path}.`, slots);
+        }
+        return holder;
+      },
+      set: slot.access.set,
+    };
   }
 
-  return function publish(root, extensions, load) {
-    const tree = new Map();
-    for (const extension of extensions) {
-      for (const slot of makeSlots(extension, load)) {
-        let level = tree;
-        let node = null;
-        for (const part of slot.name.split('.')) {
-          if (!level.has(part)) {
-            level.set(part, { slot: null, children: new Map() });
-          }
-          node = level.get(part);
-          level = node.children;
-        }
-        node.slot = slot;
-      }
-    }
-    placeAll(root, tree);
-  };
+  return (root, extensions) => fill(root, '', makeSlots(extensions));
 });

@@ -5,9 +5,11 @@
 (function makeTimers(use, bridge) {
   'use strict';
 
+  const page = globalThis;
+
   function requireFunction(name, value) {
     if (typeof value !== 'function') {
-      throw new TypeError(`${name} needs a function, but got ${use('describe')(value)}.`);
+      throw new TypeError(`${name} needs a function, but got ${use('describe').value(value)}.`);
     }
   }
 
@@ -19,35 +21,29 @@
     return bridge.addTimer(run, delay | 0, repeats);
   }
 
-  function define(name, value) {
-    Object.defineProperty(globalThis, name, {
-      value,
-      writable: true,
-      enumerable: true,
-      configurable: true,
-    });
-  }
-
-  define('setTimeout', function setTimeout(handler, delay, ...args) {
+  page.window = page;
+  page.self = page;
+  page.setTimeout = function setTimeout(handler, delay, ...args) {
     return start('setTimeout', handler, delay, args, false);
-  });
-  define('setInterval', function setInterval(handler, delay, ...args) {
+  };
+  page.setInterval = function setInterval(handler, delay, ...args) {
     return start('setInterval', handler, delay, args, true);
-  });
-  define('clearTimeout', function clearTimeout(id) {
+  };
+  page.clearTimeout = function clearTimeout(id) {
     bridge.removeTimer(id | 0);
-  });
-  define('clearInterval', function clearInterval(id) {
+  };
+  page.clearInterval = function clearInterval(id) {
     bridge.removeTimer(id | 0);
-  });
-  define('queueMicrotask', function queueMicrotask(callback) {
+  };
+  page.queueMicrotask = function queueMicrotask(callback) {
     requireFunction('queueMicrotask', callback);
     Promise.resolve().then(() => {
       try {
         callback();
       } catch (error) {
-        bridge.reportError(error, '');
+        bridge.reportError(error);
       }
     });
-  });
+  };
+  return page;
 });

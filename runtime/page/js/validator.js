@@ -4,8 +4,9 @@
 // The argument rules of the platform's web APIs. A method gives the arguments it was called with
 // and one rule for each: { name, type, optional, nullable, values }. What is optional may be
 // undefined or absent, what is nullable may be null. `values` means, by type: ENUM the allowed
-// values; ARRAY the type of its elements; DICTIONARY rules for its members; LISTENER the names of
-// its callbacks; PLATFORM_OBJECT a constructor or an array of constructors.
+// values; ARRAY the type of its elements (a type's name, or a constructor); DICTIONARY rules for
+// its members; LISTENER the names of its callbacks; PLATFORM_OBJECT a constructor or an array of
+// them.
 //
 // Both checks throw a TypeMismatchError that names the argument, what came and what is wanted. Both
 // return an object with one property per rule, and `has`, which tells the arguments that were
@@ -13,198 +14,208 @@
 (function makeValidator(use) {
   'use strict';
 
-  const { WebAPIException } = use('exceptions');
-  const converter = use('converter');
-  const describe = use('describe');
+  const isObject = (value) => value !== null && typeof value === 'object' && !Array.isArray(value);
 
-  const isObject = (value) => value !== null && typeof value === 'object';
-  const isCallable = (value) => typeof value === 'function';
+  const isWhole = (value, lowest, highest) =>
+    Number.isInteger(value) && value >= lowest && value <= highest;
 
-  function whole(lowest, highest, convert) {
-    return {
-      wanted: () => `a whole number from ${lowest} to ${highest}`,
-      test: (value) => Number.isInteger(value) && value >= lowest && value <= highest,
-      convert,
-    };
-  }
-
-  // Per type: its words, the strict test, and the conversion that the lenient check tries. `test`
-  // may throw a Mismatch of its own when only a part of the value is wrong.
-  const table = {
-    BOOLEAN: {
-      wanted: () => 'a boolean',
-      test: (value) => typeof value === 'boolean',
-      convert: converter.toBoolean,
-    },
-    BYTE: whole(-128, 127, converter.toByte),
-    OCTET: whole(0, 255, converter.toOctet),
-    SHORT: whole(-32768, 32767, converter.toShort),
-    UNSIGNED_SHORT: whole(0, 65535, converter.toUnsignedShort),
-    LONG: whole(-2147483648, 2147483647, converter.toLong),
-    UNSIGNED_LONG: whole(0, 4294967295, converter.toUnsignedLong),
-    LONG_LONG: whole(Number.MIN_SAFE_INTEGER, Number.MAX_SAFE_INTEGER, converter.toLongLong),
-    UNSIGNED_LONG_LONG: whole(0, Number.MAX_SAFE_INTEGER, converter.toUnsignedLongLong),
-    DOUBLE: {
-      wanted: () => 'a finite number',
-      test: (value) => Number.isFinite(value),
-      convert: converter.toDouble,
-    },
-    STRING: {
-      wanted: () => 'a string',
-      test: (value) => typeof value === 'string',
-      convert: converter.toString,
-    },
-    ENUM: {
-      wanted: (values) => `one of ${values.map(describe.literal).join(', ')}`,
-      test: (value, values) => values.indexOf(value) !== -1,
-      convert: (value, nullable, values) => converter.toEnum(value, values, nullable),
-    },
-    FUNCTION: { wanted: () => 'a function', test: isCallable },
-    ARRAY: {
-      wanted: (values) =>
-        values === undefined ? 'an array' : `an array whose elements are each ${wantedOf(values)}`,
-      test: (value, values) =>
-        Array.isArray(value) && (values === undefined || elementsPass(value, values)),
-    },
-    DICTIONARY: {
-      wanted: () => 'an object',
-      test: (value, values) =>
-        isObject(value) &&
-        !Array.isArray(value) &&
-        (values === undefined || membersPass(value, values)),
-    },
-    LISTENER: {
-      wanted: (values) => `an object with the functions ${(values || []).join(', ')}`,
-      test: (value, values) =>
-        isObject(value) && !Array.isArray(value) && callbacksPass(value, values || []),
-    },
-    PLATFORM_OBJECT: {
-      wanted: (values) =>
-        `an object made by ${[]
-          .concat(values)
-          .map((constructor) => constructor.name)
-          .join(' or ')}`,
-      test: (value, values) =>
-        Array.isArray(values)
-          ? values.some((constructor) => value instanceof constructor)
-          : value instanceof values,
-    },
-    FILE_REFERENCE: {
-      wanted: () => 'a path or a file object',
-      test: (value) =>
-        typeof value === 'string' || (isObject(value) && typeof value.fullPath === 'string'),
-    },
-  };
-
-  const Types = {};
-  for (const type of Object.keys(table)) {
-    Types[type] = type;
-  }
-  Object.freeze(Types);
-
-  // Says which part of an argument is wrong; checkOne makes an exception of it that names the
-  // argument too.
-  class Mismatch {
-    constructor(part, wanted, value) {
-      this.part = part;
-      this.wanted = wanted;
-      this.value = value;
+  // Whether the value is of the type, without any conversion. Throws a Misfit when a part of it is
+  // not.
+  function fits(type, value, values) {
+    switch (type) {
+      case 'STRING':
+        return typeof value === 'string';
+      case 'FUNCTION':
+        return typeof value === 'function';
+      case 'BOOLEAN':
+        return typeof value === 'boolean';
+      case 'ENUM':
+        return values.indexOf(value) !== -1;
+      case 'DOUBLE':
+        return Number.isFinite(value);
+      case 'ARRAY':
+        return Array.isArray(value) && (values === undefined || elementsFit(value, values));
+      case 'DICTIONARY':
+        return isObject(value) && (values === undefined || membersFit(value, values));
+      case 'LISTENER':
+        return isObject(value) && callbacksFit(value, values || []);
+      case 'PLATFORM_OBJECT':
+        return [].concat(values).some((constructor) => value instanceof constructor);
+      case 'FILE_REFERENCE':
+        return typeof value === 'string' || (isObject(value) && typeof value.fullPath === 'string');
+      default: {
+        const range = rangeOf(type);
+        return isWhole(value, range[0], range[1]);
+      }
     }
   }
 
-  // An element rule is a type name, or a constructor.
-  const elementType = (rule) => (isCallable(rule) ? 'PLATFORM_OBJECT' : rule);
-
-  function wantedOf(rule) {
-    return rowOf(elementType(rule)).wanted(rule);
+  function rangeOf(type) {
+    switch (type) {
+      case 'BYTE':
+        return [-128, 127];
+      case 'OCTET':
+        return [0, 255];
+      case 'SHORT':
+        return [-32768, 32767];
+      case 'UNSIGNED_SHORT':
+        return [0, 65535];
+      case 'LONG':
+        return [-2147483648, 2147483647];
+      case 'UNSIGNED_LONG':
+        return [0, 4294967295];
+      case 'LONG_LONG':
+        return [Number.MIN_SAFE_INTEGER, Number.MAX_SAFE_INTEGER];
+      case 'UNSIGNED_LONG_LONG':
+        return [0, Number.MAX_SAFE_INTEGER];
+      default:
+        throw new TypeError(`The validator has no type "${type}".`);
+    }
   }
 
-  function elementsPass(array, rule) {
-    const row = rowOf(elementType(rule));
+  const elementType = (rule) => (typeof rule === 'function' ? 'PLATFORM_OBJECT' : rule);
+
+  function elementsFit(array, rule) {
+    const type = elementType(rule);
     for (let index = 0; index < array.length; index += 1) {
-      if (!row.test(array[index], rule)) {
-        throw new Mismatch(`element ${index}`, row.wanted(rule), array[index]);
+      if (!fits(type, array[index], rule)) {
+        throw misfit(`element ${index}`, wanted(type, rule), array[index]);
       }
     }
     return true;
   }
 
-  function membersPass(object, rules) {
-    for (const rule of rules) {
-      const value = object[rule.name];
-      const absent = value === undefined ? rule.optional : value === null && rule.nullable;
-      if (!absent && !rowOf(rule.type).test(value, rule.values)) {
-        throw new Mismatch(`member "${rule.name}"`, rowOf(rule.type).wanted(rule.values), value);
+  function membersFit(object, rules) {
+    for (let index = 0; index < rules.length; index += 1) {
+      const { name, type, values, optional, nullable } = rules[index];
+      const value = object[name];
+      const absent = value === undefined ? optional : value === null && nullable;
+      if (!absent && !fits(type, value, values)) {
+        throw misfit(`member "${name}"`, wanted(type, values), value);
       }
     }
     return true;
   }
 
-  function callbacksPass(object, names) {
-    for (const name of names) {
-      if (object[name] !== undefined && object[name] !== null && !isCallable(object[name])) {
-        throw new Mismatch(`callback "${name}"`, 'a function', object[name]);
+  function callbacksFit(object, names) {
+    for (let index = 0; index < names.length; index += 1) {
+      const value = object[names[index]];
+      if (value !== undefined && value !== null && typeof value !== 'function') {
+        throw misfit(`callback "${names[index]}"`, 'a function', value);
       }
     }
     return true;
   }
 
-  function rowOf(type) {
-    const row = table[type];
-    if (row === undefined) {
-      throw new TypeError(
-        `The validator has no type "${type}"; it has ${Object.keys(table).join(', ')}.`
-      );
+  // Thrown on the way out of an argument of which only a part is wrong.
+  const misfit = (part, wantedText, value) => ({ isMisfit: true, part, wantedText, value });
+
+  function wanted(type, values) {
+    switch (type) {
+      case 'STRING':
+        return 'a string';
+      case 'FUNCTION':
+        return 'a function';
+      case 'BOOLEAN':
+        return 'a boolean';
+      case 'ENUM':
+        return use('describe').oneOf(values);
+      case 'DOUBLE':
+        return 'a finite number';
+      case 'ARRAY':
+        return values === undefined
+          ? 'an array'
+          : `an array whose elements are each ${wanted(elementType(values), values)}`;
+      case 'DICTIONARY':
+        return 'an object';
+      case 'LISTENER':
+        return `an object with the functions ${(values || []).join(', ')}`;
+      case 'PLATFORM_OBJECT':
+        return use('describe').madeBy(values);
+      case 'FILE_REFERENCE':
+        return 'a path or a file object';
+      default:
+        return `a whole number from ${rangeOf(type)[0]} to ${rangeOf(type)[1]}`;
     }
-    return row;
   }
 
-  function mismatch(index, rule, part, wanted, value) {
-    const where = `Argument ${index + 1} "${rule.name}"${part ? `, ${part},` : ''}`;
-    let or = '';
-    if (!part && rule.nullable) {
-      or = ', or null';
-    }
-    const text =
-      value === undefined && !part
-        ? `${where} is missing: it must be ${wanted}${or}.`
-        : `${where} must be ${wanted}${or}, but is ${describe(value)}.`;
-    return new WebAPIException(WebAPIException.TYPE_MISMATCH_ERR, text);
+  function mismatch(index, rule, { part, wantedText, value }) {
+    const WebAPIException = use('exceptions');
+    const where = `Argument ${index + 1} "${rule.name}"${part === '' ? '' : `, ${part},`}`;
+    const what = part === '' && rule.nullable ? `${wantedText}, or null` : wantedText;
+    return new WebAPIException(
+      WebAPIException.TYPE_MISMATCH_ERR,
+      value === undefined && part === ''
+        ? `${where} is missing: it must be ${what}.`
+        : `${where} must be ${what}, but is ${use('describe').value(value)}.`
+    );
   }
 
-  function checkOne(index, rule, row, value) {
-    let passes = false;
+  const wholeMismatch = (index, rule, value) =>
+    mismatch(index, rule, misfit('', wanted(rule.type, rule.values), value));
+
+  function checkOne(index, rule, value) {
+    let good = false;
     try {
-      passes = row.test(value, rule.values);
+      good = fits(rule.type, value, rule.values);
     } catch (error) {
-      if (error instanceof Mismatch) {
-        throw mismatch(index, rule, error.part, error.wanted, error.value);
-      }
-      throw error;
+      throw error.isMisfit ? mismatch(index, rule, error) : error;
     }
-    if (!passes) {
-      throw mismatch(index, rule, '', row.wanted(rule.values), value);
+    if (!good) {
+      throw wholeMismatch(index, rule, value);
     }
     return value;
   }
 
-  function convertOne(index, rule, row, value) {
-    if (row.convert === undefined) {
-      return checkOne(index, rule, row, value);
-    }
-    try {
-      return row.convert(value, false, rule.values);
-    } catch (error) {
-      throw mismatch(index, rule, '', row.wanted(rule.values), value);
+  function convert(type, value, values) {
+    const converter = use('converter');
+    switch (type) {
+      case 'STRING':
+        return converter.toString(value);
+      case 'BOOLEAN':
+        return converter.toBoolean(value);
+      case 'DOUBLE':
+        return converter.toDouble(value);
+      case 'ENUM':
+        return converter.toEnum(value, values);
+      case 'BYTE':
+        return converter.toByte(value);
+      case 'OCTET':
+        return converter.toOctet(value);
+      case 'SHORT':
+        return converter.toShort(value);
+      case 'UNSIGNED_SHORT':
+        return converter.toUnsignedShort(value);
+      case 'LONG':
+        return converter.toLong(value);
+      case 'UNSIGNED_LONG':
+        return converter.toUnsignedLong(value);
+      case 'LONG_LONG':
+        return converter.toLongLong(value);
+      case 'UNSIGNED_LONG_LONG':
+        return converter.toUnsignedLongLong(value);
+      default:
+        return undefined;
     }
   }
 
+  function convertOne(index, rule, value) {
+    let converted;
+    try {
+      converted = convert(rule.type, value, rule.values);
+    } catch (error) {
+      throw wholeMismatch(index, rule, value);
+    }
+    return converted === undefined ? checkOne(index, rule, value) : converted;
+  }
+
+  // What the checks return; `has` is seldom asked for.
   class Arguments {
     get has() {
       const given = {};
-      for (const name of Object.keys(this)) {
+      Object.keys(this).forEach((name) => {
         given[name] = this[name] !== undefined;
-      }
+      });
       return given;
     }
   }
@@ -214,20 +225,38 @@
     for (let index = 0; index < rules.length; index += 1) {
       const rule = rules[index];
       const value = args[index];
-      const row = rowOf(rule.type);
       if (value === undefined ? rule.optional : value === null && rule.nullable) {
         result[rule.name] = value;
       } else if (value === undefined || value === null) {
-        throw mismatch(index, rule, '', row.wanted(rule.values), value);
+        throw wholeMismatch(index, rule, value);
       } else {
-        result[rule.name] = take(index, rule, row, value);
+        result[rule.name] = take(index, rule, value);
       }
     }
     return result;
   }
 
-  return Object.freeze({
-    Types,
+  return {
+    Types: {
+      BOOLEAN: 'BOOLEAN',
+      BYTE: 'BYTE',
+      OCTET: 'OCTET',
+      SHORT: 'SHORT',
+      UNSIGNED_SHORT: 'UNSIGNED_SHORT',
+      LONG: 'LONG',
+      UNSIGNED_LONG: 'UNSIGNED_LONG',
+      LONG_LONG: 'LONG_LONG',
+      UNSIGNED_LONG_LONG: 'UNSIGNED_LONG_LONG',
+      DOUBLE: 'DOUBLE',
+      STRING: 'STRING',
+      ENUM: 'ENUM',
+      FUNCTION: 'FUNCTION',
+      ARRAY: 'ARRAY',
+      DICTIONARY: 'DICTIONARY',
+      LISTENER: 'LISTENER',
+      PLATFORM_OBJECT: 'PLATFORM_OBJECT',
+      FILE_REFERENCE: 'FILE_REFERENCE',
+    },
 
     // Values of another type are refused, never converted. A third argument, which some scripts
     // give, has no meaning here.
@@ -238,6 +267,7 @@
 
     isConstructorCall(object, constructor) {
       if (!(object instanceof constructor)) {
+        const WebAPIException = use('exceptions');
         throw new WebAPIException(
           WebAPIException.TYPE_MISMATCH_ERR,
           `${constructor.name} is a constructor: call it with new.`
@@ -245,5 +275,5 @@
       }
       return true;
     },
-  });
+  };
 });

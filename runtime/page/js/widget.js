@@ -5,14 +5,14 @@
 (function makeWidget(use, bridge) {
   'use strict';
 
-  const describe = use('describe');
+  const describe = use('describe').value;
 
   function wrong(name, value) {
     return `${name} must be a finite number, but is ${describe(value)}`;
   }
 
   const info = bridge.widgetInfo();
-  return Object.freeze({
+  return {
     id: info.id,
     name: info.name,
     version: info.version,
@@ -32,5 +32,5 @@
         ? bridge.setQuarterPosition(position)
         : `position must be a whole number, but is ${describe(position)}`;
     },
-  });
+  };
 });

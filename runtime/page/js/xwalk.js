@@ -5,25 +5,26 @@
   'use strict';
 
   // Each facility is made when a script first reads it.
-  const utils = {
-    get NativeManager() {
-      return use('native_manager');
-    },
-    get validator() {
-      return use('validator');
-    },
-    get converter() {
-      return use('converter');
-    },
-    get type() {
-      return use('type');
-    },
-    get privilege() {
-      return use('privilege').names;
-    },
-    get checkPrivilegeAccess() {
-      return use('privilege').checkPrivilegeAccess;
+  return {
+    utils: {
+      get NativeManager() {
+        return use('native_manager');
+      },
+      get validator() {
+        return use('validator');
+      },
+      get converter() {
+        return use('converter');
+      },
+      get type() {
+        return use('type');
+      },
+      get privilege() {
+        return use('privilege').names;
+      },
+      checkPrivilegeAccess(privilege) {
+        use('privilege').check(privilege);
+      },
     },
   };
-  return Object.freeze({ utils: Object.freeze(utils) });
 });
