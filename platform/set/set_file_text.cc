@@ -33,8 +33,7 @@ std::string ProcessName() {
 }
 
 std::string ProfileText(const FeatureStore& features, const char* key, const char* type) {
-  const std::optional<Feature> feature = features.Find(key, type, FeatureGroup::kCustom);
-  return feature ? feature->text : std::string();
+  return features.Find(key, type, FeatureGroup::kCustom).value_or("");
 }
 
 // The whole of a word as a number.

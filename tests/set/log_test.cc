@@ -99,7 +99,8 @@ TEST_F(LogTest, WithoutDebugModeDebugLinesAreRefused) {
 TEST_F(LogTest, NewestLinesStayWhenTheBufferIsFull) {
   log().set_capacity(10'000);
   for (int i = 0; i < 5000; ++i) {
-    __dlog_print(LOG_ID_MAIN, DLOG_INFO, "TAG", "%d %s", i, std::string(i % 97, 'x').c_str());
+    __dlog_print(LOG_ID_MAIN, DLOG_INFO, "TAG", "%d %s", i,
+                 std::string(static_cast<size_t>(i) % 97, 'x').c_str());
   }
   const std::vector<LogLine> lines = log().lines();
   EXPECT_EQ(log().written(), 5000u);
