@@ -125,6 +125,7 @@ export default [
       globals: {
         ...libraryScript.languageOptions.globals,
         ...globals.browser,
+        WebAPIError: 'readonly',
         assert: 'readonly',
         describe: 'readonly',
         dravelt: 'readonly',

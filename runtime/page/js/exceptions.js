@@ -83,10 +83,11 @@
     constructor(first, text) {
       const { code, name, message } = read(first, text);
       super(message === undefined || message === null ? '' : String(message));
+      const fixed = (value) => ({ value, enumerable: true, writable: false, configurable: false });
       Object.defineProperties(this, {
-        code: { value: code, enumerable: true },
-        name: { value: name, enumerable: true },
-        message: { value: this.message, enumerable: true },
+        code: fixed(code),
+        name: fixed(name),
+        message: fixed(this.message),
       });
     }
   };
