@@ -139,6 +139,11 @@ void SetControls::DefineApplications(Page& page) {
     TheSet().applications().SetFocus(Text(arguments, 0));
     return Json();
   });
+  // The suite's own application runs no more.
+  Define(page, "terminate", [](const picojson::array&) {
+    TheSet().applications().Terminate(kSuiteApp);
+    return Json();
+  });
   Define(page, "clearFocus", [](const picojson::array&) {
     TheSet().applications().ClearFocus();
     return Json();
@@ -157,7 +162,7 @@ void SetControls::DefineQuestions(Page& page) {
   });
   Define(page, "contextTasks", [](const picojson::array&) {
     return ToArray(TheSet().context_manager().tasks(), [](const tvset::ContextTask& task) {
-      return Json(picojson::object{{"target", Json(task.target)}, {"action", Json(task.action)}});
+      return Json(picojson::array{Json(task.target), Json(task.action)});
     });
   });
   Define(page, "setting", [](const picojson::array& arguments) {
