@@ -118,7 +118,7 @@ export default [
   },
   {
     // Suites that js_suite runs in a page, and the script of the extension that they talk to.
-    files: ['tests/page/**/*.js'],
+    files: ['tests/page/**/*.js', 'tests/integration/**/*.js'],
     languageOptions: {
       ...libraryScript.languageOptions,
       ecmaVersion: 2022,

@@ -3,8 +3,7 @@
 #pragma once
 
 // The plain types that every platform header shares.
+#include <stdbool.h>
 #include <stddef.h>
 #include <stdint.h>
 #include <sys/types.h>
-
-#include <stdbool.h>

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/config_reader.h"
 
-#include <string_view>
-
 #include <algorithm>
 #include <regex>
+#include <string_view>
 
 #include "app/near_names.h"
 #include "app/start_file.h"

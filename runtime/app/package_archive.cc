@@ -3,7 +3,6 @@
 #include "app/package_archive.h"
 
 #include <fcntl.h>
-#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -11,6 +10,7 @@
 #include <cerrno>
 #include <cstring>
 #include <set>
+#include <string_view>
 #include <system_error>
 
 #include "app/problem.h"

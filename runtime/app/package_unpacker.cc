@@ -3,14 +3,14 @@
 #include "app/package_unpacker.h"
 
 #include <stdlib.h>
-#include <string>
-#include <string_view>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <string>
+#include <string_view>
 #include <system_error>
 #include <vector>
 

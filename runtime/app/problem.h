@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
-
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace orvane::app {

@@ -19,7 +19,9 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string ReadFile(const fs::path& file) {
   std::error_code error;
-  if (!fs::exists(file, error)) throw AppError({file.string(), 0, "", "there is no such file, and an application has one. Is it another folder?"});
+  if (!fs::exists(file, error))
+    throw AppError({file.string(), 0, "",
+                    "there is no such file, and an application has one. Is it another folder?"});
   if (!fs::is_regular_file(file, error)) throw AppError({file.string(), 0, "", "is not a file."});
   // Read to one byte beyond the limit rather than trusting a size that may change meanwhile.
   std::string text(XmlDocument::kMaxBytes + 1, '\0');

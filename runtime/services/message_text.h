@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
-
-#include <optional>
 #include <vector>
 
 namespace orvane::services {

@@ -169,7 +169,7 @@ double OrvaneResource::getGEMMemory() {
     std::string flags_word;
     file >> scratchValue >> scratchValue >> flags_word >> size;
     file >> scratchValue >> scratchValue >> scratchValue >> scratchValue >> scratchText >> count;
-    // Without a flags word the file ended before the entry: the figures are those of the one before.
+    // Without a flags word the file ended before the entry: the figures are of the one before.
     if (!flags_word.empty() && !AreFlagsNotCounted(flags_word) && count != kCountNotCounted) {
       total += size;
     }

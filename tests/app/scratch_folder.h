@@ -3,12 +3,12 @@
 #pragma once
 
 #include <stdlib.h>
-#include <string>
 
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <string>
 
 namespace orvane::app {
 

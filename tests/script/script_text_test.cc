@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <string>
-
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <string>
 
 #include <gtest/gtest.h>
 

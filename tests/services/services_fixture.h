@@ -3,10 +3,10 @@
 #pragma once
 
 #include <stdlib.h>
-#include <string>
 #include <unistd.h>
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include <gmock/gmock.h>

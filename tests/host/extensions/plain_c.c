@@ -3,9 +3,8 @@
 
 // An extension in C: the headers need no C++. Answers a synchronous message with its length.
 
-#include <string.h>
-
 #include <stdio.h>
+#include <string.h>
 
 #include "XW_Extension.h"
 #include "XW_Extension_SyncMessage.h"

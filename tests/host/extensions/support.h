@@ -4,11 +4,10 @@
 
 // What the test extensions share. Included by one source of each library.
 
-#include <string>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "XW_Extension.h"
 #include "XW_Extension_EntryPoints.h"
