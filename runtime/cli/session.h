@@ -56,8 +56,8 @@ class Session {
   TracePrinter trace_;
   std::optional<LogPrinter> log_;
   std::optional<NoticePrinter> notices_;  // in place of log_
-  std::unique_ptr<host::ExtensionHost> host_;
   std::unique_ptr<services::RuntimeServices> services_;
+  std::unique_ptr<host::ExtensionHost> host_;
   std::unique_ptr<page::PageRuntime> page_runtime_;
   std::unique_ptr<page::Page> page_;
 };

@@ -24,6 +24,15 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts) {
   return pointers;
 }
 
+// The test's own surroundings stay out, but for what a build with sanitizers needs to run.
+std::vector<std::string> SanitizerOptions() {
+  std::vector<std::string> variables;
+  for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "TSAN_OPTIONS", "UBSAN_OPTIONS"}) {
+    if (const char* value = getenv(name)) variables.push_back(std::string(name) + "=" + value);
+  }
+  return variables;
+}
+
 void Redirect(int stream, const fs::path& file, int flags) {
   const int descriptor = open(file.c_str(), flags, 0600);
   if (descriptor < 0 || dup2(descriptor, stream) < 0) _exit(126);
@@ -49,7 +58,9 @@ Outcome CommandTest::Run(const std::vector<std::string>& arguments, const std::s
                          const std::vector<std::string>& environment) const {
   std::vector<std::string> command = {ORVANE_COMMAND};
   command.insert(command.end(), arguments.begin(), arguments.end());
-  std::vector<std::string> variables = {"ORVANE_STATE=" + state().string(), "PATH=/usr/bin:/bin"};
+  std::vector<std::string> variables = SanitizerOptions();
+  variables.push_back("ORVANE_STATE=" + state().string());
+  variables.emplace_back("PATH=/usr/bin:/bin");
   variables.insert(variables.end(), environment.begin(), environment.end());
   std::ofstream(root_ / "in") << input;
   const std::vector<char*> argv = Pointers(command);
