@@ -4,8 +4,10 @@
 // Conversions with the rules of the platform's web APIs. Each takes the value and, last, whether
 // null may pass; each throws a TypeMismatchError for what cannot be converted. A whole number
 // beyond its type's range becomes the nearest one in it, and a fraction is cut off.
-(function makeConverter(use) {
+(function makeConverter(use, bridge, builtins) {
   'use strict';
+
+  const { isFinite, toNumber } = builtins;
 
   function fail(value, wanted) {
     const WebAPIException = use('exceptions');
@@ -19,11 +21,11 @@
     let converted = NaN;
     try {
       // Throws for a symbol, and for an object that cannot be made a primitive.
-      converted = Number(value);
+      converted = toNumber(value);
     } catch (error) {
       fail(value, wanted);
     }
-    return Number.isFinite(converted) ? converted : fail(value, wanted);
+    return isFinite(converted) ? converted : fail(value, wanted);
   }
 
   function whole(value, nullable, lowest, highest) {

@@ -3,13 +3,17 @@
 
 // The `extension` object of a script, over its native side: an object with these functions, and
 // evaluateScript(), which returns the function that extension_wrapper.js makes of the script text.
-(function makeExtensionFactory() {
+(function makeExtensionFactory(use, bridge, builtins) {
   'use strict';
+
+  const { call, defineProperty } = builtins;
 
   return function makeExtension(native) {
     // Reading a function of `native` costs a look-up in the engine, so the one that is called often
     // is kept.
     const { sendSyncMessage } = native;
+    // Its own, or a page that replaces the inherited one would be handed `native`.
+    defineProperty(sendSyncMessage, 'call', { __proto__: null, value: call });
     return {
       postMessage(message) {
         native.postMessage(message);

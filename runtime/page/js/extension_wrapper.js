@@ -2,13 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // What an extension's script text is evaluated in; the text stands where the mark is. The runtime
-// puts everything before the mark on one line, so that line numbers are those of the text.
+// puts everything before the mark on one line, so that line numbers are those of the text. `xwalk`
+// is the script's own, whatever the page has made of the global one; it stands outside, so that a
+// script may declare that name.
 // eslint-disable-next-line no-unused-vars -- the script uses it
-(function (extension) {
-  'use strict';
-  // A script may declare it again.
-  // eslint-disable-next-line no-var
-  var exports = {};
-  /* @script */
-  return exports;
+(function (xwalk) {
+  // eslint-disable-next-line no-unused-vars -- the script uses it
+  return function (extension) {
+    'use strict';
+    // A script may declare it again.
+    // eslint-disable-next-line no-var
+    var exports = {};
+    /* @script */
+    return exports;
+  };
 });

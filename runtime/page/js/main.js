@@ -20,16 +20,42 @@
   'use strict';
 
   const page = globalThis;
-  const parts = {};
 
-  function use(name) {
-    if (parts[name] === undefined) {
-      parts[name] = make(name);
-    }
-    return parts[name];
+  // The engine's own, taken before a page can put something else in their place: what decides
+  // whether a message goes out, and what it says, uses these.
+  const builtins = {
+    call: Function.prototype.call,
+    defineProperty: Object.defineProperty,
+    getValues: Object.values,
+    hasOwn: Object.hasOwn,
+    isArray: Array.isArray,
+    isFinite: Number.isFinite,
+    isInteger: Number.isInteger,
+    parse: JSON.parse,
+    stringify: JSON.stringify,
+    toNumber: Number,
+  };
+
+  // `parts` has no prototype: what a page puts on Object.prototype is no part.
+  function makeUse(parts) {
+    return function use(name) {
+      if (parts[name] === undefined) {
+        parts[name] = make(name, use);
+      }
+      return parts[name];
+    };
   }
 
-  function make(name) {
+  // The parts of the runtime and of the extensions' scripts. What a page reaches through its own
+  // `xwalk` are others, which it may change as it likes; they throw the same exceptions.
+  const use = makeUse({ __proto__: null });
+
+  function makePageXwalk() {
+    return makeUse({ __proto__: null, exceptions: use('exceptions') })('xwalk');
+  }
+
+  // eslint-disable-next-line no-shadow, no-unused-vars -- parts call the one that they belong to
+  function make(name, use) {
     switch (name) {
       // @parts
       default:
@@ -38,12 +64,17 @@
   }
 
   // Made on first touch, and a plain property from then on.
-  function defineLazily(name, part) {
+  function defineLazily(name, makePart) {
     const define = (value) =>
-      Object.defineProperty(page, name, { value, writable: true, configurable: true });
-    Object.defineProperty(page, name, {
+      builtins.defineProperty(page, name, {
+        __proto__: null,
+        value,
+        writable: true,
+        configurable: true,
+      });
+    builtins.defineProperty(page, name, {
       get() {
-        const value = use(part);
+        const value = makePart();
         define(value);
         return value;
       },
@@ -52,12 +83,12 @@
     });
   }
 
-  defineLazily('xwalk', 'xwalk');
-  defineLazily('widget', 'widget');
-  defineLazily('WebAPIException', 'exceptions');
-  defineLazily('WebAPIError', 'exceptions');
+  defineLazily('xwalk', makePageXwalk);
+  defineLazily('widget', () => use('widget'));
+  defineLazily('WebAPIException', () => use('exceptions'));
+  defineLazily('WebAPIError', () => use('exceptions'));
   if (bridge.addTimer) {
-    defineLazily('console', 'console');
+    defineLazily('console', () => use('console'));
     use('timers');
   }
   const extensions = bridge.extensions();

@@ -4,8 +4,10 @@
 // A script's way to its own extension and to the web runtime. Native messages are JSON: a request
 // has `cmd` and `args`, a reply has `status` and, as the case may be, `result` or `error`;
 // `callbackId` ties a posted reply to its call.
-(function makeNativeManager(use) {
+(function makeNativeManager(use, bridge, builtins) {
   'use strict';
+
+  const { parse, stringify } = builtins;
 
   const unknownError = 9999;
   const longestQuote = 80;
@@ -13,22 +15,29 @@
   // Unique in the page: extensions have a manager each, and all count on from here.
   let lastCallbackId = 0;
 
-  const hasOwn = (object, key) => Object.prototype.hasOwnProperty.call(object, key);
+  const plain = {};
+
+  // The request as JSON. A page that gives every object a toJSON does not change what it says.
+  function write(command, args) {
+    return stringify(
+      'toJSON' in plain
+        ? { __proto__: null, cmd: command, args: { __proto__: null, ...args } }
+        : { cmd: command, args: args || {} }
+    );
+  }
 
   function failure(message) {
     return { status: 'error', error: { code: unknownError, name: 'UnknownError', message } };
   }
 
   function quote(text) {
-    return JSON.stringify(
-      text.length > longestQuote ? `${text.slice(0, longestQuote)}\u2026` : text
-    );
+    return stringify(text.length > longestQuote ? `${text.slice(0, longestQuote)}\u2026` : text);
   }
 
   function readReply(text, command) {
     let reply;
     try {
-      reply = JSON.parse(text);
+      reply = parse(text);
     } catch (error) {
       return failure(
         text === '' || text === undefined
@@ -54,20 +63,25 @@
   }
 
   class NativeManager {
+    // Declared: assigning a member that is not there would call a setter of that name that a page
+    // has put on Object.prototype, and hand it the extension.
+    extension_;
+    send_;
+    callbacks_ = { __proto__: null };
+    waiting_ = 0;
+    listeners_ = { __proto__: null };
+
     // `extension` is the object that the runtime gives to an extension's script.
     constructor(extension) {
       this.extension_ = extension;
       this.send_ = extension.internal.sendSyncMessage;
-      this.callbacks_ = {};
-      this.waiting_ = 0;
-      this.listeners_ = {};
       extension.setMessageListener((message) => receive(this, message));
     }
 
     // Sends a message and waits for the reply. Never throws for what the other side does: a reply
     // that cannot be read is a failed one.
     callSync(command, args) {
-      const message = JSON.stringify({ cmd: command, args: args || {} });
+      const message = write(command, args);
       let text;
       try {
         text = this.send_(message);
@@ -142,7 +156,7 @@
 
   // Ends the call that waits with this id, if there is one.
   function finish(manager, callbackId, reply) {
-    if (!hasOwn(manager.callbacks_, callbackId)) {
+    if (!(callbackId in manager.callbacks_)) {
       return false;
     }
     const callback = manager.callbacks_[callbackId];
@@ -158,13 +172,13 @@
     }
     let message = null;
     try {
-      message = JSON.parse(text);
+      message = parse(text);
     } catch (error) {
       // Told below.
     }
     if (message === null || typeof message !== 'object') {
       console.warn(`An extension posted what is no JSON object: ${quote(text)}.`);
-    } else if (hasOwn(manager.listeners_, message.listenerId)) {
+    } else if (message.listenerId in manager.listeners_) {
       manager.callIfPossible(manager.listeners_[message.listenerId], message);
     } else if (!finish(manager, message.callbackId, message)) {
       console.warn(`No call waits for the posted message ${quote(text)}.`);

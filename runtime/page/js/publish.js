@@ -4,8 +4,10 @@
 // Puts extensions under their dotted names. Nothing of an extension is loaded before a script
 // touches its name or one of its entry points. What is published is read-only for the page, and so
 // are the objects made to hold it.
-(function makePublish(use, bridge) {
+(function makePublish(use, bridge, builtins) {
   'use strict';
+
+  const { defineProperty } = builtins;
 
   // What a script sees at a name: { get, set }. `owner` is the state of the extension.
   function atName(owner) {
@@ -48,7 +50,7 @@
     try {
       const native = bridge.createInstance(owner.name);
       if (native !== null) {
-        owner.exported = native.evaluateScript()(use('extension')(native));
+        owner.exported = native.evaluateScript()(use('xwalk'))(use('extension')(native));
       }
       owner.state = 'loaded';
     } catch (error) {
@@ -100,7 +102,12 @@
       return;
     }
     const access = exact === undefined ? atNamespace(path, slots) : withInner(exact, path, slots);
-    Object.defineProperty(holder, key, { get: access.get, set: access.set, enumerable: true });
+    defineProperty(holder, key, {
+      __proto__: null,
+      get: access.get,
+      set: access.set,
+      enumerable: true,
+    });
   }
 
   function atNamespace(path, slots) {

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // Questions about the type of a value.
-(function makeType() {
+(function makeType(use, bridge, builtins) {
   'use strict';
+
+  const { getValues } = builtins;
 
   return {
     isNull: (value) => value === null,
@@ -20,7 +22,7 @@
       value !== null && typeof value === 'object' && Object.keys(value).length === 0,
     isA: (value, constructor) => value instanceof constructor,
     // The values of an enumeration object, in declaration order.
-    getValues: (enumeration) => Object.values(enumeration),
+    getValues: (enumeration) => getValues(enumeration),
     arrayContains: (array, value) => array.indexOf(value) !== -1,
   };
 });

@@ -11,13 +11,27 @@
 // Both checks throw a TypeMismatchError that names the argument, what came and what is wanted. Both
 // return an object with one property per rule, and `has`, which tells the arguments that were
 // given.
-(function makeValidator(use) {
+(function makeValidator(use, bridge, builtins) {
   'use strict';
 
-  const isObject = (value) => value !== null && typeof value === 'object' && !Array.isArray(value);
+  const { hasOwn, isArray, isFinite, isInteger } = builtins;
+
+  const isObject = (value) => value !== null && typeof value === 'object' && !isArray(value);
 
   const isWhole = (value, lowest, highest) =>
-    Number.isInteger(value) && value >= lowest && value <= highest;
+    isInteger(value) && value >= lowest && value <= highest;
+
+  function isAmong(values, value) {
+    for (let index = 0; index < values.length; index += 1) {
+      if (values[index] === value) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  // Whether the rule itself allows it; a page may have put a member of that name on every object.
+  const allows = (rule, what) => hasOwn(rule, what) && rule[what];
 
   // Whether the value is of the type, without any conversion. Throws a Misfit when a part of it is
   // not.
@@ -30,11 +44,11 @@
       case 'BOOLEAN':
         return typeof value === 'boolean';
       case 'ENUM':
-        return values.indexOf(value) !== -1;
+        return isAmong(values, value);
       case 'DOUBLE':
-        return Number.isFinite(value);
+        return isFinite(value);
       case 'ARRAY':
-        return Array.isArray(value) && (values === undefined || elementsFit(value, values));
+        return isArray(value) && (values === undefined || elementsFit(value, values));
       case 'DICTIONARY':
         return isObject(value) && (values === undefined || membersFit(value, values));
       case 'LISTENER':
@@ -224,8 +238,11 @@
     const result = new Arguments();
     for (let index = 0; index < rules.length; index += 1) {
       const rule = rules[index];
-      const value = args[index];
-      if (value === undefined ? rule.optional : value === null && rule.nullable) {
+      // Beyond the last argument, what a page has put on Object.prototype would be read.
+      const value = index < args.length ? args[index] : undefined;
+      if (
+        value === undefined ? allows(rule, 'optional') : value === null && allows(rule, 'nullable')
+      ) {
         result[rule.name] = value;
       } else if (value === undefined || value === null) {
         throw wholeMismatch(index, rule, value);
