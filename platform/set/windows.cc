@@ -7,6 +7,7 @@
 #include <app_context.h>
 
 #include "tvset/applications.h"
+#include "tvset/error.h"
 
 namespace tvset {
 namespace {
@@ -78,7 +79,11 @@ bool WindowManager::SetQuarterPosition(const std::string& app, int position) {
 bool WindowManager::SetFocusWanted(const std::string& app, bool wanted) {
   if (!Update(app, [wanted](Window& window) { window.focus_wanted = wanted; })) return false;
   if (wanted) {
-    applications_.SetFocus(app);
+    try {
+      applications_.SetFocus(app);
+    } catch (const SetError&) {
+      return false;  // it ended meanwhile
+    }
   } else if (applications_.focused() == app) {
     applications_.ClearFocus();
   }

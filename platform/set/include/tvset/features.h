@@ -58,7 +58,7 @@ class TVSET_EXPORT FeatureStore {
   using Slot = std::tuple<std::string, std::string, FeatureGroup>;
   using SlotView = std::tuple<std::string_view, std::string_view, FeatureGroup>;
   struct SlotLess {
-    using is_transparent = void;
+    using is_transparent = void;  // NOLINT(readability-identifier-naming): the standard's name
     template <typename Left, typename Right>
     bool operator()(const Left& left, const Right& right) const {
       return SlotView(left) < SlotView(right);
