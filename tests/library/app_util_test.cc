@@ -160,9 +160,9 @@ TEST_F(AppUtilTest, GetAppStateNamesEachState) {
                                                  {APP_STATE_TERMINATED, "TERMINATED"},
                                                  {APP_STATE_UNDEFINED, "UNDEFINED"},
                                                  {5, "UNDEFINED"},
-                                                 {-1, "UNDEFINED"}};
+                                                 {7, "UNDEFINED"}};
   for (const auto& [state, name] : kStates) {
-    set().applications().SetState(kApp, state);
+    system_.ReportAppState(state);
     ClearLog();
     EXPECT_EQ(AppUtil::GetAppState(kApp), name) << state;
     EXPECT_THAT(Messages(),

@@ -14,6 +14,8 @@ thread_local int g_countdown = 0;
 
 }  // namespace
 
+// Every form is replaced, so that no memory goes from one allocator to another.
+
 void* operator new(size_t size) {
   if (g_countdown > 0 && --g_countdown == 0) {
     throw std::bad_alloc();
@@ -25,9 +27,27 @@ void* operator new(size_t size) {
   return memory;
 }
 
+void* operator new(size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  return malloc(size == 0 ? 1 : size);
+}
+
+void* operator new[](size_t size) { return operator new(size); }
+
+void* operator new[](size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
+}
+
 void operator delete(void* memory) noexcept { free(memory); }
 
 void operator delete(void* memory, size_t /*size*/) noexcept { free(memory); }
+
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept { free(memory); }
+
+void operator delete[](void* memory) noexcept { free(memory); }
+
+void operator delete[](void* memory, size_t /*size*/) noexcept { free(memory); }
+
+void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept { free(memory); }
 
 namespace orvane::test {
 

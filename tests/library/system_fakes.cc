@@ -16,8 +16,11 @@
 #include <atomic>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <stdexcept>
+
+#include <app_manager.h>
 
 // Defined here, and visible to the shared libraries of the process, instead of in the C library.
 #define INTERPOSED extern "C" __attribute__((visibility("default")))
@@ -46,6 +49,7 @@ struct Fakes {
   std::vector<std::string> commands;
   int open_pipes = 0;
   std::vector<orvane::test::KernelMarker> markers;
+  std::optional<int> app_state;
 };
 
 // Null when nothing is faked: the functions below are called before main as well.
@@ -179,6 +183,20 @@ INTERPOSED int prctl(int option, ...) noexcept {
   return real(option, arguments[0], arguments[1], arguments[2], arguments[3]);
 }
 
+INTERPOSED int app_context_get_app_state(app_context_h context, app_state_e* state) {
+  static auto* const real = Real<int(app_context_h, app_state_e*)>("app_context_get_app_state");
+  Fakes* const fakes = g_fakes.load();
+  if (fakes != nullptr) {
+    const std::lock_guard<std::mutex> lock(fakes->mutex);
+    if (fakes->app_state) {
+      // As a set's library does, whatever the enumeration says.
+      memcpy(state, &*fakes->app_state, sizeof(*state));
+      return APP_MANAGER_ERROR_NONE;
+    }
+  }
+  return real(context, state);
+}
+
 namespace orvane::test {
 
 SystemFakes::SystemFakes() {
@@ -237,5 +255,10 @@ const std::vector<std::string>& SystemFakes::commands() const { return Current()
 int SystemFakes::open_pipes() const { return Current().open_pipes; }
 
 const std::vector<KernelMarker>& SystemFakes::markers() const { return Current().markers; }
+
+void SystemFakes::ReportAppState(int state) {
+  const std::lock_guard<std::mutex> lock(Current().mutex);
+  Current().app_state = state;
+}
 
 }  // namespace orvane::test

@@ -16,10 +16,10 @@ struct KernelMarker {
   size_t length;
 };
 
-// Stands between the code under test and the C library, for the functions that no simulated set
-// answers: files, commands, the process id, memory, and the kernel's marker. The test program
-// defines those functions; while no SystemFakes lives, and for everything that is not faked, they
-// pass the call on. One at a time; set up before the code under test runs.
+// Stands between the code under test and the C library, for what no simulated set answers: files,
+// commands, the process id, memory, the kernel's marker, and application states that there are not.
+// The test program defines those functions; while no SystemFakes lives, and for everything that is
+// not faked, they pass the call on. One at a time; set up before the code under test runs.
 class SystemFakes {
  public:
   SystemFakes();
@@ -48,6 +48,9 @@ class SystemFakes {
   int open_pipes() const;
 
   const std::vector<KernelMarker>& markers() const;
+
+  // The platform reports this state of any application; it need not be one that a set has.
+  void ReportAppState(int state);
 };
 
 // Makes the `countdown`th allocation of this thread, counted from 1, throw std::bad_alloc, and the

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace orvane::test {
+
+struct ElfSymbol {
+  std::string name;
+  std::string version;  // such as "GLIBC_2.34"; empty when it is bound to none
+  bool defined = false;
+  bool weak = false;
+};
+
+// The dynamic symbol table of a 64-bit shared library. Throws std::runtime_error for another file.
+std::vector<ElfSymbol> ReadDynamicSymbols(const std::filesystem::path& library);
+
+}  // namespace orvane::test
