@@ -99,9 +99,12 @@ TEST(Worker, ReleasesWhatAJobHoldsBeforeTheFinaliser) {
   auto held = std::make_shared<int>(0);
   const std::weak_ptr<int> watch = held;
   std::promise<bool> gone;
+  std::promise<void> go;
   Worker worker;
+  worker.add_job([&go] { go.get_future().wait(); }, kNothing);
   worker.add_job([held = std::move(held)] { (void)*held; },
                  [&gone, watch] { gone.set_value(watch.expired()); });
+  go.set_value();
   EXPECT_TRUE(gone.get_future().get());
 }
 

@@ -8,8 +8,10 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <stdexcept>
+#include <vector>
 
 #include "system_fakes.h"
 
@@ -122,12 +124,14 @@ INTERPOSED int pthread_cond_broadcast(pthread_cond_t* condition) noexcept {
 
 namespace orvane::test {
 
-HeldWaits::HeldWaits() { g_waits = new Waits; }
-
-HeldWaits::~HeldWaits() {
-  // The code under test is gone by now, and with it the waits.
-  delete g_waits.exchange(nullptr);
+HeldWaits::HeldWaits() {
+  // Never freed: a thread of another test's may be looking at one.
+  static std::vector<std::unique_ptr<Waits>> all;
+  all.push_back(std::make_unique<Waits>());
+  g_waits = all.back().get();
 }
+
+HeldWaits::~HeldWaits() { g_waits = nullptr; }
 
 std::chrono::steady_clock::time_point HeldWaits::AwaitWait(int number) {
   Waits& waits = *g_waits.load();

@@ -15,6 +15,7 @@
 
 #include <atomic>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -57,7 +58,8 @@ std::atomic<Fakes*> g_fakes{nullptr};
 
 Fakes& Current() { return *g_fakes.load(); }
 
-// The function that would have been called.
+// The function that would have been called. It is called with no lock held: it may be the simulated
+// set's, which asks for files on its own account.
 template <class Function>
 Function* Real(const char* name) {
   return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
@@ -108,17 +110,19 @@ INTERPOSED size_t fwrite(const void* data, size_t size, size_t count, FILE* file
 
 INTERPOSED int stat(const char* path, struct stat* status) noexcept {
   static auto* const real = Real<int(const char*, struct stat*)>("stat");
-  Fakes* const fakes = g_fakes.load();
-  if (fakes == nullptr) {
-    return real(path, status);
+  std::string file(path);
+  if (Fakes* const fakes = g_fakes.load()) {
+    const std::lock_guard<std::mutex> lock(fakes->mutex);
+    if (fakes->failing_stats.count(file) != 0) {
+      errno = EIO;
+      return -1;
+    }
+    const auto found = fakes->stats.find(file);
+    if (found != fakes->stats.end()) {
+      file = found->second;
+    }
   }
-  const std::lock_guard<std::mutex> lock(fakes->mutex);
-  if (fakes->failing_stats.count(path) != 0) {
-    errno = EIO;
-    return -1;
-  }
-  const auto found = fakes->stats.find(path);
-  return real(found == fakes->stats.end() ? path : found->second.c_str(), status);
+  return real(file.c_str(), status);
 }
 
 INTERPOSED char* strdup(const char* text) noexcept {
@@ -140,20 +144,19 @@ INTERPOSED pid_t getpid() noexcept {
 
 INTERPOSED FILE* popen(const char* command, const char* mode) {
   static auto* const real = Real<FILE*(const char*, const char*)>("popen");
-  Fakes* const fakes = g_fakes.load();
-  if (fakes == nullptr) {
-    return real(command, mode);
+  std::string line(command);
+  if (Fakes* const fakes = g_fakes.load()) {
+    const std::lock_guard<std::mutex> lock(fakes->mutex);
+    fakes->commands.push_back(line);
+    if (fakes->fail_commands) {
+      return nullptr;
+    }
+    ++fakes->open_pipes;
+    if (fakes->fake_commands) {
+      line = "printf '%s' '" + fakes->command_output + "'";
+    }
   }
-  const std::lock_guard<std::mutex> lock(fakes->mutex);
-  fakes->commands.emplace_back(command);
-  if (fakes->fail_commands) {
-    return nullptr;
-  }
-  ++fakes->open_pipes;
-  if (!fakes->fake_commands) {
-    return real(command, mode);
-  }
-  return real(("printf '%s' '" + fakes->command_output + "'").c_str(), mode);
+  return real(line.c_str(), mode);
 }
 
 INTERPOSED int pclose(FILE* pipe) {
@@ -203,10 +206,13 @@ SystemFakes::SystemFakes() {
   if (g_fakes.load() != nullptr) {
     throw std::logic_error("there are system fakes already");
   }
-  g_fakes = new Fakes;
+  // Never freed: a thread of another test's may be looking at one.
+  static std::vector<std::unique_ptr<Fakes>> all;
+  all.push_back(std::make_unique<Fakes>());
+  g_fakes = all.back().get();
 }
 
-SystemFakes::~SystemFakes() { delete g_fakes.exchange(nullptr); }
+SystemFakes::~SystemFakes() { g_fakes = nullptr; }
 
 void SystemFakes::RedirectFile(const std::string& path, const std::string& other,
                                const std::string& mode) {
