@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "page/extension_binding.h"
 
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <utility>
 
 #include "page/mailbox.h"
@@ -29,7 +29,7 @@ JSClassRef ExtensionBinding::NativeClass() {
       {"setPendingReplies", CallNative<Self, &Self::SetPendingReplies>,
        kJSPropertyAttributeReadOnly},
       {nullptr, nullptr, 0}};
-  static const JSClassRef kClass = [] {
+  static OpaqueJSClass* const kClass = [] {
     JSClassDefinition definition = kJSClassDefinitionEmpty;
     definition.className = "NativeExtension";
     definition.attributes = kJSClassAttributeNoAutomaticPrototype;
@@ -155,7 +155,7 @@ void ExtensionBinding::DeliverBytes(const std::string& bytes, Clock::TimePoint p
   // The engine frees the copy with the ArrayBuffer.
   void* copy = std::malloc(bytes.empty() ? 1 : bytes.size());
   if (copy == nullptr) throw std::bad_alloc();
-  std::memcpy(copy, bytes.data(), bytes.size());
+  std::copy(bytes.begin(), bytes.end(), static_cast<char*>(copy));
   const JSValueRef buffer = JSObjectMakeArrayBufferWithBytesNoCopy(
       page_.context(), copy, bytes.size(), [](void* memory, void*) { std::free(memory); }, nullptr,
       nullptr);

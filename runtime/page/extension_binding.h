@@ -31,7 +31,10 @@ class ExtensionBinding final : public NativeObject, public host::InstanceClient 
   // `id` is its number in its page. Creates the instance; throws HostError when the extension
   // refuses.
   ExtensionBinding(PageCore& page, host::Extension& extension, uint64_t id);
-  ~ExtensionBinding();
+  ~ExtensionBinding() override;
+
+  ExtensionBinding(const ExtensionBinding&) = delete;
+  ExtensionBinding& operator=(const ExtensionBinding&) = delete;
 
   const host::Extension& extension() const { return extension_; }
   uint64_t id() const { return id_; }

@@ -19,6 +19,8 @@ class JsString {
   ~JsString() {
     if (string_ != nullptr) JSStringRelease(string_);
   }
+  JsString(const JsString&) = delete;
+  JsString& operator=(const JsString&) = delete;
   JsString(JsString&& other) noexcept : string_(std::exchange(other.string_, nullptr)) {}
   JsString& operator=(JsString&& other) noexcept {
     std::swap(string_, other.string_);

@@ -63,12 +63,12 @@ struct NativeCall {
 JSValueRef MakeError(JSContextRef context, const char* message);
 
 // The one guard between the engine and C++: no exception unwinds through the engine.
-template <typename Self, JSValueRef (Self::*function)(const NativeCall&)>
+template <typename Self, JSValueRef (Self::*Function)(const NativeCall&)>
 JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_t count,
                       const JSValueRef arguments[], JSValueRef* exception) {
   try {
     auto& object = Cast<Self>(static_cast<NativeObject*>(JSObjectGetPrivate(self)));
-    return (object.*function)(NativeCall{context, arguments, count});
+    return (object.*Function)(NativeCall{context, arguments, count});
   } catch (const ThrownValue& thrown) {
     *exception = thrown.value;
   } catch (const std::exception& error) {
@@ -89,6 +89,8 @@ class ProtectedFunction {
     JSValueProtect(context_, function_);
   }
   ~ProtectedFunction() { Reset(); }
+  ProtectedFunction(const ProtectedFunction&) = delete;
+  ProtectedFunction& operator=(const ProtectedFunction&) = delete;
   ProtectedFunction(ProtectedFunction&& other) noexcept
       : context_(other.context_), function_(std::exchange(other.function_, nullptr)) {}
   ProtectedFunction& operator=(ProtectedFunction&& other) noexcept {

@@ -58,7 +58,7 @@ JSClassRef PageCore::NativeClass() {
       {"writeConsole", CallNative<Self, &Self::WriteConsole>, kJSPropertyAttributeReadOnly},
       {"reportError", CallNative<Self, &Self::ReportError>, kJSPropertyAttributeReadOnly},
       {nullptr, nullptr, 0}};
-  static const JSClassRef kClass = [] {
+  static OpaqueJSClass* const kClass = [] {
     JSClassDefinition definition = kJSClassDefinitionEmpty;
     definition.className = "Bridge";
     definition.attributes = kJSClassAttributeNoAutomaticPrototype;
@@ -128,7 +128,7 @@ JSValueRef PageCore::ReportRejection(const NativeCall& call) {
 }
 
 JSClassRef PageCore::RejectionHandlerClass() {
-  static const JSClassRef kClass = [] {
+  static OpaqueJSClass* const kClass = [] {
     JSClassDefinition definition = kJSClassDefinitionEmpty;
     definition.className = "Function";
     definition.attributes = kJSClassAttributeNoAutomaticPrototype;

@@ -12,10 +12,10 @@
 
 namespace orvane::page {
 
-PageCore::PageCore(PageRuntime& runtime, const PageOptions& options)
+PageCore::PageCore(PageRuntime& runtime, PageOptions options)
     : NativeObject(Kind::kPage),
       runtime_(runtime),
-      options_(options),
+      options_(std::move(options)),
       id_(runtime.Add(this)),
       context_(JSGlobalContextCreateInGroup(runtime.group(), nullptr)) {
   StartScripts();

@@ -29,8 +29,11 @@ class PageCore final : public NativeObject {
   static JSClassRef NativeClass();            // of the bridge
   static JSClassRef RejectionHandlerClass();  // of the function that hears of lost rejections
 
-  PageCore(PageRuntime& runtime, const PageOptions& options);
+  PageCore(PageRuntime& runtime, PageOptions options);
   ~PageCore();
+
+  PageCore(const PageCore&) = delete;
+  PageCore& operator=(const PageCore&) = delete;
 
   PageRuntime& runtime() const { return runtime_; }
   const PageOptions& options() const { return options_; }
@@ -90,7 +93,7 @@ class PageCore final : public NativeObject {
   PageRuntime& runtime_;
   const PageOptions options_;
   const uint64_t id_;
-  const JSGlobalContextRef context_;
+  OpaqueJSContext* const context_;
   uint64_t last_binding_ = 0;
   std::vector<std::unique_ptr<ExtensionBinding>> bindings_;
   std::deque<std::function<void(PageCore&)>> inbox_;

@@ -10,7 +10,7 @@ namespace {
 
 std::string ArgumentsAsJson(JSContextRef context, size_t count, const JSValueRef arguments[]) {
   JSValueRef exception = nullptr;
-  const JSObjectRef array = JSObjectMakeArray(context, count, arguments, &exception);
+  JSObjectRef array = JSObjectMakeArray(context, count, arguments, &exception);
   if (exception != nullptr) throw ThrownValue{exception};
   const JsString json(JSValueCreateJSONString(context, array, 0, &exception));
   if (json.get() == nullptr) throw ThrownValue{exception};
@@ -37,7 +37,7 @@ JSValueRef CallScriptFunction(JSContextRef context, JSObjectRef self, JSObjectRe
 }
 
 JSClassRef ScriptFunctionClass() {
-  static const JSClassRef kClass = [] {
+  static OpaqueJSClass* const kClass = [] {
     JSClassDefinition definition = kJSClassDefinitionEmpty;
     definition.className = "Function";
     definition.attributes = kJSClassAttributeNoAutomaticPrototype;
@@ -47,13 +47,17 @@ JSClassRef ScriptFunctionClass() {
   return kClass;
 }
 
+void SetMember(JSContextRef context, JSObjectRef owner, const std::string& name, JSValueRef value) {
+  JSObjectSetProperty(context, owner, JsString(name).get(), value, kJSPropertyAttributeNone,
+                      nullptr);
+}
+
 JSObjectRef MemberObject(JSContextRef context, JSObjectRef holder, const std::string& name) {
   const JSValueRef value = PropertyOf(context, holder, name.c_str());
   if (JSValueIsObject(context, value)) return JSValueToObject(context, value, nullptr);
-  JSObjectRef object = JSObjectMake(context, nullptr, nullptr);
-  JSObjectSetProperty(context, holder, JsString(name).get(), object, kJSPropertyAttributeNone,
-                      nullptr);
-  return object;
+  JSObjectRef made = JSObjectMake(context, nullptr, nullptr);
+  SetMember(context, holder, name, made);
+  return made;
 }
 
 }  // namespace
@@ -66,10 +70,8 @@ void PageCore::DefineFunction(const std::string& dotted_name, ScriptFunction fun
     holder = MemberObject(context_, holder, name.substr(0, dot));
     name.erase(0, dot + 1);
   }
-  JSObjectRef object =
-      JSObjectMake(context_, ScriptFunctionClass(), script_functions_.back().get());
-  JSObjectSetProperty(context_, holder, JsString(name).get(), object, kJSPropertyAttributeNone,
-                      nullptr);
+  SetMember(context_, holder, name,
+            JSObjectMake(context_, ScriptFunctionClass(), script_functions_.back().get()));
 }
 
 }  // namespace orvane::page

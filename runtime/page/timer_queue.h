@@ -42,10 +42,10 @@ class TimerQueue {
  private:
   struct Timer {
     Clock::TimePoint due;
-    uint64_t order;
-    std::chrono::milliseconds interval;
-    Repeat repeat;
-    int level;
+    uint64_t order = 0;
+    std::chrono::milliseconds interval{0};
+    Repeat repeat = Repeat::kOnce;
+    int level = 0;
   };
   using Key = std::pair<Clock::TimePoint, uint64_t>;
 
