@@ -22,8 +22,8 @@ size_t LineRing::Append(const LineHead& head, std::string_view tag, std::string_
   }
   char* at = bytes_.get() + next_;
   std::memcpy(at, &head, sizeof(head));
-  // Not memcpy: where the compiler knows a bound of the size, it makes a string instruction of that, which takes
-  // longer to begin than most lines take to copy.
+  // Not memcpy: where the compiler knows a bound of the size, it makes a string instruction of
+  // that, which takes longer to begin than most lines take to copy.
   std::memmove(at + sizeof(head), tag.data(), tag.size());
   std::memmove(at + sizeof(head) + tag.size(), text.data(), text.size());
   next_ += size;
