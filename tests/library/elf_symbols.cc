@@ -8,15 +8,11 @@
 
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <stdexcept>
 
 namespace orvane::test {
 
 namespace {
-
-// Above it, an index says that the name is hidden from those who ask for no version.
-constexpr Elf64_Half kVersionMask = 0x7fff;
 
 class ElfFile {
  public:
@@ -62,28 +58,6 @@ class ElfFile {
   std::vector<Elf64_Shdr> sections_;
 };
 
-// The names of the versions that the library needs, by the index that symbols have.
-std::map<Elf64_Half, std::string> ReadNeededVersions(const ElfFile& file) {
-  std::map<Elf64_Half, std::string> versions;
-  const Elf64_Shdr section = file.Section(SHT_GNU_verneed);
-  if (section.sh_type == SHT_NULL) {
-    return versions;
-  }
-  const Elf64_Shdr texts = file.TextsOf(section);
-  size_t library_at = section.sh_offset;
-  for (Elf64_Word library = 0; library < section.sh_info; ++library) {
-    const auto need = file.At<Elf64_Verneed>(library_at);
-    size_t version_at = library_at + need.vn_aux;
-    for (Elf64_Half i = 0; i < need.vn_cnt; ++i) {
-      const auto version = file.At<Elf64_Vernaux>(version_at);
-      versions[version.vna_other & kVersionMask] = file.Text(texts, version.vna_name);
-      version_at += version.vna_next;
-    }
-    library_at += need.vn_next;
-  }
-  return versions;
-}
-
 }  // namespace
 
 std::vector<ElfSymbol> ReadDynamicSymbols(const std::filesystem::path& library) {
@@ -93,8 +67,6 @@ std::vector<ElfSymbol> ReadDynamicSymbols(const std::filesystem::path& library) 
     throw std::runtime_error(library.string() + " has no dynamic symbols");
   }
   const Elf64_Shdr texts = file.TextsOf(section);
-  const Elf64_Shdr indexes = file.Section(SHT_GNU_versym);
-  const std::map<Elf64_Half, std::string> versions = ReadNeededVersions(file);
 
   std::vector<ElfSymbol> symbols;
   // The first entry stands for no symbol.
@@ -104,11 +76,6 @@ std::vector<ElfSymbol> ReadDynamicSymbols(const std::filesystem::path& library) 
     symbol.name = file.Text(texts, entry.st_name);
     symbol.defined = entry.st_shndx != SHN_UNDEF;
     symbol.weak = ELF64_ST_BIND(entry.st_info) == STB_WEAK;
-    if (indexes.sh_type != SHT_NULL) {
-      const auto index = file.At<Elf64_Half>(indexes.sh_offset + i * sizeof(Elf64_Half));
-      const auto version = versions.find(index & kVersionMask);
-      symbol.version = version == versions.end() ? "" : version->second;
-    }
     symbols.push_back(symbol);
   }
   return symbols;

@@ -10,7 +10,6 @@ namespace orvane::test {
 
 struct ElfSymbol {
   std::string name;
-  std::string version;  // such as "GLIBC_2.34"; empty when it is bound to none
   bool defined = false;
   bool weak = false;
 };
