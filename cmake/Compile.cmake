@@ -30,6 +30,8 @@ if(ORVANE_SANITIZE)
     # With the sanitizers' checks in between, GCC no longer sees what is initialised: false alarms in <regex>.
     add_compile_options(-Wno-maybe-uninitialized)
   endif()
+  add_library(sanitizer-options OBJECT ${CMAKE_CURRENT_LIST_DIR}/sanitizers/options.cc)
+  link_libraries($<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:sanitizer-options>)
 endif()
 if(ORVANE_COVERAGE)
   add_compile_options(--coverage -fprofile-update=atomic)
