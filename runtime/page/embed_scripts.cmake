@@ -2,8 +2,9 @@
 # SPDX-License-Identifier: Apache-2.0
 
 # cmake -DFOLDER=… -DOUTPUT=… -DBUNDLE=… -P embed_scripts.cmake
-# Joins the script files of FOLDER into BUNDLE: main.js with the other files where its mark stands, each a case of the
-# switch there. Writes that and the extension wrapper as C++ to OUTPUT. Each file is comments and one statement, a
+# Joins the script files of FOLDER into BUNDLE: main.js with the other files where its marks stand. A file that has a mark
+# of its own (partTimers for timers.js) goes there, the others become the cases of the switch with the line "// @parts".
+# Writes that and the extension wrapper as C++ to OUTPUT. Each file is comments and one statement, a
 # function in parentheses; comments before it and its semicolon go.
 
 set(wrapper extension_wrapper.js)
@@ -19,15 +20,23 @@ function(read_statement path result)
   set(${result} "${text}" PARENT_SCOPE)
 endfunction()
 
+read_statement(${FOLDER}/main.js main)
 set(parts "")
 foreach(file IN LISTS files)
   if(NOT file STREQUAL main.js AND NOT file STREQUAL ${wrapper})
     read_statement(${FOLDER}/${file} text)
     string(REGEX REPLACE "\\.js$" "" name ${file})
-    string(APPEND parts "case '${name}':\nreturn ${text}(use, bridge, builtins);\n")
+    string(SUBSTRING ${name} 0 1 initial)
+    string(TOUPPER ${initial} initial)
+    string(SUBSTRING ${name} 1 -1 rest)
+    set(mark "part${initial}${rest}")
+    if(main MATCHES "${mark}\\(")
+      string(REPLACE "${mark}(" "${text}(" main "${main}")
+    else()
+      string(APPEND parts "case '${name}':\nreturn ${text}(use, bridge, builtins);\n")
+    endif()
   endif()
 endforeach()
-read_statement(${FOLDER}/main.js main)
 if(NOT main MATCHES "// @parts\n")
   message(FATAL_ERROR "main.js has no line \"// @parts\"")
 endif()

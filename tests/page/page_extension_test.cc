@@ -215,6 +215,16 @@ class LazyExtension : public PageTest {
     host_.LoadFolder(folder_);
   }
 
+  // Another library, which waits.
+  void Announce(const std::string& name, const std::string& entry_point) {
+    std::filesystem::remove(folder_ / "lazy.json");
+    std::filesystem::copy_file(TEST_LAZY_EXTENSION, folder_ / "other.so");
+    std::ofstream(folder_ / "other.json")
+        << R"([{"name":")" << name << R"(","lib":"other.so","entry_points":[")" << entry_point
+        << R"("]}])";
+    host_.LoadFolder(folder_);
+  }
+
   bool IsLoaded() const { return host_.catalogue().at(0).loaded; }
 
   std::filesystem::path folder_;
@@ -239,6 +249,18 @@ TEST_F(LazyExtension, IsLoadedWhenAnEntryPointIsTouched) {
 TEST_F(LazyExtension, SharesANamespaceWithOthers) {
   LoadExtension();
   EXPECT_EQ(Run("[test.direct.send('reply:a'), test.lazy.send('reply:b')]"), R"(["a","b"])");
+}
+
+TEST_F(LazyExtension, LivesOnTheExtensionWhoseNameItsOwnBeginsWith) {
+  Announce("test.direct.inner", "deep.er.name");
+  LoadExtension();
+  EXPECT_EQ(Run("Object.keys(test.direct).includes('inner')"), "true");
+  EXPECT_EQ(Run("[Object.keys(deep), Object.keys(deep.er)]"), R"([["er"],["name"]])");
+}
+
+TEST_F(LazyExtension, IsAddedToObjectsThatThePageHas) {
+  Announce("JSON.extra", "JSON.more");
+  EXPECT_EQ(Run("['extra' in JSON, 'more' in JSON, JSON.stringify([1])]"), R"([true,true,"[1]"])");
 }
 
 TEST_F(LazyExtension, IsUndefinedWhenItsLibraryDoesNotLoad) {

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// The runtime's script side. The build puts the other files of this folder where the mark stands,
-// so that a page evaluates one script; each file is one function that makes its part when something
-// first uses it.
+// The runtime's script side. The build puts the other files of this folder where the marks stand,
+// so that a page evaluates one script; each file is one function that makes its part: those with a
+// mark of their own when the page starts, the others when something first uses them.
 //
 // Starting a page and reaching an extension are to cost little beside the engine's own context, so
 // parts do next to nothing until they are called: what counts is the number of functions that run
@@ -16,6 +16,7 @@
 //                         extension.js, or null
 //   hasPrivilege(uri), moveWindow(x, y), setQuarterPosition(position), widgetInfo()
 //   addTimer, removeTimer, writeConsole, reportError: only in process, where no browser has them
+/* global partPublish, partTimers -- marks of publish.js and timers.js */
 (function startPage(bridge) {
   'use strict';
 
@@ -89,10 +90,10 @@
   defineLazily('WebAPIError', () => use('exceptions'));
   if (bridge.addTimer) {
     defineLazily('console', () => use('console'));
-    use('timers');
+    partTimers(use, bridge, builtins);
   }
   const extensions = bridge.extensions();
   if (extensions.length > 0) {
-    use('publish')(page, extensions);
+    partPublish(use, bridge, builtins)(page, extensions);
   }
 });

@@ -3,144 +3,114 @@
 
 // Puts extensions under their dotted names. Nothing of an extension is loaded before a script
 // touches its name or one of its entry points. What is published is read-only for the page, and so
-// are the objects made to hold it.
+// are the objects made to hold it; objects that the page has already are kept and added to.
 (function makePublish(use, bridge, builtins) {
   'use strict';
 
   const { defineProperty } = builtins;
-
-  // What a script sees at a name: { get, set }. `owner` is the state of the extension.
-  function atName(owner) {
-    return {
-      get() {
-        if (owner.state !== 'loaded') {
-          load(owner);
-        }
-        return owner.exported;
-      },
-      set: undefined,
-    };
-  }
-
-  // An entry point holds what the extension's script assigns to it while it is evaluated.
-  function atEntryPoint(owner, name) {
-    let value;
-    return {
-      get() {
-        load(owner);
-        return value;
-      },
-      set(newValue) {
-        if (owner.state !== 'loading') {
-          throw new TypeError(`${name} is read-only.`);
-        }
-        value = newValue;
-      },
-    };
-  }
-
-  function load(owner) {
-    if (owner.state === 'failed') {
-      throw owner.error;
-    }
-    if (owner.state !== 'waiting') {
-      return;
-    }
-    owner.state = 'loading';
-    try {
-      const native = bridge.createInstance(owner.name);
-      if (native !== null) {
-        owner.exported = native.evaluateScript()(use('xwalk'))(use('extension')(native));
-      }
-      owner.state = 'loaded';
-    } catch (error) {
-      owner.state = 'failed';
-      owner.error = error;
-      throw error;
-    }
-  }
-
-  function makeSlots(extensions) {
-    const slots = [];
-    for (let index = 0; index < extensions.length; index += 1) {
-      const { name, entryPoints } = extensions[index];
-      const owner = { name, state: 'waiting', exported: undefined, error: undefined };
-      slots.push({ name, access: atName(owner) });
-      for (let entry = 0; entry < entryPoints.length; entry += 1) {
-        slots.push({ name: entryPoints[entry], access: atEntryPoint(owner, entryPoints[entry]) });
-      }
-    }
-    return slots;
-  }
+  // Dotted name -> what is published there.
+  const spots = { __proto__: null };
+  const namespaces = [];
 
   const isHolder = (value) =>
     value !== null && (typeof value === 'object' || typeof value === 'function');
 
-  // Gives `holder`, which stands at the dotted `prefix`, a property for each next part of the names
-  // that begin with it. A part that is no extension's name becomes an object on first touch; one
-  // that the page has already is kept and filled.
-  function fill(holder, prefix, slots) {
-    const done = {};
-    for (let index = 0; index < slots.length; index += 1) {
-      const { name } = slots[index];
-      if (name.startsWith(prefix) && name.length > prefix.length) {
-        const dot = name.indexOf('.', prefix.length);
-        const path = dot < 0 ? name : name.slice(0, dot);
-        if (done[path] === undefined) {
-          done[path] = true;
-          fillPart(holder, path.slice(prefix.length), path, slots);
-        }
+  // `extension` is shared by the spots of one extension: its name and those of its entry points.
+  // The name holds what the script exports, an entry point what the script assigns to it while it
+  // is evaluated. `inner` are the spots whose names begin with this one's: they go onto its value.
+  function makeSpot(extension, name) {
+    const spot = { name, value: undefined, inner: [] };
+    spot.get = () => {
+      if (extension.state !== 'loaded') {
+        load(extension);
       }
+      if (spot.inner.length > 0 && isHolder(spot.value)) {
+        spot.inner.splice(0).forEach((other) => place(spot.value, other, name.length + 1));
+      }
+      return spot.value;
+    };
+    if (name !== extension.name) {
+      spot.set = (value) => {
+        if (extension.state !== 'loading') {
+          throw new TypeError(`${name} is read-only.`);
+        }
+        spot.value = value;
+      };
     }
-    return holder;
+    spots[name] = spot;
+    return spot;
   }
 
-  function fillPart(holder, key, path, slots) {
-    const exact = slots.find((slot) => slot.name === path);
-    if (exact === undefined && isHolder(holder[key])) {
-      fill(holder[key], `${path}.`, slots);
+  function load(extension) {
+    if (extension.state === 'failed') {
+      throw extension.error;
+    }
+    if (extension.state === 'loading') {
       return;
     }
-    const access = exact === undefined ? atNamespace(path, slots) : withInner(exact, path, slots);
-    defineProperty(holder, key, {
+    extension.state = 'loading';
+    try {
+      const native = bridge.createInstance(extension.name);
+      if (native !== null) {
+        const run = native.evaluateScript()(use('xwalk'));
+        spots[extension.name].value = run(use('extension')(native));
+      }
+      extension.state = 'loaded';
+    } catch (error) {
+      extension.state = 'failed';
+      extension.error = error;
+      throw error;
+    }
+  }
+
+  // Defines the spot on `root`, which stands for the part of its name before `start`.
+  function place(root, spot, start) {
+    const { name } = spot;
+    let holder = root;
+    let from = start;
+    for (let dot = name.indexOf('.', from); dot >= 0; dot = name.indexOf('.', from)) {
+      const outer = spots[name.slice(0, dot)];
+      if (outer !== undefined) {
+        outer.inner.push(spot);
+        return;
+      }
+      holder = namespaceOf(holder, name.slice(from, dot));
+      from = dot + 1;
+    }
+    defineProperty(holder, name.slice(from), {
       __proto__: null,
-      get: access.get,
-      set: access.set,
+      get: spot.get,
+      set: spot.set,
       enumerable: true,
     });
   }
 
-  function atNamespace(path, slots) {
-    let namespace;
-    return {
-      get() {
-        if (namespace === undefined) {
-          namespace = Object.preventExtensions(fill({}, `${path}.`, slots));
-        }
-        return namespace;
-      },
-      set: undefined,
-    };
-  }
-
-  // A name below another extension's name lives on what that one exports.
-  function withInner(slot, path, slots) {
-    if (!slots.some((other) => other.name.startsWith(`${path}.`))) {
-      return slot.access;
+  function namespaceOf(holder, key) {
+    if (isHolder(holder[key])) {
+      return holder[key];
     }
-    let filled = false;
-    return {
-      get() {
-        const holder = slot.access.get();
-        if (!filled && isHolder(holder)) {
-          filled = true;
-          fill(holder, `${path}.`, slots);
-        }
-        return holder;
-      },
-      set: slot.access.set,
-    };
+    const namespace = {};
+    namespaces.push(namespace);
+    defineProperty(holder, key, { __proto__: null, value: namespace, enumerable: true });
+    return namespace;
   }
 
-  return (root, extensions) => fill(root, '', makeSlots(extensions));
+  return function publish(root, extensions) {
+    const all = [];
+    for (let index = 0; index < extensions.length; index += 1) {
+      const { name, entryPoints } = extensions[index];
+      const extension = { name, state: 'waiting', error: undefined };
+      all.push(makeSpot(extension, name));
+      for (let entry = 0; entry < entryPoints.length; entry += 1) {
+        all.push(makeSpot(extension, entryPoints[entry]));
+      }
+    }
+    // Every name is known by now, so it does not matter in which order they came.
+    for (let index = 0; index < all.length; index += 1) {
+      place(root, all[index], 0);
+    }
+    for (let index = 0; index < namespaces.length; index += 1) {
+      Object.preventExtensions(namespaces[index]);
+    }
+  };
 });
