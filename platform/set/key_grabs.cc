@@ -187,6 +187,7 @@ KeyDelivery KeyGrabs::Route(const std::string& key_name) const {
 }
 
 KeyDelivery KeyGrabs::Press(const std::string& key_name) {
+  if (pressed_) pressed_();
   KeyDelivery delivery = Route(key_name);
   events_.Notify([&delivery](Observer& observer) { observer.OnKeyDelivered(delivery); });
   return delivery;

@@ -1,12 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// Settings. A watcher hears of the changes that this process makes, on the thread that makes them,
-// and of the value that is there by then; what another process writes is read, but not announced.
-#include <algorithm>
+// Settings. A watcher hears of the changes of all processes, its own among them, on one thread of
+// the set, which stands for the main loop that a set's application would have.
 #include <cstring>
-#include <mutex>
 #include <string>
-#include <vector>
 
 #include <vconf.h>
 
@@ -19,63 +16,10 @@ struct _keynode_t {
 namespace tvset {
 namespace {
 
-struct Watch {
-  std::string key;
-  vconf_callback_fn callback;
-  void* user_data;
-};
-
-// The watches of this process; they end with vconf_ignore_key_changed.
-class Watches final : public Observer {
- public:
-  static Watches& Instance() {
-    static auto* const watches = new Watches();
-    return *watches;
-  }
-
-  // False: there is one of that key and callback already.
-  bool Add(const Watch& watch) {
-    std::lock_guard<std::mutex> lock(mutex_);
-    if (FindLocked(watch.key, watch.callback) != watches_.end()) return false;
-    if (watches_.empty()) Set::Instance().events().Add(this);
-    watches_.push_back(watch);
-    return true;
-  }
-
-  bool Remove(const std::string& key, vconf_callback_fn callback) {
-    bool last = false;
-    {
-      std::lock_guard<std::mutex> lock(mutex_);
-      const auto found = FindLocked(key, callback);
-      if (found == watches_.end()) return false;
-      watches_.erase(found);
-      last = watches_.empty();
-    }
-    if (last) Set::Instance().events().Remove(this);
-    return true;
-  }
-
-  void OnSettingChanged(const std::string& key) override {
-    std::vector<Watch> concerned;
-    {
-      std::lock_guard<std::mutex> lock(mutex_);
-      std::copy_if(watches_.begin(), watches_.end(), std::back_inserter(concerned),
-                   [&key](const Watch& watch) { return watch.key == key; });
-    }
-    keynode_t node{key};
-    for (const Watch& watch : concerned) watch.callback(&node, watch.user_data);
-  }
-
- private:
-  std::vector<Watch>::iterator FindLocked(const std::string& key, vconf_callback_fn callback) {
-    return std::find_if(watches_.begin(), watches_.end(), [&](const Watch& watch) {
-      return watch.key == key && watch.callback == callback;
-    });
-  }
-
-  std::mutex mutex_;
-  std::vector<Watch> watches_;  // guarded by mutex_
-};
+// A callback is registered once for a key, so it is what tells watches of a key apart.
+Settings::Watcher WatcherOf(vconf_callback_fn callback) {
+  return reinterpret_cast<Settings::Watcher>(callback);
+}
 
 }  // namespace
 }  // namespace tvset
@@ -98,15 +42,18 @@ TVSET_EXPORT char* vconf_get_str(const char* in_key) {
 TVSET_EXPORT int vconf_notify_key_changed(const char* in_key, vconf_callback_fn cb,
                                           void* user_data) {
   return tvset::PlatformCall("vconf_notify_key_changed", VCONF_ERROR, [&](tvset::Set& set) -> int {
-    if (in_key == nullptr || cb == nullptr || !set.settings().Exists(in_key)) return VCONF_ERROR;
-    const bool added = tvset::Watches::Instance().Add({in_key, cb, user_data});
-    return added ? VCONF_OK : VCONF_ERROR;
+    if (in_key == nullptr || cb == nullptr) return VCONF_ERROR;
+    const auto call = [cb, user_data](const std::string& key) {
+      keynode_t node{key};
+      cb(&node, user_data);
+    };
+    return set.settings().Watch(in_key, tvset::WatcherOf(cb), call) ? VCONF_OK : VCONF_ERROR;
   });
 }
 
 TVSET_EXPORT int vconf_ignore_key_changed(const char* in_key, vconf_callback_fn cb) {
-  return tvset::PlatformCall("vconf_ignore_key_changed", VCONF_ERROR, [&](tvset::Set&) -> int {
+  return tvset::PlatformCall("vconf_ignore_key_changed", VCONF_ERROR, [&](tvset::Set& set) -> int {
     if (in_key == nullptr || cb == nullptr) return VCONF_ERROR;
-    return tvset::Watches::Instance().Remove(in_key, cb) ? VCONF_OK : VCONF_ERROR;
+    return set.settings().Unwatch(in_key, tvset::WatcherOf(cb)) ? VCONF_OK : VCONF_ERROR;
   });
 }

@@ -47,7 +47,7 @@ struct Set::State {
   KeyInjector keys{events, key_grabs};
   ContextManager context_manager{events};
   Settings settings{events};
-  ScreenSaver screen_saver{events};
+  ScreenSaver screen_saver{events, features};
   InputMethod input_method{events};
   SetFiles files{faults, features, log};
   KernelMarkers kernel_markers{events};
@@ -75,6 +75,7 @@ void Set::State::Start(const Options& options) {
   auto new_folder = std::make_unique<StateFolder>(new_paths);
   // From here on the old set is gone: it gives up its folder, which may be the new one.
   running = false;
+  settings.Reset(nullptr);
   folder.reset();
   new_folder->Use();
   folder = std::move(new_folder);
@@ -86,6 +87,7 @@ void Set::State::Start(const Options& options) {
     std::lock_guard<std::mutex> lock(profile_mutex);
     profile = file;
   }
+  screen_saver.Start();
   running.store(true, std::memory_order_release);
   WarnOfMissingFiles(log);
 }
@@ -100,7 +102,7 @@ void Set::State::Reset(const Paths* new_paths) {
   keys.Clear();
   context_manager.Clear();
   settings.Reset(new_paths);
-  screen_saver.Reset();
+  screen_saver.Stop();
   input_method.Reset();
   kernel_markers.Clear();
   AppContexts().Clear();
@@ -109,6 +111,7 @@ void Set::State::Reset(const Paths* new_paths) {
 
 Set::Set() : state_(new State) {
   State* const state = state_;
+  state->key_grabs.pressed_ = [state] { state->screen_saver.NoteInput(); };
   state->applications.terminated_ = [state](const std::string& id) {
     state->key_grabs.Release(id);
     state->windows.Forget(id);
@@ -144,6 +147,11 @@ void Set::Stop() {
 }
 
 bool Set::running() { return Instance().state_->running; }
+
+bool Set::RunsOn(const fs::path& state_folder) {
+  return StateFolder::IsUsed(
+      Paths(state_folder.empty() ? Paths::DefaultStateFolder() : state_folder));
+}
 
 FaultTable& Set::faults() { return state_->faults; }
 EventHub& Set::events() { return state_->events; }

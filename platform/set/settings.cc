@@ -9,8 +9,10 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -18,6 +20,7 @@
 #include <vconf.h>
 
 #include "file_text.h"
+#include "setting_watches.h"
 #include "tvset/paths.h"
 
 namespace fs = std::filesystem;
@@ -96,18 +99,36 @@ std::string TemporaryFor(const std::string& file) {
   return (path.parent_path() / name).string();
 }
 
-bool ReplaceFile(const std::string& file, std::string_view bytes, bool kept) {
+bool WriteNewFile(const std::string& file, std::string_view bytes, bool kept) {
+  File out(open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0664));
+  return out.open() && out.Write(bytes) && (!kept || out.Sync());
+}
+
+// One attempt; errno says why it failed.
+bool TryToReplace(const std::string& file, std::string_view bytes, bool kept) {
   std::error_code error;
   fs::create_directories(fs::path(file).parent_path(), error);
   const std::string temporary = TemporaryFor(file);
-  bool done = false;
-  {
-    File out(open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0664));
-    done = out.open() && out.Write(bytes) && (!kept || out.Sync());
+  errno = 0;
+  if (WriteNewFile(temporary, bytes, kept) && rename(temporary.c_str(), file.c_str()) == 0) {
+    return true;
   }
-  done = done && rename(temporary.c_str(), file.c_str()) == 0;
-  if (!done) unlink(temporary.c_str());
-  return done;
+  const int reason = errno;
+  // A file of that name that was there before is somebody else's.
+  if (reason != EEXIST) unlink(temporary.c_str());
+  errno = reason;
+  return false;
+}
+
+// Tries again where the next attempt may do better: the folder went while the file was written, or
+// a process of the same id that crashed left a file of the same name.
+bool ReplaceFile(const std::string& file, std::string_view bytes, bool kept) {
+  constexpr int kAttempts = 5;
+  for (int i = 0; i < kAttempts; ++i) {
+    if (TryToReplace(file, bytes, kept)) return true;
+    if (errno != ENOENT && errno != EEXIST) return false;
+  }
+  return false;
 }
 
 struct Stored {
@@ -146,13 +167,58 @@ std::string TextOf(const Stored& stored) {
   }
 }
 
+// The bytes of a value as they stand in a file.
+template <typename Value>
+std::string BytesOf(Value value) {
+  std::string bytes(sizeof(value), '\0');
+  std::memcpy(bytes.data(), &value, sizeof(value));
+  return bytes;
+}
+
+template <typename Value>
+std::optional<std::string> NumberBytes(const std::string& text) {
+  Value value{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+  return BytesOf(value);
+}
+
+// The value that a person's text stands for; empty when it stands for none of the type.
+std::optional<std::string> ValueOf(int type, const std::string& text) {
+  switch (type) {
+    case VCONF_TYPE_STRING:
+      return text;
+    case VCONF_TYPE_INT:
+      return NumberBytes<int>(text);
+    case VCONF_TYPE_DOUBLE:
+      return NumberBytes<double>(text);
+    case VCONF_TYPE_BOOL:
+      if (text == "true" || text == "1") return BytesOf(1);
+      if (text == "false" || text == "0") return BytesOf(0);
+      return std::nullopt;
+    default:
+      return std::nullopt;
+  }
+}
+
 }  // namespace
 
-Settings::Settings(EventHub& events) : events_(events) {}
+Settings::Settings(EventHub& events)
+    : events_(events), watches_(std::make_shared<SettingWatches>()) {}
+
+Settings::Settings(EventHub& events, const Paths& paths) : Settings(events) { paths_ = &paths; }
+
+Settings::~Settings() { watches_->Clear(); }
 
 void Settings::Reset(const Paths* paths) {
+  watches_->Clear();
   std::lock_guard<std::mutex> lock(mutex_);
   paths_ = paths;
+}
+
+bool Settings::IsKey(const std::string& key) {
+  const Prefix* prefix = PrefixOf(key);
+  return prefix != nullptr && IsPlainPath(key.substr(prefix->text.size()));
 }
 
 std::optional<std::string> Settings::FileOf(const std::string& key) const {
@@ -167,16 +233,29 @@ std::optional<std::string> Settings::FileOf(const std::string& key) const {
   return file;
 }
 
-bool Settings::SetString(const std::string& key, const std::string& value) {
+bool Settings::Write(const std::string& key, int type, std::string_view value) {
   const std::optional<std::string> file = FileOf(key);
   if (!file) return false;
-  const int type = VCONF_TYPE_STRING;
-  std::string bytes(sizeof(type), '\0');
-  std::memcpy(bytes.data(), &type, sizeof(type));
-  bytes += value;
+  const std::string bytes = BytesOf(type).append(value);
   if (!ReplaceFile(*file, bytes, PrefixOf(key)->kept)) return false;
   events_.Notify([&key](Observer& observer) { observer.OnSettingChanged(key); });
   return true;
+}
+
+bool Settings::SetString(const std::string& key, const std::string& value) {
+  return Write(key, VCONF_TYPE_STRING, value);
+}
+
+bool Settings::Set(const std::string& key, int type, const std::string& text) {
+  const std::optional<std::string> value = ValueOf(type, text);
+  return value && Write(key, type, *value);
+}
+
+std::optional<Setting> Settings::Find(const std::string& key) const {
+  const std::optional<std::string> file = FileOf(key);
+  const std::optional<Stored> stored = file ? ReadStored(*file) : std::nullopt;
+  if (!stored) return std::nullopt;
+  return Setting{key, stored->type, TextOf(*stored)};
 }
 
 std::optional<std::string> Settings::GetString(const std::string& key) const {
@@ -199,6 +278,18 @@ bool Settings::Remove(const std::string& key) {
   if (unlink(file->c_str()) != 0) return false;
   events_.Notify([&key](Observer& observer) { observer.OnSettingChanged(key); });
   return true;
+}
+
+bool Settings::Watch(const std::string& key, Watcher watcher,
+                     std::function<void(const std::string& key)> callback) {
+  const std::optional<std::string> file = FileOf(key);
+  if (!file || !Exists(key)) return false;
+  return watches_->Add(*file, watcher, [key, callback = std::move(callback)] { callback(key); });
+}
+
+bool Settings::Unwatch(const std::string& key, Watcher watcher) {
+  const std::optional<std::string> file = FileOf(key);
+  return file && watches_->Remove(*file, watcher);
 }
 
 std::vector<Setting> Settings::list() const {

@@ -3,7 +3,6 @@
 #include "state_folder.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -39,8 +38,18 @@ int OpenLock(const Paths& paths) {
   return descriptor;
 }
 
-bool Lock(int descriptor, int operation) {
-  while (flock(descriptor, operation) != 0) {
+// Locks of the open file, which the kernel gives back when its last descriptor is closed, however
+// the process ends.
+struct flock WholeFile(short type) {
+  struct flock lock = {};
+  lock.l_type = type;
+  lock.l_whence = SEEK_SET;
+  return lock;
+}
+
+bool Lock(int descriptor, int command, short type) {
+  struct flock lock = WholeFile(type);
+  while (fcntl(descriptor, command, &lock) != 0) {
     if (errno != EINTR) return false;
   }
   return true;
@@ -99,9 +108,20 @@ StateFolder::~StateFolder() { close(lock_); }
 // another process may hold it exclusively and remove them once more, which then costs nobody a
 // value.
 void StateFolder::Use() {
-  if (Lock(lock_, LOCK_EX | LOCK_NB)) RemoveFolder(paths_.memory_settings());
-  if (!Lock(lock_, LOCK_SH)) Unusable(paths_.lock_file(), std::strerror(errno));
+  if (Lock(lock_, F_OFD_SETLK, F_WRLCK)) RemoveFolder(paths_.memory_settings());
+  if (!Lock(lock_, F_OFD_SETLKW, F_RDLCK)) Unusable(paths_.lock_file(), std::strerror(errno));
   MakeFolder(paths_.memory_settings());
+}
+
+bool StateFolder::IsUsed(const Paths& paths) {
+  const int descriptor = open(paths.lock_file().c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return false;
+  // Asks who would be in the way of an exclusive lock, and takes none: a set that starts in this
+  // moment must find the folder as it is.
+  struct flock lock = WholeFile(F_WRLCK);
+  const bool used = fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+  close(descriptor);
+  return used;
 }
 
 }  // namespace tvset

@@ -19,6 +19,9 @@ class StateFolder {
   // Begins the use: removes the settings under "memory/" when no other process uses the folder.
   void Use();
 
+  // Whether any process uses the folder.
+  static bool IsUsed(const Paths& paths);
+
  private:
   const Paths& paths_;
   const int lock_;  // the descriptor of the lock file

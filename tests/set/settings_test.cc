@@ -192,33 +192,45 @@ TEST_F(SettingsTest, ReadersSeeWholeValuesWhileWritersWrite) {
   writer.join();
 }
 
-void Count(keynode_t* node, void* user_data) {
-  EXPECT_NE(node, nullptr);
-  ++*static_cast<int*>(user_data);
+TEST_F(SettingsTest, ValueOfEachTypeIsWrittenAsTheTextSays) {
+  Settings& settings = set().settings();
+  EXPECT_TRUE(settings.Set("db/int", VCONF_TYPE_INT, "-5"));
+  EXPECT_TRUE(settings.Set("db/double", VCONF_TYPE_DOUBLE, "2.5"));
+  EXPECT_TRUE(settings.Set("db/bool", VCONF_TYPE_BOOL, "true"));
+  EXPECT_TRUE(settings.Set("db/string", VCONF_TYPE_STRING, "x"));
+  EXPECT_EQ(settings.Find("db/int")->value, "-5");
+  EXPECT_EQ(std::stod(settings.Find("db/double")->value), 2.5);
+  EXPECT_EQ(settings.Find("db/bool")->value, "1");
+  EXPECT_EQ(settings.Find("db/string")->value, "x");
+  EXPECT_EQ(Get("db/int"), "none") << "it is no string";
+  EXPECT_EQ(std::filesystem::file_size(set().paths().settings() / "db/double"), 12u);
 }
 
-TEST_F(SettingsTest, WatcherHearsOfChangesUntilItIsTakenAway) {
-  int changes = 0;
-  vconf_set_str("memory/x", "1");
-  ASSERT_EQ(vconf_notify_key_changed("memory/x", Count, &changes), 0);
-  vconf_set_str("memory/x", "2");
-  vconf_set_str("memory/y", "2");
-  EXPECT_EQ(changes, 1);
-  ASSERT_EQ(vconf_ignore_key_changed("memory/x", Count), 0);
-  vconf_set_str("memory/x", "3");
-  EXPECT_EQ(changes, 1);
+TEST_F(SettingsTest, TextThatIsNoValueOfItsTypeIsRefused) {
+  for (const char* text : {"", "x", "5x", " 5", "99999999999"}) {
+    EXPECT_FALSE(set().settings().Set("db/a", VCONF_TYPE_INT, text)) << text;
+  }
+  EXPECT_FALSE(set().settings().Set("db/a", VCONF_TYPE_DOUBLE, "many"));
+  EXPECT_FALSE(set().settings().Set("db/a", VCONF_TYPE_BOOL, "TRUE"));
+  EXPECT_FALSE(set().settings().Set("db/a", VCONF_TYPE_DIR, "x"));
+  EXPECT_FALSE(set().settings().Find("db/a"));
 }
 
-TEST_F(SettingsTest, WatchNeedsAKeyThatExistsAndHasNoSuchWatch) {
-  int changes = 0;
-  EXPECT_NE(vconf_notify_key_changed("memory/x", Count, &changes), 0);
-  EXPECT_NE(vconf_ignore_key_changed("memory/x", Count), 0);
-  vconf_set_str("memory/x", "1");
-  EXPECT_EQ(vconf_notify_key_changed("memory/x", Count, &changes), 0);
-  EXPECT_NE(vconf_notify_key_changed("memory/x", Count, &changes), 0);
-  EXPECT_NE(vconf_notify_key_changed(nullptr, Count, &changes), 0);
-  EXPECT_NE(vconf_notify_key_changed("memory/x", nullptr, &changes), 0);
-  EXPECT_EQ(vconf_ignore_key_changed("memory/x", Count), 0);
+TEST_F(SettingsTest, SettingsOfAFolderAreReadWithoutStartingASet) {
+  vconf_set_str("db/a", "kept");
+  vconf_set_str(kMemory, "here");
+  EventHub events;
+  const Settings settings(events, set().paths());
+  EXPECT_EQ(settings.GetString("db/a"), "kept");
+  EXPECT_EQ(settings.GetString(kMemory), "here");
+}
+
+TEST_F(SettingsTest, FileLeftByACrashedProcessOfTheSameIdIsInNobodysWay) {
+  const std::filesystem::path folder = set().paths().settings() / "db";
+  for (int i = 0; i < 3; ++i) {
+    WriteFile(folder / (".~" + std::to_string(getpid()) + "." + std::to_string(i)), "left");
+  }
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(vconf_set_str("db/a", "x"), 0);
 }
 
 }  // namespace

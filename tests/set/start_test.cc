@@ -168,6 +168,36 @@ TEST_F(StartTest, StateHeldByACrashedProcessIsFreed) {
   EXPECT_EQ(vconf_get_str("memory/left"), nullptr);
 }
 
+TEST_F(StartTest, FolderTellsWhetherASetRunsOnIt) {
+  const fs::path state = folder() / "state";
+  EXPECT_FALSE(Set::RunsOn(state));
+  EXPECT_FALSE(fs::exists(state)) << "asking makes nothing";
+  Set::Start(Options{state, "uhd"});
+  EXPECT_TRUE(Set::RunsOn(state));
+  EXPECT_FALSE(Set::RunsOn(folder() / "other"));
+  Set::Stop();
+  EXPECT_FALSE(Set::RunsOn(state));
+}
+
+TEST_F(StartTest, AskingDoesNotKeepAStartFromForgettingMemory) {
+  const Options options{folder() / "state", "uhd"};
+  Set::Start(options);
+  vconf_set_str("memory/x", "1");
+  Set::Stop();
+  std::atomic<bool> stop{false};
+  std::thread asker([&] {
+    while (!stop) Set::RunsOn(options.state_folder);
+  });
+  for (int i = 0; i < 50; ++i) {
+    Set::Start(options);
+    EXPECT_FALSE(Set::Current().settings().Exists("memory/x"));
+    vconf_set_str("memory/x", "1");
+    Set::Stop();
+  }
+  stop = true;
+  asker.join();
+}
+
 TEST_F(StartTest, PlatformFunctionsSurviveRestartsInOtherThreads) {
   std::atomic<bool> stop{false};
   setenv("ORVANE_STATE", (folder() / "state").c_str(), 1);

@@ -86,7 +86,9 @@ class TVSET_EXPORT Observer {
   virtual void OnInputMethodChanged() {}
   virtual void OnKeyGrabsChanged() {}
   virtual void OnSettingChanged(const std::string& /*key*/) {}  // by this process
-  virtual void OnScreenSaverChanged() {}
+  virtual void OnScreenSaverChanged() {}  // anything about it; before the two below
+  virtual void OnScreenSaverOn() {}
+  virtual void OnScreenSaverOff() {}
   virtual void OnKernelMarker(const KernelMarker&) {}
   virtual void OnFeatureChanged(const std::string& /*key*/) {}
 };

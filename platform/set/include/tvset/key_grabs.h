@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -72,6 +73,7 @@ class TVSET_EXPORT KeyGrabs {
   friend class Set;
   void Reset();
 
+  std::function<void()> pressed_;  // fixed after construction
   EventHub& events_;
   Applications& applications_;
   WindowManager& windows_;

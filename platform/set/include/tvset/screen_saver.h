@@ -2,36 +2,77 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
+#include "tvset/clock.h"
 #include "tvset/events.h"
 #include "tvset/export.h"
 
 namespace tvset {
 
+class FeatureStore;
+
 struct ScreenSaverState {
-  std::string app_id = "DEFAULT";  // the application that it shows; "DEFAULT": the set's own
-  int timeout_seconds = 0;         // 0: the set's own default
-  uint64_t resets = 0;             // how often its wait was started afresh
+  std::string app_id = "DEFAULT";  // who owns it: the application that it shows, or the set
+  int timeout_seconds = 0;         // as it was asked for; 0: the set's own
+  uint64_t resets = 0;             // how often an application started its wait afresh
+  uint64_t inputs = 0;             // how often a key did
+  bool on = false;
+  std::chrono::seconds timeout{0};   // the one in force; 0: it never comes on
+  std::chrono::nanoseconds idle{0};  // since the last reset or key
 };
 
-// What was asked of the television's screen saver. Any thread.
+// The television's screen saver: it comes on when neither an application nor a key started its wait
+// afresh for as long as the time-out says, and goes with the next reset or key. The key reaches its
+// application all the same.
+//
+// Its owner and time-out outlive the application that set them. The owner "DEFAULT" gives it back
+// to the set: the set's own screen saver with the set's own time-out, that of the profile's key
+// kScreenSaverKey, else five minutes. A time-out of 0 is the set's own as well. Neither starts the
+// wait afresh: a time-out that has passed already brings it on at once.
+//
+// Any thread. Observers hear of the screen saver's coming on from the thread of the clock's alarm.
 class TVSET_EXPORT ScreenSaver {
  public:
-  explicit ScreenSaver(EventHub& events);
+  // Both are borrowed and outlive the alarms of every clock, as those of a set do.
+  ScreenSaver(EventHub& events, const FeatureStore& features);
 
   ScreenSaverState state() const;
   void SetAppId(const std::string& app_id);
   bool SetTimeout(int seconds);  // false: negative
-  void ResetTimeout();
-  void Reset();
+  void ResetTimeout();           // by an application
+  void NoteInput();              // by the viewer
+
+  // For tests; the wait starts afresh on it. A restart of the set goes back to the steady clock.
+  void set_clock(std::shared_ptr<Clock> clock);
 
  private:
+  friend class Set;
+  void Start();  // the wait
+  void Stop();   // and forgets what was asked
+
+  enum class Cause { kStart, kReset, kInput, kSetting, kAlarm };
+  void Update(Cause cause, uint64_t alarm = 0);
+  std::chrono::seconds TimeoutLocked() const;
+  void SetAlarmLocked(Clock::TimePoint when);
+  // Whether it came on or went.
+  bool SettleLocked(Cause cause);
+
   EventHub& events_;
+  const FeatureStore& features_;
   mutable std::mutex mutex_;
-  ScreenSaverState state_;  // guarded by mutex_
+  // Guarded by mutex_:
+  std::shared_ptr<Clock> clock_;
+  ScreenSaverState state_;
+  bool running_ = false;
+  Clock::TimePoint since_;                 // the last reset or input
+  std::optional<Clock::TimePoint> alarm_;  // the one that is set
+  uint64_t alarms_ = 0;                    // its number; others are ignored
 };
 
 }  // namespace tvset

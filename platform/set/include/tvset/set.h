@@ -49,6 +49,9 @@ class TVSET_EXPORT Set {
   static void Start(const Options& options);
   static void Stop();
   static bool running();
+  // Whether a set runs on the folder (empty: as in Options), in this process or another. Changes
+  // nothing.
+  static bool RunsOn(const std::filesystem::path& state_folder);
 
   Set(const Set&) = delete;
   Set& operator=(const Set&) = delete;

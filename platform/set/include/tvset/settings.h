@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tvset/events.h"
@@ -13,6 +16,8 @@
 namespace tvset {
 
 class Paths;
+class Set;
+class SettingWatches;
 
 struct Setting {
   std::string key;
@@ -26,23 +31,51 @@ struct Setting {
 // "file/" (kept over restarts) or "memory/" (gone at the set's restart). Any thread, any process.
 class TVSET_EXPORT Settings {
  public:
+  // `events` is borrowed.
   explicit Settings(EventHub& events);
+  // Those of a state folder on which this process runs no set; `paths` is borrowed.
+  Settings(EventHub& events, const Paths& paths);
+  ~Settings();
+  Settings(const Settings&) = delete;
+  Settings& operator=(const Settings&) = delete;
 
   // False: the key has another prefix, leaves its folder, is too long or is a folder, or the file
   // cannot be written. The old value is then still there.
   bool SetString(const std::string& key, const std::string& value);
   // Empty: no such key, or its value is no string.
   std::optional<std::string> GetString(const std::string& key) const;
+  // The same for a value of any type, from the text that a person gives: digits for an int, a
+  // decimal number for a double, "true" or "false" (or 1 or 0) for a bool. False: also for a text
+  // that is no such value.
+  bool Set(const std::string& key, int type, const std::string& text);
+  std::optional<Setting> Find(const std::string& key) const;
+  // Whether the key names a place in the settings; there need be nothing.
+  static bool IsKey(const std::string& key);
   bool Exists(const std::string& key) const;
   bool Remove(const std::string& key);  // false: it was not there
   std::vector<Setting> list() const;    // by key
 
+  // Who watches: a key can be watched once by each.
+  using Watcher = const void*;
+  // Calls back after the key was changed or removed, by whatever process, with the value of then to
+  // be read: several changes may come as one call. Calls come one after the other, on a thread of
+  // the settings. False: there is no such key, or it cannot be watched, or the watcher watches it
+  // already. A restart of the set ends all watches.
+  bool Watch(const std::string& key, Watcher watcher,
+             std::function<void(const std::string& key)> callback);
+  // False: there is no such watch. When it returns the callback neither runs nor will, unless it is
+  // called from the callback itself.
+  bool Unwatch(const std::string& key, Watcher watcher);
+
  private:
-  friend class Set;
+  friend class tvset::Set;
   void Reset(const Paths* paths);
   std::optional<std::string> FileOf(const std::string& key) const;
 
+  bool Write(const std::string& key, int type, std::string_view value);
+
   EventHub& events_;
+  const std::shared_ptr<SettingWatches> watches_;  // shared with its thread
   mutable std::mutex mutex_;
   const Paths* paths_ = nullptr;  // guarded by mutex_
 };

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+
+#include "tvset/export.h"
+
+namespace tvset {
+
+// Time that only goes forward, and alarms on it. Any thread.
+class TVSET_EXPORT Clock {
+ public:
+  using TimePoint = std::chrono::steady_clock::time_point;
+
+  virtual ~Clock();
+
+  virtual TimePoint Now() const = 0;
+
+  // Calls `ring` once, when the time has come; never from within SetAlarm, and with no lock held.
+  // An alarm cannot be taken back: who no longer wants it ignores it.
+  virtual void SetAlarm(TimePoint when, std::function<void()> ring) = 0;
+
+  // The machine's steady clock. Alarms ring on a thread of its own, which begins with the first.
+  static std::shared_ptr<Clock> Steady();
+};
+
+// A clock that stands still until it is moved; for tests.
+class TVSET_EXPORT ManualClock final : public Clock {
+ public:
+  TimePoint Now() const override;
+  void SetAlarm(TimePoint when, std::function<void()> ring) override;
+
+  // Rings the alarms that come due on the way, each at its own time, on the calling thread.
+  void Advance(std::chrono::nanoseconds step);
+
+ private:
+  // The first alarm that is due by then; moves to its time. Empty: none is, moves to `end`.
+  std::function<void()> NextAlarm(TimePoint end);
+
+  mutable std::mutex mutex_;
+  TimePoint now_{};                                         // guarded by mutex_
+  std::multimap<TimePoint, std::function<void()>> alarms_;  // guarded by mutex_
+};
+
+}  // namespace tvset
