@@ -3,14 +3,50 @@
 #include "tvset/clock.h"
 
 #include <pthread.h>
+#include <sys/timerfd.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <condition_variable>
+#include <cerrno>
+#include <cstdint>
 #include <thread>
 #include <utility>
 
+#include "tvset/error.h"
+
 namespace tvset {
 namespace {
+
+// A timer of the kernel that counts the same time as std::chrono::steady_clock.
+class KernelTimer {
+ public:
+  KernelTimer() : descriptor_(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC)) {
+    if (descriptor_ < 0) throw SetError("the kernel gives no timer for the set's clock");
+  }
+  ~KernelTimer() { close(descriptor_); }
+  KernelTimer(const KernelTimer&) = delete;
+  KernelTimer& operator=(const KernelTimer&) = delete;
+
+  // Ends a wait at that time, at once when it has passed.
+  void Set(Clock::TimePoint when) {
+    // A time of nothing would turn the timer off.
+    const auto time = std::max(when.time_since_epoch(), Clock::TimePoint::duration(1));
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
+    itimerspec setting = {};
+    setting.it_value.tv_sec = seconds.count();
+    setting.it_value.tv_nsec = std::chrono::nanoseconds(time - seconds).count();
+    timerfd_settime(descriptor_, TFD_TIMER_ABSTIME, &setting, nullptr);
+  }
+
+  void Wait() {
+    uint64_t times = 0;
+    while (read(descriptor_, &times, sizeof(times)) < 0 && errno == EINTR) {
+    }
+  }
+
+ private:
+  const int descriptor_;
+};
 
 class SteadyClock final : public Clock {
  public:
@@ -20,31 +56,34 @@ class SteadyClock final : public Clock {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!started_) std::thread([this] { Run(); }).detach();
     started_ = true;
+    if (alarms_.empty() || when < alarms_.begin()->first) timer_.Set(when);
     alarms_.emplace(when, std::move(ring));
-    changed_.notify_one();
   }
 
  private:
   // Until the process ends.
   void Run() {
     pthread_setname_np(pthread_self(), "set-clock");
-    std::unique_lock<std::mutex> lock(mutex_);
     while (true) {
-      if (alarms_.empty()) {
-        changed_.wait(lock);
-      } else if (const TimePoint when = alarms_.begin()->first; Now() < when) {
-        changed_.wait_until(lock, when);
-      } else {
-        const auto alarm = alarms_.extract(alarms_.begin());
-        lock.unlock();
-        alarm.mapped()();
-        lock.lock();
-      }
+      timer_.Wait();
+      while (const std::function<void()> ring = NextDue()) ring();
     }
   }
 
+  // Empty: none is due, and the timer is set for the next.
+  std::function<void()> NextDue() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (alarms_.empty()) return nullptr;
+    if (Now() < alarms_.begin()->first) {
+      timer_.Set(alarms_.begin()->first);
+      return nullptr;
+    }
+    auto alarm = alarms_.extract(alarms_.begin());
+    return std::move(alarm.mapped());
+  }
+
+  KernelTimer timer_;
   std::mutex mutex_;
-  std::condition_variable changed_;
   std::multimap<TimePoint, std::function<void()>> alarms_;  // guarded by mutex_
   bool started_ = false;                                    // guarded by mutex_
 };

@@ -11,7 +11,6 @@
 namespace tvset {
 namespace {
 
-constexpr char kOwnedBySet[] = "DEFAULT";
 constexpr std::chrono::seconds kOwnTimeout = std::chrono::minutes(5);
 
 }  // namespace
@@ -31,7 +30,6 @@ void ScreenSaver::SetAppId(const std::string& app_id) {
   {
     std::lock_guard<std::mutex> lock(mutex_);
     state_.app_id = app_id;
-    if (app_id == kOwnedBySet) state_.timeout_seconds = 0;
   }
   Update(Cause::kSetting);
 }

@@ -154,19 +154,20 @@ TEST_F(ScreenSaverTest, TimeoutOfZeroIsTheSetsOwn) {
   EXPECT_FALSE(on());
 }
 
-TEST_F(ScreenSaverTest, DefaultOwnerTakesBackTheTimeout) {
+TEST_F(ScreenSaverTest, OwnerAndTimeoutDoNotChangeWithEachOther) {
   screensaver_set_appid("com.example.art");
   screensaver_set_timeout(10);
   EXPECT_EQ(saver().state().app_id, "com.example.art");
   screensaver_set_appid("DEFAULT");
   EXPECT_EQ(saver().state().app_id, "DEFAULT");
-  EXPECT_EQ(saver().state().timeout, seconds(300));
+  EXPECT_EQ(saver().state().timeout, seconds(10));
 }
 
-TEST_F(ScreenSaverTest, OwnerKeepsTheTimeout) {
-  screensaver_set_timeout(10);
+TEST_F(ScreenSaverTest, OwnerDoesNotStartTheWaitAfresh) {
+  clock_->Advance(seconds(200));
   screensaver_set_appid("com.example.art");
-  EXPECT_EQ(saver().state().timeout, seconds(10));
+  clock_->Advance(seconds(100));
+  EXPECT_TRUE(on());
 }
 
 TEST_F(ScreenSaverTest, ProfileSaysTheSetsOwnTimeout) {

@@ -31,10 +31,10 @@ struct ScreenSaverState {
 // afresh for as long as the time-out says, and goes with the next reset or key. The key reaches its
 // application all the same.
 //
-// Its owner and time-out outlive the application that set them. The owner "DEFAULT" gives it back
-// to the set: the set's own screen saver with the set's own time-out, that of the profile's key
-// kScreenSaverKey, else five minutes. A time-out of 0 is the set's own as well. Neither starts the
-// wait afresh: a time-out that has passed already brings it on at once.
+// Its owner and its time-out outlive the application that set them, and one does not change with
+// the other. The owner "DEFAULT" is the set, which then shows its own screen saver. The time-out 0
+// is the set's own: that of the profile's key kScreenSaverKey, else five minutes. Setting them does
+// not start the wait afresh: a time-out that has passed already brings the screen saver on at once.
 //
 // Any thread. Observers hear of the screen saver's coming on from the thread of the clock's alarm.
 class TVSET_EXPORT ScreenSaver {
