@@ -69,9 +69,11 @@ std::vector<ElfSymbol> ReadDynamicSymbols(const std::filesystem::path& library) 
   const Elf64_Shdr texts = file.TextsOf(section);
 
   std::vector<ElfSymbol> symbols;
-  // The first entry stands for no symbol.
-  for (size_t i = 1; i < section.sh_size / sizeof(Elf64_Sym); ++i) {
+  for (size_t i = 0; i < section.sh_size / sizeof(Elf64_Sym); ++i) {
     const auto entry = file.At<Elf64_Sym>(section.sh_offset + i * sizeof(Elf64_Sym));
+    if (ELF64_ST_BIND(entry.st_info) == STB_LOCAL) {
+      continue;  // some machines' linkers list sections
+    }
     ElfSymbol symbol;
     symbol.name = file.Text(texts, entry.st_name);
     symbol.defined = entry.st_shndx != SHN_UNDEF;

@@ -14,7 +14,8 @@ struct ElfSymbol {
   bool weak = false;
 };
 
-// The dynamic symbol table of a 64-bit shared library. Throws std::runtime_error for another file.
+// The dynamic symbols of a 64-bit shared library that other libraries see. Throws
+// std::runtime_error for another file.
 std::vector<ElfSymbol> ReadDynamicSymbols(const std::filesystem::path& library);
 
 }  // namespace orvane::test
