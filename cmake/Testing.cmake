@@ -12,11 +12,16 @@ else()
 endif()
 include(GoogleTest)
 
-# orvane_add_test(NAME SOURCES file... [LIBRARIES target...])
-# A GoogleTest program; ctest runs each of its cases on its own, in its own process.
+# orvane_add_test(NAME [SERIAL] SOURCES file... [LIBRARIES target...])
+# A GoogleTest program; ctest runs each of its cases on its own, in its own process. SERIAL: with no other test beside
+# it, for what measures processor time.
 function(orvane_add_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ARG "SERIAL" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock_main)
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120)
+  set(serial OFF)
+  if(ARG_SERIAL)
+    set(serial ON)
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120 RUN_SERIAL ${serial})
 endfunction()
