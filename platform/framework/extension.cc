@@ -58,8 +58,17 @@ bool AdoptTables(XW_GetInterface get_interface) {
   return true;
 }
 
+// Throws where no library of this process was ever initialised by a host.
+const XW_CoreInterface& Core() {
+  const XW_CoreInterface* const core = Host().core;
+  if (core == nullptr) {
+    throw std::logic_error("No host has initialised an extension in this process");
+  }
+  return *core;
+}
+
 Instance* InstanceOf(XW_Instance handle) {
-  return static_cast<Instance*>(Host().core->GetInstanceData(handle));
+  return static_cast<Instance*>(Core().GetInstanceData(handle));
 }
 
 void OnInstanceDestroyed(XW_Instance handle) {
@@ -119,12 +128,12 @@ Extension::~Extension() { TaskQueue::GetInstance().WaitForCurrent(); }
 
 void Extension::SetExtensionName(const char* name) {
   RequireInitialization("SetExtensionName");
-  Host().core->SetExtensionName(handle_, name);
+  Core().SetExtensionName(handle_, name);
 }
 
 void Extension::SetJavaScriptAPI(const char* api) {
   RequireInitialization("SetJavaScriptAPI");
-  Host().core->SetJavaScriptAPI(handle_, api);
+  Core().SetJavaScriptAPI(handle_, api);
 }
 
 void Extension::SetExtraJSEntryPoints(const char** entry_points) {
@@ -152,8 +161,8 @@ int32_t Extension::XW_Initialize(XW_Extension extension, XW_GetInterface get_int
       return XW_ERROR;
     }
     const InitializationScope scope(extension);
-    Host().core->RegisterInstanceCallbacks(extension, created, OnInstanceDestroyed);
-    Host().core->RegisterShutdownCallback(extension, shutdown);
+    Core().RegisterInstanceCallbacks(extension, created, OnInstanceDestroyed);
+    Core().RegisterShutdownCallback(extension, shutdown);
     Host().messaging->Register(extension, OnMessage);
     Host().sync_messaging->Register(extension, OnSyncMessage);
     return initialize(extension, get_interface);
@@ -165,7 +174,7 @@ void Extension::OnInstanceCreated(XW_Instance handle, Instance* instance) {
     return;
   }
   instance->handle_ = handle;
-  Host().core->SetInstanceData(handle, instance);
+  Core().SetInstanceData(handle, instance);
 }
 
 }  // namespace common

@@ -247,6 +247,7 @@ int TvsetPrctl(int option, ...) {
   const unsigned long fourth = va_arg(list, unsigned long);
   va_end(list);
   if (option == tvset::kKernelMarker && tvset::SetFileReader::Running() != nullptr) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel's argument words hold a pointer here
     return tvset::RecordMarker(reinterpret_cast<const char*>(first), second);
   }
   return tvset::g_prctl.get()(option, first, second, third, fourth);

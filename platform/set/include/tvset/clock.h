@@ -17,7 +17,11 @@ class TVSET_EXPORT Clock {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
 
+  Clock() = default;
   virtual ~Clock();
+
+  Clock(const Clock&) = delete;
+  Clock& operator=(const Clock&) = delete;
 
   virtual TimePoint Now() const = 0;
 
