@@ -50,6 +50,8 @@ int Main(const std::vector<std::string>& arguments) {
   Run run;
   AddExecVerb(command, run);
   AddCallVerb(command, run);
+  AddGetVerb(command, run);
+  AddSetVerb(command, run);
   command.failure_message(FailureMessage);
   try {
     CheckVerb(command, arguments);

@@ -16,5 +16,7 @@ using Run = std::function<ExitCode()>;
 
 void AddExecVerb(CLI::App& command, Run& run);
 void AddCallVerb(CLI::App& command, Run& run);
+void AddGetVerb(CLI::App& command, Run& run);
+void AddSetVerb(CLI::App& command, Run& run);
 
 }  // namespace orvane::cli
