@@ -16,14 +16,11 @@ namespace common {
 
 namespace {
 
-HostTables& Tables() {
-  static HostTables tables;
-  return tables;
-}
+HostTables g_tables;
 
 }  // namespace
 
-const HostTables& Host() { return Tables(); }
+const HostTables& Host() { return g_tables; }
 
 namespace {
 
@@ -53,7 +50,7 @@ bool AdoptTables(XW_GetInterface get_interface) {
   }
   // A worker may post for another extension just now: what it reads is not touched without need.
   if (!(tables == Host())) {
-    Tables() = tables;
+    g_tables = tables;
   }
   return true;
 }
