@@ -11,15 +11,15 @@
 namespace tvset {
 
 // Whether a text begins with another one; a few comparisons in a row, no loop and no call.
-template <size_t Size, size_t... Indexes>
-inline bool BeginsWith(const char* text, const char (&prefix)[Size],
-                       std::index_sequence<Indexes...> /*indexes*/) {
-  return ((text[Indexes] == prefix[Indexes]) && ...);
+template <size_t kSize, size_t... kIndexes>
+inline bool BeginsWith(const char* text, const char (&prefix)[kSize],
+                       std::index_sequence<kIndexes...> /*indexes*/) {
+  return ((text[kIndexes] == prefix[kIndexes]) && ...);
 }
 
-template <size_t Size>
-inline bool BeginsWith(const char* text, const char (&prefix)[Size]) {
-  return BeginsWith(text, prefix, std::make_index_sequence<Size - 1>());
+template <size_t kSize>
+inline bool BeginsWith(const char* text, const char (&prefix)[kSize]) {
+  return BeginsWith(text, prefix, std::make_index_sequence<kSize - 1>());
 }
 
 // False for a path that names none of the set's files, null included, but for a few that look much

@@ -206,7 +206,8 @@ std::optional<std::string> ValueOf(int type, const std::string& text) {
 Settings::Settings(EventHub& events)
     : events_(events), watches_(std::make_shared<SettingWatches>()) {}
 
-Settings::Settings(EventHub& events, const Paths& paths) : Settings(events) { paths_ = &paths; }
+Settings::Settings(EventHub& events, const Paths& paths)
+    : events_(events), watches_(std::make_shared<SettingWatches>()), paths_(&paths) {}
 
 Settings::~Settings() { watches_->Clear(); }
 
