@@ -14,6 +14,7 @@
 #include "cli/verbs.h"
 #include "tvset/events.h"
 #include "tvset/paths.h"
+#include "tvset/set.h"
 #include "tvset/settings.h"
 
 namespace orvane::cli {
@@ -91,6 +92,10 @@ ExitCode Set(const SettingOptions& options) {
   RequireKey(options.key);
   FolderSettings settings(options.state_folder);
   if (settings.get().Set(options.key, Types().at(options.type), options.value)) {
+    if (options.key.rfind(VCONF_PREFIX_MEMORY, 0) == 0 && !tvset::Set::RunsOn(settings.folder())) {
+      Complain("warning: no set runs on " + settings.folder() +
+               "; the next one that starts forgets " + options.key);
+    }
     return ExitCode::kDone;
   }
   Complain("the setting " + options.key + " below " + settings.folder() + " did not take \"" +

@@ -1,6 +1,13 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
+#include <signal.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
 #include "command.h"
+#include "tvset/set.h"
 
 namespace orvane::cli {
 namespace {
@@ -11,6 +18,39 @@ using ::testing::IsEmpty;
 constexpr const char* kProfilingKey = "memory/runningApps/performance_data";
 
 using SettingsTest = CommandTest;
+
+// A page that stays until it is told to go.
+class StayingPage {
+ public:
+  StayingPage(const std::filesystem::path& state, const std::filesystem::path& script) {
+    const std::string command = "echo $$; exec '" ORVANE_COMMAND "' exec --state '" +
+                                state.string() + "' '" + script.string() + "'";
+    pipe_ = popen(command.c_str(), "r");
+    pid_ = std::atoi(ReadLine().c_str());
+  }
+  ~StayingPage() {
+    kill(pid_, SIGTERM);
+    pclose(pipe_);
+  }
+  StayingPage(const StayingPage&) = delete;
+  StayingPage& operator=(const StayingPage&) = delete;
+
+  // False: the page ends without printing it.
+  bool ReadUntil(const std::string& wanted) {
+    std::string line = ReadLine();
+    while (!line.empty() && line != wanted) line = ReadLine();
+    return !line.empty();
+  }
+
+ private:
+  std::string ReadLine() {
+    char line[256] = {};
+    return std::fgets(line, sizeof(line), pipe_) == nullptr ? "" : line;
+  }
+
+  FILE* pipe_;
+  pid_t pid_;
+};
 
 TEST_F(SettingsTest, GetPrintsWhatSetWrote) {
   EXPECT_EQ(Run({"set", "db/test/name", "some text"}).exit_code, 0);
@@ -68,6 +108,51 @@ TEST_F(SettingsTest, ProfilingTextIsEmptyOnceThePageHasClosed) {
 
   EXPECT_EQ(outcome.out, "\n");
   EXPECT_EQ(outcome.exit_code, 0);
+}
+
+// The test's own process runs the set; the command is another one.
+class RunningSetTest : public CommandTest {
+ protected:
+  RunningSetTest() { tvset::Set::Start({state(), "uhd"}); }
+  ~RunningSetTest() override { tvset::Set::Stop(); }
+
+  static tvset::Settings& settings() { return tvset::Set::Current().settings(); }
+};
+
+TEST_F(RunningSetTest, AndTheCommandSeeEachOthersValues) {
+  settings().SetString("memory/a", "of the set");
+  EXPECT_EQ(Run({"get", "memory/a"}).out, "of the set\n");
+
+  const Outcome outcome = Run({"set", "memory/a", "of the command"});
+
+  EXPECT_EQ(outcome.exit_code, 0);
+  EXPECT_THAT(outcome.err, IsEmpty());
+  EXPECT_EQ(settings().GetString("memory/a"), "of the command");
+}
+
+TEST_F(RunningSetTest, IsNotRestartedByTheCommand) {
+  settings().SetString("memory/a", "kept");
+  Run({"get", "db/none"});
+  Run({"set", "db/a", "x"});
+  EXPECT_EQ(settings().GetString("memory/a"), "kept");
+}
+
+TEST_F(SettingsTest, ProfilingTextIsReadWhileThePageRuns) {
+  Write("stay.js",
+        "dravelt.orvane.recordProfiling('start', () => {\n"
+        "  console.log('recorded');\n"
+        "  setTimeout(() => {}, 50000);\n"
+        "});\n");
+  StayingPage page(state(), folder() / "stay.js");
+  ASSERT_TRUE(page.ReadUntil("recorded\n"));
+  EXPECT_EQ(Run({"get", kProfilingKey}).out, "start\n");
+}
+
+TEST_F(SettingsTest, SettingTheMemoryOfNoRunningSetWarns) {
+  const Outcome outcome = Run({"set", "memory/a", "x"});
+  EXPECT_EQ(outcome.exit_code, 0);
+  EXPECT_THAT(outcome.err, HasSubstr("no set runs on " + state().string()));
+  EXPECT_THAT(Run({"set", "db/a", "x"}).err, IsEmpty());
 }
 
 }  // namespace
