@@ -34,7 +34,8 @@ class KernelTimer {
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
     itimerspec setting = {};
     setting.it_value.tv_sec = seconds.count();
-    setting.it_value.tv_nsec = std::chrono::nanoseconds(time - seconds).count();
+    const std::chrono::nanoseconds rest = time - seconds;
+    setting.it_value.tv_nsec = rest.count();
     timerfd_settime(descriptor_, TFD_TIMER_ABSTIME, &setting, nullptr);
   }
 
