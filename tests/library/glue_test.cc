@@ -1,10 +1,14 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
+#include <atomic>
+#include <future>
 #include <new>
+#include <thread>
 
 #include "common/create_extension.h"
 #include "common/extension_detail.h"
+#include "common/task-queue.h"
 #include "library_fixture.h"
 #include "orvane/orvane_api.h"
 #include "orvane/orvane_extension.h"
@@ -113,6 +117,25 @@ TEST_F(GlueTest, CanBeInitialisedAgainAfterAShutdown) {
   EXPECT_THAT(host_.data(instance), NotNull());
   host_.Destroy(instance);
   host_.ShutDown();
+}
+
+// The host unloads the library next, with the code that the worker may still be in.
+TEST_F(GlueTest, ShutdownWaitsForTheTaskThatRuns) {
+  host_.Initialize(XW_Initialize);
+  std::promise<void> started;
+  std::promise<void> go;
+  std::atomic<bool> finalised{false};
+  common::TaskQueue::GetInstance().Queue<int>(
+      [&started](const std::shared_ptr<int>& /*data*/) { started.set_value(); },
+      [&go](const std::shared_ptr<int>& /*data*/) { go.get_future().wait(); },
+      [&finalised] { finalised = true; }, nullptr);
+  started.get_future().wait();
+
+  std::thread releaser([&go] { go.set_value(); });
+  host_.ShutDown();
+
+  EXPECT_TRUE(finalised);
+  releaser.join();
 }
 
 TEST_F(GlueTest, IsNotUsedByAHostWithoutMessages) {

@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <fstream>
+#include <map>
+#include <random>
 #include <set>
 #include <stdexcept>
 
@@ -175,15 +177,22 @@ TEST_F(LibraryInterfaceTest, CanBeInitialisedAgainWithoutAShutdown) {
   host_.ShutDown();
 }
 
-TEST_F(LibraryInterfaceTest, CanBeUnloadedWhenItsLastTaskIsOver) {
-  for (int round = 0; round < 20; ++round) {
+// Loaded by the test itself, so that it goes when the test closes it.
+class UnloadingTest : public SetFixture {
+ protected:
+  FakeHost host_;
+};
+
+TEST_F(UnloadingTest, IsUnloadedWithoutAWaitAfterItsTasks) {
+  for (int round = 0; round < 50; ++round) {
     void* const library = dlopen(LibraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
-    host_.Initialize(entry_point_);
+    host_.Initialize(reinterpret_cast<XW_Initialize_Func>(dlsym(library, "XW_Initialize")));
     const XW_Instance page = host_.Create();
     host_.SendSync(page, Message("recordProfiling", R"({"callbackId":1,"label":"x"})"));
     host_.Destroy(page);
     host_.ShutDown();
     dlclose(library);
+    ASSERT_THAT(dlopen(LibraryFile().c_str(), RTLD_NOW | RTLD_NOLOAD), IsNull());
   }
 }
 
@@ -311,13 +320,51 @@ TEST_F(PageInterfaceTest, AnswersNumbersOfAnySize) {
   }
 }
 
-TEST_F(PageInterfaceTest, WaitsForItsTasksWhenAPageIsClosed) {
-  for (int round = 0; round < 50; ++round) {
-    const XW_Instance page = host_.Create();
-    for (int call = 0; call < 5; ++call) {
-      host_.SendSync(page, Message("recordProfiling", R"({"callbackId":1,"label":"x"})"));
+// Pages that come and go while their calls are under way.
+class StormTest : public LibraryInterfaceTest {
+ protected:
+  static constexpr size_t kPages = 50;
+  static constexpr int kCalls = 10000;
+
+  StormTest() { host_.Initialize(entry_point_); }
+  ~StormTest() override { host_.ShutDown(); }
+
+  void Ask(XW_Instance page, int call) {
+    const std::string id = R"({"callbackId":)" + std::to_string(call);
+    asked_[page].push_back(id + R"(,"result":{},"status":"success"})");
+    // Labels for some, since each of them is written to a file.
+    EXPECT_EQ(
+        host_.SendSync(page, call % 16 == 0 ? Message("recordProfiling", id + R"(,"label":"x"})")
+                                            : Message("setScreenSaver", id + R"(,"state":1})")),
+        "{}");
+  }
+  void Close(XW_Instance page) {
+    EXPECT_EQ(host_.Destroy(page), asked_[page]);
+    asked_.erase(page);
+  }
+
+  // The replies that each page is owed, in their order.
+  std::map<XW_Instance, std::vector<std::string>> asked_;
+};
+
+TEST_F(StormTest, NoReplyIsLostDoubledOrGivenToAnotherPage) {
+  std::mt19937 random(1);
+  std::vector<XW_Instance> pages(kPages, 0);
+  for (int call = 0; call < kCalls; ++call) {
+    XW_Instance& page = pages[random() % kPages];
+    if (page == 0) {
+      page = host_.Create();
     }
-    host_.Destroy(page);
+    Ask(page, call);
+    if (random() % 100 == 0) {
+      Close(page);
+      page = 0;
+    }
+  }
+  for (const XW_Instance page : pages) {
+    if (page != 0) {
+      Close(page);
+    }
   }
   EXPECT_EQ(host_.dropped_posts(), 0);
 }

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdio>
 #include <stdexcept>
+#include <utility>
 
 namespace orvane::test {
 
@@ -60,13 +61,15 @@ XW_Instance FakeHost::Create() {
   return instance;
 }
 
-void FakeHost::Destroy(XW_Instance instance) {
+FakeHost::Messages FakeHost::Destroy(XW_Instance instance) {
   if (destroyed_ != nullptr) {
     destroyed_(instance);
   }
   data_.erase(instance);
   const std::lock_guard<std::mutex> lock(mutex_);
+  Messages rest = std::move(posts_[instance]);
   posts_.erase(instance);
+  return rest;
 }
 
 void* FakeHost::data(XW_Instance instance) const {

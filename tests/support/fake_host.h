@@ -43,7 +43,8 @@ class FakeHost {
   const std::vector<std::string>& entry_points() const { return entry_points_; }
 
   XW_Instance Create();
-  void Destroy(XW_Instance instance);
+  // Returns what the extension posted to the instance, to its very end, and nobody has awaited.
+  Messages Destroy(XW_Instance instance);
   // What the extension bound to the handle.
   void* data(XW_Instance instance) const;
 
