@@ -89,7 +89,7 @@ void SettingWatches::Run() {
     std::lock_guard<std::mutex> lock(mutex_);
     return descriptor_;
   }();
-  alignas(inotify_event) std::array<char, 16384> buffer;
+  alignas(inotify_event) std::array<char, 16384> buffer{};
   while (true) {
     const ssize_t size = read(descriptor, buffer.data(), buffer.size());
     if (size < 0 && errno == EINTR) continue;
