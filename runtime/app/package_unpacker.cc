@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -46,13 +47,15 @@ std::string Stamp(const fs::path& archive) {
          time(status.st_mtim) + " " + time(status.st_ctim);
 }
 
+constexpr char kScratchPrefix[] = ".unpacking-";
+
 // A new folder that goes, with all that is in it, unless it was renamed away.
 class ScratchFolder {
  public:
   explicit ScratchFolder(const fs::path& root) {
     std::error_code error;
     fs::create_directories(root, error);
-    std::string name = (root / ".unpacking-XXXXXX").string();
+    std::string name = (root / (std::string(kScratchPrefix) + "XXXXXX")).string();
     if (error || mkdtemp(name.data()) == nullptr) {
       throw AppError({root.string(), 0, "",
                       "no folder can be made here to unpack the application into: " +
@@ -87,6 +90,17 @@ void RemoveOlder(const fs::path& root, const std::string& prefix) {
   for (size_t i = kKept; i < folders.size(); ++i) fs::remove_all(folders[i].second, error);
 }
 
+// Removes what unpackings left behind that were killed on the way; one that is under way is young.
+void RemoveAbandoned(const fs::path& root) {
+  constexpr std::chrono::hours kLongestUnpacking{1};
+  const auto oldest = fs::file_time_type::clock::now() - kLongestUnpacking;
+  std::error_code error;
+  for (const fs::directory_entry& entry : fs::directory_iterator(root, error)) {
+    if (entry.path().filename().string().rfind(kScratchPrefix, 0) != 0) continue;
+    if (entry.last_write_time(error) < oldest) fs::remove_all(entry.path(), error);
+  }
+}
+
 }  // namespace
 
 fs::path Unpack(const fs::path& archive, const fs::path& root, const UnpackLimits& limits) {
@@ -103,6 +117,7 @@ fs::path Unpack(const fs::path& archive, const fs::path& root, const UnpackLimit
     throw AppError({folder.string(), 0, "", "cannot be made: " + error.message() + "."});
   }
   RemoveOlder(root, prefix);
+  RemoveAbandoned(root);
   return folder;
 }
 

@@ -135,6 +135,20 @@ TEST_F(PackageTest, KeepsOnlyTheNewestUnpackings) {
   EXPECT_EQ(FoldersInRoot(), 3U);
 }
 
+TEST_F(PackageTest, RemovesWhatAKilledUnpackingLeft) {
+  const fs::path abandoned = root_ / ".unpacking-killed";
+  const fs::path under_way = root_ / ".unpacking-younger";
+  fs::create_directories(abandoned / "js");
+  fs::create_directories(under_way);
+  fs::last_write_time(abandoned, fs::file_time_type::clock::now() - std::chrono::hours(2));
+  ZipWriter(archive_).AddPlayer();
+
+  LoadArchive();
+
+  EXPECT_FALSE(fs::exists(abandoned));
+  EXPECT_TRUE(fs::exists(under_way));
+}
+
 TEST_F(PackageTest, UnpacksOnceForManyAtTheSameTime) {
   ZipWriter(archive_).AddPlayer();
   std::vector<fs::path> folders(8);
