@@ -149,7 +149,7 @@ export default [
     },
   },
   {
-    files: ['simulator/**/*.js', 'simulator/**/*.mjs', 'runtime/server/**/*.js'],
+    files: ['simulator/**/*.js', 'runtime/server/**/*.js'],
     languageOptions: { ecmaVersion: 2022, sourceType: 'module', globals: globals.browser },
   },
 ];
