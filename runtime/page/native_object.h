@@ -63,12 +63,12 @@ struct NativeCall {
 JSValueRef MakeError(JSContextRef context, const char* message);
 
 // The one guard between the engine and C++: no exception unwinds through the engine.
-template <typename Self, JSValueRef (Self::*Function)(const NativeCall&)>
+template <typename Self, JSValueRef (Self::*kFunction)(const NativeCall&)>
 JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_t count,
                       const JSValueRef arguments[], JSValueRef* exception) {
   try {
     auto& object = Cast<Self>(static_cast<NativeObject*>(JSObjectGetPrivate(self)));
-    return (object.*Function)(NativeCall{context, arguments, count});
+    return (object.*kFunction)(NativeCall{context, arguments, count});
   } catch (const ThrownValue& thrown) {
     *exception = thrown.value;
   } catch (const std::exception& error) {
