@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// The messages of a page context: their numbers, their answers, and errors that name the call.
+
+import { parse, stringify } from './builtins.js';
+
+// Posts are not answered. After so many, one message that is answered tells how many arrived.
+const postsPerEcho = 64;
+
+export class Caller {
+  // `transport` is set once, after construction: it and the caller know each other.
+  transport = null;
+  lastId = 0;
+  postsSinceAnswer = 0;
+  waiting = new Map(); // id -> { name, receive } of the answers that come later
+
+  // Sends a message and returns the result of its answer. Throws an Error that begins with `name()`.
+  call(message, name) {
+    const id = this.number();
+    let frame;
+    try {
+      frame = this.transport.call(id, stringify({ ...message, id }));
+    } catch (error) {
+      throw new Error(`${name()}: ${error.message}`);
+    }
+    this.postsSinceAnswer = 0;
+    if (frame.error !== undefined) {
+      throw new Error(frame.error);
+    }
+    return frame.result;
+  }
+
+  post(message) {
+    const id = this.number();
+    this.transport.send(id, stringify({ ...message, id }), false);
+    this.postsSinceAnswer += 1;
+    if (this.postsSinceAnswer >= postsPerEcho) {
+      this.postsSinceAnswer = 0;
+      const echo = this.number();
+      this.transport.send(echo, stringify({ type: 'echo', id: echo }), true);
+    }
+  }
+
+  // Sends a message whose answer goes to `receive(result, error)`, later.
+  ask(message, name, receive) {
+    const id = this.number();
+    this.waiting.set(id, { name, receive });
+    try {
+      this.transport.send(id, stringify({ ...message, id }), true);
+    } catch (error) {
+      this.waiting.delete(id);
+      throw new Error(`${name()}: ${error.message}`);
+    }
+  }
+
+  // Gives an answer to the one who waits for it.
+  answer({ id, result, error }) {
+    const found = this.waiting.get(id);
+    if (found !== undefined) {
+      this.waiting.delete(id);
+      found.receive(result, error);
+    }
+  }
+
+  // Ends every call that still waits: whoever should have answered is gone.
+  failWaiting(why) {
+    const all = [...this.waiting.values()];
+    this.waiting.clear();
+    for (const { name, receive } of all) {
+      receive(undefined, `${name()}: ${why}`);
+    }
+  }
+
+  report(message) {
+    this.transport.report(stringify(message));
+  }
+
+  number() {
+    this.lastId += 1;
+    return this.lastId;
+  }
+}
+
+// What a native message asks for, in words: its command where it has one.
+export function commandOf(text) {
+  try {
+    const { cmd } = parse(text);
+    return typeof cmd === 'string' ? cmd : 'a message';
+  } catch (error) {
+    return 'a message';
+  }
+}

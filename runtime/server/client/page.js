@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// The script that a served page runs before its own first one: it makes the page's runtime. The
+// build wraps it into one function expression, whose arguments the server supplies (see README.md):
+// `boot`, and the extensions' scripts as functions. Nothing of it becomes a global of the page.
+
+import { Caller } from './caller.js';
+import { makeBridge } from './bridge.js';
+import { Transport } from './transport.js';
+import { watchConsole } from './console_reports.js';
+import { watchPageState } from './page_state.js';
+import { watchPolicy } from './policy.js';
+import { watchKeyboard } from './keyboard.js';
+import { pressKey } from './remote_keys.js';
+import { enterText } from './typing.js';
+import { endWithPage, reloadPage, reloadWhenBack } from './lifetime.js';
+
+const enterKey = { key_name: 'Return', key_code: 13, phase: 'press' };
+
+// What the server sends of its own accord, and late answers.
+function makeReceiver(caller, extensions) {
+  return {
+    answer: (frame) => caller.answer(frame),
+    posted: ({ extension, text }) => extensions.get(extension)?.deliver(text),
+    key: pressKey,
+    ime: (frame) => enterText(frame, () => pressKey(enterKey)),
+    reload: reloadPage,
+    gone: reloadPage,
+    restarted() {
+      const why = 'the process of the library ended before it answered, and was started again';
+      caller.failWaiting(why);
+      extensions.forEach((extension) => extension.failWaiting(`${extension.name}: ${why}`));
+    },
+  };
+}
+
+export function start(boot, scripts, startPage) {
+  const extensions = new Map();
+  const caller = new Caller();
+  const receiver = makeReceiver(caller, extensions);
+  caller.transport = new Transport(boot, {
+    receive: (frame) => receiver[frame.type]?.(frame),
+    lost: reloadWhenBack,
+  });
+  startPage(makeBridge(boot, scripts, caller, extensions));
+
+  const report = (message) => caller.report(message);
+  watchPolicy(report);
+  watchConsole(report);
+  watchPageState(report);
+  watchKeyboard(report);
+  endWithPage(caller.transport);
+}

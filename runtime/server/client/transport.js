@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// How a page context's messages reach the server and come back. A page that is cross-origin isolated
+// has a worker that owns the socket: a call spins on shared memory until the worker has the answer.
+// Every other page, and an isolated one until its worker is ready, calls by blocking requests; these
+// carry its posts too, since a socket beside them could be overtaken.
+
+import { AnswerBuffer, answerBufferBytes } from './answer_buffer.js';
+import { addListener, bodyOf, makeRequest, makeSharedBuffer, makeWorker } from './builtins.js';
+import { now, openRequest, parse, postToWorker, sendRequest, statusOf } from './builtins.js';
+import { startTimer } from './builtins.js';
+import { Link, unreachable } from './link.js';
+
+// The server keeps to the deadline itself and says more about it, so the page waits a little longer.
+const graceMs = 2000;
+
+export class Transport {
+  // `boot` is what the server gave the page. `listener` has receive(frame) for what the server sends
+  // of its own accord and for late answers, and lost().
+  constructor(boot, listener) {
+    const query = `?token=${boot.token}&context=${boot.context}`;
+    this.origin = location.origin;
+    this.socketAddress = `${this.origin.replace(/^http/, 'ws')}/.orvane/socket${query}&last=`;
+    this.syncAddress = `${this.origin}/.orvane/sync${query}`;
+    this.byeAddress = `${this.origin}/.orvane/bye${query}`;
+    this.waitMs = boot.deadlineMs + graceMs;
+    this.listener = listener;
+    this.buffer = null;
+    this.worker = null;
+    this.link = null;
+    if (!(globalThis.crossOriginIsolated && this.startWorker(boot.workerUrl))) {
+      this.startLink();
+    }
+  }
+
+  // "worker" once calls go through the worker.
+  get kind() {
+    return this.worker !== null && this.buffer.isLinked() ? 'worker' : 'request';
+  }
+
+  // Sends `text`, the message `id`, and blocks for the answer, a frame. Throws when there is none.
+  call(id, text) {
+    if (this.kind === 'request') {
+      return this.callByRequest(text);
+    }
+    this.buffer.want(id);
+    postToWorker(this.worker, [id, text, true]);
+    const answer = this.buffer.read(id, now() + this.waitMs);
+    if (answer === null) {
+      throw new Error(`there was no answer within ${this.waitMs} ms`);
+    }
+    return parse(answer);
+  }
+
+  // Sends a message whose answer, if there is one, reaches the listener later.
+  send(id, text, answered) {
+    if (this.kind === 'worker') {
+      postToWorker(this.worker, [id, text, answered]);
+      return;
+    }
+    const frame = this.callByRequest(text);
+    if (answered) {
+      startTimer(() => this.listener.receive(frame), 0);
+    }
+  }
+
+  // Sends a message that nothing on the set depends on.
+  report(text) {
+    if (this.worker !== null) {
+      postToWorker(this.worker, text);
+    } else {
+      this.link.report(text);
+    }
+  }
+
+  // The server has told that the page is to go; nothing is sent any more.
+  end() {
+    this.link?.end();
+  }
+
+  startWorker(path) {
+    try {
+      const memory = makeSharedBuffer(answerBufferBytes);
+      const worker = makeWorker(this.origin + (path ?? '/.orvane/worker.js'), {
+        name: 'orvane',
+      });
+      this.buffer = new AnswerBuffer(memory);
+      this.worker = worker;
+      addListener(worker, 'message', ({ data }) => this.receiveFromWorker(data));
+      addListener(worker, 'error', () => this.replaceWorker());
+      postToWorker(worker, { memory, address: this.socketAddress });
+      return true;
+    } catch (error) {
+      return false;
+    }
+  }
+
+  receiveFromWorker(data) {
+    if (typeof data === 'string') {
+      this.listener.receive(parse(data));
+    } else if (data.lost) {
+      this.listener.lost();
+    }
+  }
+
+  // A worker that never came up: the page's policy forbids it, or its file did not load.
+  replaceWorker() {
+    if (this.worker !== null && !this.buffer.isLinked()) {
+      this.worker = null;
+      this.startLink();
+    }
+  }
+
+  startLink() {
+    this.link = new Link((last) => this.socketAddress + last, {
+      receive: (frame) => this.listener.receive(frame),
+      lost: () => this.listener.lost(),
+    });
+    this.link.open();
+  }
+
+  callByRequest(text) {
+    const request = makeRequest();
+    try {
+      openRequest(request, 'POST', this.syncAddress, false);
+      sendRequest(request, text);
+    } catch (error) {
+      throw new Error(unreachable, { cause: error });
+    }
+    const body = bodyOf(request);
+    if (statusOf(request) !== 200) {
+      throw new Error(`the runtime refused it with ${statusOf(request)}: ${body}`);
+    }
+    return parse(body);
+  }
+}
