@@ -12,8 +12,8 @@ function toInt(value) {
   return Math.min(Math.max(Math.trunc(value), lowestInt), highestInt) + 0;
 }
 
-// `scripts`: extension name -> its script in its wrapper. `extensions` receives, by name, those that
-// this page has touched.
+// `scripts`: extension name -> its script in its wrapper. `extensions` receives, by name, those
+// that this page has touched.
 export function makeBridge(boot, scripts, caller, extensions) {
   const moveWindow = (call, args) =>
     caller.call({ type: 'widget', call, args }, () => `widget.${call} failed`);

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 // The browser's own functions, taken before the page's first script runs. A page may replace any of
-// them later (a mock WebSocket, fake timers, a patched XMLHttpRequest), and the runtime goes on with
-// these. Methods take their object first: send(socket, text).
+// them later (a mock WebSocket, fake timers, a patched XMLHttpRequest), and the runtime goes on
+// with these. Methods take their object first: send(socket, text).
 
 const { apply, construct } = Reflect;
 

@@ -14,7 +14,8 @@ export class Caller {
   postsSinceAnswer = 0;
   waiting = new Map(); // id -> { name, receive } of the answers that come later
 
-  // Sends a message and returns the result of its answer. Throws an Error that begins with `name()`.
+  // Sends a message and returns the result of its answer. Throws an Error that begins with
+  // `name()`.
   call(message, name) {
     const id = this.number();
     let frame;

@@ -55,7 +55,11 @@ export function watchConsole(report) {
   listen(window, 'error', (event) => {
     if (event.message) {
       const { filename, lineno, colno } = event;
-      tell('error', `Uncaught ${describeValue(event.error ?? event.message)}`, `${filename}:${lineno}:${colno}`);
+      tell(
+        'error',
+        `Uncaught ${describeValue(event.error ?? event.message)}`,
+        `${filename}:${lineno}:${colno}`
+      );
     }
   });
   listen(window, 'unhandledrejection', (event) => {

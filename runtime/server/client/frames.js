@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Where a page stands among its frames, and which element of them has the focus.
 
-// The window outside this one, if it is of the application too; null otherwise. The simulator's page
-// is of another origin, so that reading its document is refused.
+// The window outside this one, if it is of the application too; null otherwise. The simulator's
+// page is of another origin, so that reading its document is refused.
 export function outerPage(page) {
   try {
     return page.parent !== page && page.parent.document ? page.parent : null;
@@ -14,10 +14,10 @@ export function outerPage(page) {
 
 export const isTopPage = () => outerPage(window) === null;
 
-// Whether keys reach this page, if they reach the application: every page outside it has the focus on
-// the frame that leads here.
+// Whether keys reach this page, if they reach the application: every page outside it has the focus
+// on the frame that leads here.
 export function isOnFocusPath() {
-  for (let page = window, outer = outerPage(page); outer !== null; ) {
+  for (let page = window, outer = outerPage(page); outer !== null;) {
     if (outer.document.activeElement !== page.frameElement) {
       return false;
     }
@@ -63,8 +63,8 @@ const textTypes = new Set([
   'week',
 ]);
 
-// Whether text can be typed into the element. Elements of frames are of other classes, so that names
-// are compared.
+// Whether text can be typed into the element. Elements of frames are of other classes, so that
+// names are compared.
 export function isEditable(element) {
   if (!element || element.disabled || element.readOnly) {
     return false;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// The page context's connection to the runtime, which outlives the loss of a socket. Frames that the
-// server numbers reach `receive` in order and once each; requests that a lost socket may have
+// The page context's connection to the runtime, which outlives the loss of a socket. Frames that
+// the server numbers reach `receive` in order and once each; requests that a lost socket may have
 // swallowed are sent again when the server says that it never saw them.
 //
 // Used in the page and in the worker: it lives in the one of them that owns the socket.
@@ -20,7 +20,7 @@ const acknowledgeAfterMs = 250;
 const mostReports = 1000;
 
 export const unreachable =
-  'The connection to the runtime is lost: is "orvane run" still running? Reload the page when it is.';
+  'The connection to the runtime is lost; if "orvane run" has ended, start it again.';
 
 export class Link {
   // `address(last)` is the socket's URL for a connection that has received frame `last`.

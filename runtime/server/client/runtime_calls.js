@@ -19,7 +19,12 @@ export function runtimeCalls(caller) {
       if (typeof callback !== 'function') {
         throw new TypeError('The callback of a runtime message must be a function.');
       }
-      const message = { type: 'runtime', kind: 'async', uri: wellFormed(uri), text: wellFormed(text) };
+      const message = {
+        type: 'runtime',
+        kind: 'async',
+        uri: wellFormed(uri),
+        text: wellFormed(text),
+      };
       caller.ask(
         message,
         () => `The runtime did not answer ${message.uri}`,
@@ -35,4 +40,3 @@ function failedReply(message) {
     error: { code: unknownError, name: 'UnknownError', message },
   });
 }
-

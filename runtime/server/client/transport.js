@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// How a page context's messages reach the server and come back. A page that is cross-origin isolated
-// has a worker that owns the socket: a call spins on shared memory until the worker has the answer.
-// Every other page, and an isolated one until its worker is ready, calls by blocking requests; these
-// carry its posts too, since a socket beside them could be overtaken.
+// How a page context's messages reach the server and come back. A page that is cross-origin
+// isolated has a worker that owns the socket: a call spins on shared memory until the worker has
+// the answer. Every other page, and an isolated one until its worker is ready, calls by blocking
+// requests; these carry its posts too, since a socket beside them could be overtaken.
 
 import { AnswerBuffer, answerBufferBytes } from './answer_buffer.js';
 import { addListener, bodyOf, makeRequest, makeSharedBuffer, makeWorker } from './builtins.js';
@@ -11,12 +11,13 @@ import { now, openRequest, parse, postToWorker, sendRequest, statusOf } from './
 import { startTimer } from './builtins.js';
 import { Link, unreachable } from './link.js';
 
-// The server keeps to the deadline itself and says more about it, so the page waits a little longer.
+// The server keeps to the deadline itself and says more about it, so the page waits a little
+// longer.
 const graceMs = 2000;
 
 export class Transport {
-  // `boot` is what the server gave the page. `listener` has receive(frame) for what the server sends
-  // of its own accord and for late answers, and lost().
+  // `boot` is what the server gave the page. `listener` has receive(frame) for what the server
+  // sends of its own accord and for late answers, and lost().
   constructor(boot, listener) {
     const query = `?token=${boot.token}&context=${boot.context}`;
     this.origin = location.origin;

@@ -38,14 +38,15 @@ function inputEvent(type, field, inputType, data) {
 // The value goes in by the element's own setter, not by one that a framework has put on the element
 // to see what the page itself assigns.
 function setValue(field, value) {
-  const { prototype } = field.ownerDocument.defaultView[
-    field.localName === 'textarea' ? 'HTMLTextAreaElement' : 'HTMLInputElement'
-  ];
+  const { prototype } =
+    field.ownerDocument.defaultView[
+      field.localName === 'textarea' ? 'HTMLTextAreaElement' : 'HTMLInputElement'
+    ];
   Object.getOwnPropertyDescriptor(prototype, 'value').set.call(field, value);
 }
 
-// For fields that the browser's commands do not edit: `change(value, start, end)` gives the new text
-// and the caret's place in it.
+// For fields that the browser's commands do not edit: `change(value, start, end)` gives the new
+// text and the caret's place in it.
 function replaceValue(field, inputType, data, change) {
   if (!('value' in field) || !dispatch(field, inputEvent('beforeinput', field, inputType, data))) {
     return;
@@ -84,8 +85,8 @@ function clear(field) {
   }
 }
 
-// Enter in a field: a new line where there can be one, otherwise the form is sent, as a browser does
-// it: by its button, or when the field is its only one.
+// Enter in a field: a new line where there can be one, otherwise the form is sent, as a browser
+// does it: by its button, or when the field is its only one.
 export function enterInField(field) {
   if (field.localName !== 'input') {
     if (!edit(field, 'insertLineBreak')) {
@@ -109,19 +110,17 @@ export function enterInField(field) {
   }
 }
 
+const edits = { text: typeText, backspace: erase, clear };
+
 // A frame { op: "text" | "backspace" | "enter" | "clear", text }. `pressEnter` sends the key, whose
 // default action enters the field.
 export function enterText({ op, text }, pressEnter) {
-  const field = focusedElement();
   if (op === 'enter') {
     pressEnter();
-  } else if (!isEditable(field)) {
     return;
-  } else if (op === 'text') {
-    typeText(field, text);
-  } else if (op === 'backspace') {
-    erase(field);
-  } else if (op === 'clear') {
-    clear(field);
+  }
+  const field = focusedElement();
+  if (isEditable(field)) {
+    edits[op]?.(field, text);
   }
 }

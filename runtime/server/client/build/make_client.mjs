@@ -1,6 +1,6 @@
+#!/usr/bin/env node
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#!/usr/bin/env node
 // make_client.mjs --page-script FILE --wrapper-head FILE --wrapper-tail FILE --output FOLDER
 // Makes the texts that the server puts together for a page: page_client.js, page_client_end.js,
 // worker_client.js, wrapper_head.js and wrapper_tail.js. `page-script` is the joined script of
@@ -11,7 +11,7 @@ import path from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { parseArgs } from 'node:util';
 
-import { build } from 'esbuild';
+import { build, transform } from 'esbuild';
 
 const sources = path.resolve(path.dirname(fileURLToPath(import.meta.url)), '..');
 
@@ -34,7 +34,6 @@ async function bundle(entry, options) {
 }
 
 async function onOneLine(text) {
-  const { transform } = await import('esbuild');
   const { code } = await transform(text, {
     minifyWhitespace: true,
     charset: 'ascii',
@@ -43,11 +42,13 @@ async function onOneLine(text) {
   return code.trim().replace(/;$/, '');
 }
 
-// The function expression of a page's script; the server calls it with the page's facts and scripts.
+// The function expression of a page's script; the server calls it with the page's facts and
+// scripts.
 export async function makePageClient(pageScript) {
   const client = await bundle('page.js', { globalName: 'client' });
   const startPage = await onOneLine(`(${pageScript.replace(/;\s*$/, '')})`);
-  return `(function(boot,scripts){"use strict";${client};client.start(boot,scripts,${startPage});})`;
+  const body = `"use strict";${client};client.start(boot,scripts,${startPage});`;
+  return `(function(boot,scripts){${body}})`;
 }
 
 // The developer tools skip the frames of a script that its source map lists as one to ignore, so
