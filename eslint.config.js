@@ -136,6 +136,13 @@ export default [
     rules: { 'max-lines-per-function': 'off', 'no-implicit-globals': 'off' },
   },
   {
+    // Tests that drive a browser hold functions that run in its pages.
+    files: ['tests/browser/**/*.mjs', 'bench/browser/**/*.mjs'],
+    languageOptions: {
+      globals: { ...globals.browser, ...globals.nodeBuiltin, dravelt: 'readonly' },
+    },
+  },
+  {
     files: ['bench/js/*.js'],
     languageOptions: { globals: { native: 'readonly' } }, // the benchmark's own function
   },
