@@ -29,6 +29,7 @@ export class Transport {
     this.buffer = null;
     this.worker = null;
     this.link = null;
+    this.early = []; // reports that a worker was given before it was known to work
     if (!(globalThis.crossOriginIsolated && this.startWorker(boot.workerUrl))) {
       this.startLink();
     }
@@ -67,10 +68,13 @@ export class Transport {
 
   // Sends a message that nothing on the set depends on.
   report(text) {
-    if (this.worker !== null) {
-      postToWorker(this.worker, text);
-    } else {
+    if (this.worker === null) {
       this.link.report(text);
+      return;
+    }
+    postToWorker(this.worker, text);
+    if (!this.buffer.isLinked()) {
+      this.early.push(text);
     }
   }
 
@@ -109,6 +113,7 @@ export class Transport {
     if (this.worker !== null && !this.buffer.isLinked()) {
       this.worker = null;
       this.startLink();
+      this.early.forEach((text) => this.link.report(text));
     }
   }
 

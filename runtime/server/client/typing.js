@@ -9,7 +9,8 @@ import { focusedElement, isEditable } from './frames.js';
 
 const ownEdit = Document.prototype.execCommand;
 
-// In the field's own document; `field` has the focus there.
+// In the field's own document; `field` has the focus there. Makes the input event, but not the one
+// before it.
 function edit(field, command, text) {
   try {
     return ownEdit.call(field.ownerDocument, command, false, text);
@@ -48,7 +49,7 @@ function setValue(field, value) {
 // For fields that the browser's commands do not edit: `change(value, start, end)` gives the new
 // text and the caret's place in it.
 function replaceValue(field, inputType, data, change) {
-  if (!('value' in field) || !dispatch(field, inputEvent('beforeinput', field, inputType, data))) {
+  if (!('value' in field)) {
     return;
   }
   const { value } = field;
@@ -61,8 +62,13 @@ function replaceValue(field, inputType, data, change) {
   dispatch(field, inputEvent('input', field, inputType, data));
 }
 
+// Whether the page lets the change happen.
+function announce(field, inputType, data) {
+  return dispatch(field, inputEvent('beforeinput', field, inputType, data));
+}
+
 export function typeText(field, text) {
-  if (!edit(field, 'insertText', text)) {
+  if (announce(field, 'insertText', text) && !edit(field, 'insertText', text)) {
     replaceValue(field, 'insertText', text, (value, start, end) => [
       value.slice(0, start) + text + value.slice(end),
       start + text.length,
@@ -71,8 +77,9 @@ export function typeText(field, text) {
 }
 
 function erase(field) {
-  if (!edit(field, 'delete')) {
-    replaceValue(field, 'deleteContentBackward', null, (value, start, end) => {
+  const type = 'deleteContentBackward';
+  if (announce(field, type, null) && !edit(field, 'delete')) {
+    replaceValue(field, type, null, (value, start, end) => {
       const from = start === end ? Math.max(0, start - 1) : start;
       return [value.slice(0, from) + value.slice(end), from];
     });
@@ -80,8 +87,9 @@ function erase(field) {
 }
 
 function clear(field) {
-  if (!(edit(field, 'selectAll') && edit(field, 'delete'))) {
-    replaceValue(field, 'deleteContent', null, () => ['', 0]);
+  const type = 'deleteContent';
+  if (announce(field, type, null) && !(edit(field, 'selectAll') && edit(field, 'delete'))) {
+    replaceValue(field, type, null, () => ['', 0]);
   }
 }
 
@@ -89,7 +97,7 @@ function clear(field) {
 // does it: by its button, or when the field is its only one.
 export function enterInField(field) {
   if (field.localName !== 'input') {
-    if (!edit(field, 'insertLineBreak')) {
+    if (announce(field, 'insertLineBreak', null) && !edit(field, 'insertLineBreak')) {
       typeText(field, '\n');
     }
     return;
