@@ -111,21 +111,41 @@ void FaultTable::Fail(const std::string& function, int code, FaultMode mode) {
   }
   if (code == 0)
     throw SetError("code 0 is success; give " + function + " another one to fail with");
-  std::lock_guard<std::mutex> lock(mutex_);
-  faults_[function] = Fault{function, code, mode};
-  count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    faults_[function] = Fault{function, code, mode};
+    count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
+  }
+  Changed();
 }
 
 void FaultTable::Clear(const std::string& function) {
-  std::lock_guard<std::mutex> lock(mutex_);
-  faults_.erase(function);
-  count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (faults_.erase(function) == 0) return;
+    count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
+  }
+  Changed();
 }
 
 void FaultTable::ClearAll() {
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (faults_.empty()) return;
+    faults_.clear();
+    count_.store(0, std::memory_order_release);
+  }
+  Changed();
+}
+
+void FaultTable::Reset() {
   std::lock_guard<std::mutex> lock(mutex_);
   faults_.clear();
   count_.store(0, std::memory_order_release);
+}
+
+void FaultTable::Changed() const {
+  if (changed_) changed_();
 }
 
 std::vector<Fault> FaultTable::list() const {
@@ -140,14 +160,19 @@ std::vector<Fault> FaultTable::list() const {
 }
 
 std::optional<int> FaultTable::TakeSlowly(const char* function) {
-  std::lock_guard<std::mutex> lock(mutex_);
-  const auto found = faults_.find(function);
-  if (found == faults_.end()) return std::nullopt;
-  const int code = found->second.code;
-  if (found->second.mode == FaultMode::kOnce) {
-    faults_.erase(found);
-    count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
+  int code = 0;
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const auto found = faults_.find(function);
+    if (found == faults_.end()) return std::nullopt;
+    code = found->second.code;
+    ++found->second.hits;
+    if (found->second.mode == FaultMode::kOnce) {
+      faults_.erase(found);
+      count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
+    }
   }
+  Changed();
   return code;
 }
 

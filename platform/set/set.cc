@@ -95,7 +95,7 @@ void Set::State::Start(const Options& options) {
 void Set::State::Reset(const Paths* new_paths) {
   paths = new_paths;
   files.Reset(new_paths);
-  faults.ClearAll();
+  faults.Reset();
   applications.Reset(new_paths);
   windows.Reset();
   key_grabs.Reset();
@@ -111,6 +111,9 @@ void Set::State::Reset(const Paths* new_paths) {
 
 Set::Set() : state_(new State) {
   State* const state = state_;
+  state->faults.changed_ = [state] {
+    state->events.Notify([](Observer& observer) { observer.OnFaultsChanged(); });
+  };
   state->key_grabs.pressed_ = [state] { state->screen_saver.NoteInput(); };
   state->applications.terminated_ = [state](const std::string& id) {
     state->key_grabs.Release(id);
@@ -177,6 +180,18 @@ const Paths& Set::paths() {
 fs::path Set::profile() {
   std::lock_guard<std::mutex> lock(state_->profile_mutex);
   return state_->profile;
+}
+
+void Set::UseProfile(const std::string& profile) {
+  const fs::path file = Paths::FindProfile(profile);
+  state_->features.Load(file);
+  {
+    std::lock_guard<std::mutex> lock(state_->profile_mutex);
+    state_->profile = file;
+  }
+  // The screen saver's own time-out is one of the profile's.
+  state_->screen_saver.SetTimeout(state_->screen_saver.state().timeout_seconds);
+  state_->events.Notify([](Observer& observer) { observer.OnProfileChanged(); });
 }
 
 size_t Set::open_app_contexts() const { return AppContexts().size(); }

@@ -2,34 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/fault_option.h"
 
-#include <charconv>
-
 #include "cli/exit_code.h"
+#include "library_process/fault_text.h"
+#include "library_process/request_error.h"
 
 namespace orvane::cli {
 
-namespace {
-
-[[noreturn]] void Refuse(const std::string& text) {
-  throw UsageError("--fail " + text +
-                   ": write FUNCTION=CODE, or FUNCTION=CODE:once to fail the next call only, such "
-                   "as --fail vconf_set_str=-1:once.");
-}
-
-}  // namespace
-
 tvset::Fault ParseFault(const std::string& text) {
-  const size_t equals = text.find('=');
-  if (equals == std::string::npos || equals == 0) Refuse(text);
-  tvset::Fault fault;
-  fault.function = text.substr(0, equals);
-  const char* const end = text.data() + text.size();
-  const auto [stopped, error] = std::from_chars(text.data() + equals + 1, end, fault.code);
-  if (error != std::errc()) Refuse(text);
-  const std::string rest(stopped, end);
-  if (!rest.empty() && rest != ":once") Refuse(text);
-  fault.mode = rest.empty() ? tvset::FaultMode::kAlways : tvset::FaultMode::kOnce;
-  return fault;
+  try {
+    return library_process::ParseFault(text);
+  } catch (const library_process::RequestError& error) {
+    throw UsageError(std::string("--fail ") + error.what());
+  }
 }
 
 }  // namespace orvane::cli

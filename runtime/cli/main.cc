@@ -52,6 +52,7 @@ int Main(const std::vector<std::string>& arguments) {
   AddCallVerb(command, run);
   AddGetVerb(command, run);
   AddSetVerb(command, run);
+  AddLibraryProcessVerb(command, run);
   command.failure_message(FailureMessage);
   try {
     CheckVerb(command, arguments);

@@ -18,5 +18,6 @@ void AddExecVerb(CLI::App& command, Run& run);
 void AddCallVerb(CLI::App& command, Run& run);
 void AddGetVerb(CLI::App& command, Run& run);
 void AddSetVerb(CLI::App& command, Run& run);
+void AddLibraryProcessVerb(CLI::App& command, Run& run);
 
 }  // namespace orvane::cli

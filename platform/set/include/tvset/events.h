@@ -91,6 +91,8 @@ class TVSET_EXPORT Observer {
   virtual void OnScreenSaverOff() {}
   virtual void OnKernelMarker(const KernelMarker&) {}
   virtual void OnFeatureChanged(const std::string& /*key*/) {}
+  virtual void OnProfileChanged() {}  // of the running set: every feature may be another one
+  virtual void OnFaultsChanged() {}   // also when one was taken
 };
 
 // Hands events to the observers, in the order they were added. Costs one atomic load while there

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
+#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -19,6 +21,7 @@ struct Fault {
   std::string function;
   int code = 0;
   FaultMode mode = FaultMode::kAlways;
+  uint64_t hits = 0;  // how many calls failed by it
 };
 
 // Makes platform functions fail on demand. A function that is to fail does nothing but answer: one
@@ -47,8 +50,12 @@ class TVSET_EXPORT FaultTable {
   static const std::vector<std::string>& accesses();
 
  private:
+  friend class Set;
   std::optional<int> TakeSlowly(const char* function);
+  void Reset();  // as ClearAll, and tells nobody
+  void Changed() const;
 
+  std::function<void()> changed_;  // fixed after construction; called with no lock held
   std::atomic<int> count_{0};
   mutable std::mutex mutex_;
   std::unordered_map<std::string, Fault> faults_;  // guarded by mutex_

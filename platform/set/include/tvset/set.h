@@ -73,6 +73,10 @@ class TVSET_EXPORT Set {
   KernelMarkers& kernel_markers();
   const Paths& paths();
   std::filesystem::path profile();  // the file in use
+  // Makes the running set one of another profile, named as in Options: its features become those of
+  // the profile, everything else stays. Throws SetError for one that cannot be read; nothing has
+  // changed then.
+  void UseProfile(const std::string& profile);
 
   // Handles given out and not yet destroyed.
   size_t open_app_contexts() const;

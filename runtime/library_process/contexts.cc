@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "library_process/contexts.h"
+
+#include <string_view>
+#include <utility>
+
+#include "app/near_names.h"
+#include "frames/frame.h"
+#include "frames/json_text.h"
+#include "library_process/request_error.h"
+
+namespace orvane::library_process {
+
+namespace {
+
+std::string NoExtension(const host::ExtensionHost& host, const std::string& name) {
+  std::vector<std::string> names;
+  for (const auto& entry : host.catalogue()) names.push_back(entry.name);
+  return "There is no extension \"" + name + "\"." + app::DidYouMean(app::NearNames(name, names)) +
+         " Add its library with --extension.";
+}
+
+}  // namespace
+
+// One extension in one page context.
+class Contexts::Connection final : public host::InstanceClient {
+ public:
+  Connection(int64_t context, host::Extension& extension, Outbox& outbox)
+      : extension_(extension), outbox_(outbox), head_(Head(context, extension.name())) {
+    instance_ = extension.CreateInstance(this);
+  }
+
+  const host::Extension* extension() const { return &extension_; }
+  host::Instance& instance() { return *instance_; }
+
+  void OnMessage(std::string_view text) override {
+    std::string body = head_;
+    frames::AppendJsonString(text, &body);
+    body.push_back('}');
+    try {
+      outbox_.Send(body);
+    } catch (const frames::FrameError& error) {
+      outbox_.Event("explain", picojson::value(picojson::object{
+                                   {"text", picojson::value("A message to the page was lost: " +
+                                                            std::string(error.what()) + ".")}}));
+    }
+  }
+
+  void OnBinaryMessage(std::string_view bytes) override {
+    outbox_.Event(
+        "explain",
+        picojson::value(picojson::object{
+            {"text", picojson::value(extension_.name() + " posted " + std::to_string(bytes.size()) +
+                                     " bytes that are no text; pages in a browser receive text "
+                                     "only, so the message was dropped.")}}));
+  }
+
+ private:
+  static std::string Head(int64_t context, const std::string& extension) {
+    std::string head = R"({"op":"posted","context":)" + std::to_string(context);
+    head.append(R"(,"extension":)");
+    frames::AppendJsonString(extension, &head);
+    return head.append(R"(,"text":)");
+  }
+
+  host::Extension& extension_;
+  Outbox& outbox_;
+  const std::string head_;  // of every frame
+  std::unique_ptr<host::Instance> instance_;
+};
+
+Contexts::Contexts(host::ExtensionHost& host, Outbox& outbox) : host_(host), outbox_(outbox) {}
+
+Contexts::~Contexts() = default;
+
+void Contexts::Create(int64_t context, const std::string& extension) { Find(context, extension); }
+
+std::string Contexts::SendSync(int64_t context, const std::string& extension,
+                               const std::string& text) {
+  return Find(context, extension).instance().SendSyncMessage(text);
+}
+
+void Contexts::Post(int64_t context, const std::string& extension, const std::string& text) {
+  Find(context, extension).instance().PostMessage(text);
+}
+
+void Contexts::Close(int64_t context) {
+  closed_.insert(context);
+  contexts_.erase(context);
+}
+
+Contexts::Connection& Contexts::Find(int64_t context, const std::string& extension) {
+  host::Extension* const found = host_.Find(extension);
+  if (found == nullptr) throw RequestError(NoExtension(host_, extension));
+  if (closed_.count(context) != 0) {
+    throw RequestError("The page context " + std::to_string(context) +
+                       " is closed. Load the page again.");
+  }
+  Connections& connections = contexts_[context];
+  for (const auto& connection : connections) {
+    if (connection->extension() == found) return *connection;
+  }
+  auto made = std::make_unique<Connection>(context, *found, outbox_);
+  return *connections.emplace_back(std::move(made));
+}
+
+}  // namespace orvane::library_process

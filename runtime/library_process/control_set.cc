@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// Methods about the set itself: keys, profile, features, screen saver, faults.
+#include <limits>
+#include <vector>
+
+#include "app/near_names.h"
+#include "library_process/control.h"
+
+namespace orvane::library_process {
+
+using picojson::value;
+
+namespace {
+
+// Keys that a handler presses are of this kind while it lives.
+class KeyPressScope {
+ public:
+  explicit KeyPressScope(const KeyPress& press) { EventStream::SetKeyPress(press); }
+  ~KeyPressScope() { EventStream::SetKeyPress({}); }
+  KeyPressScope(const KeyPressScope&) = delete;
+  KeyPressScope& operator=(const KeyPressScope&) = delete;
+};
+
+tvset::FeatureGroup ParseGroup(const Fields& parameters) {
+  const std::string name = parameters.Text("group", "custom");
+  if (name == GroupName(tvset::FeatureGroup::kPlatform)) return tvset::FeatureGroup::kPlatform;
+  if (name == GroupName(tvset::FeatureGroup::kCustom)) return tvset::FeatureGroup::kCustom;
+  parameters.Refuse("group", R"("platform" or "custom")");
+}
+
+tvset::FaultMode ParseFaultMode(const Fields& parameters) {
+  const std::string name = parameters.Text("mode", "always");
+  if (name == FaultModeName(tvset::FaultMode::kOnce)) return tvset::FaultMode::kOnce;
+  if (name == FaultModeName(tvset::FaultMode::kAlways)) return tvset::FaultMode::kAlways;
+  parameters.Refuse("mode", R"("once" or "always")");
+}
+
+value Texts(const std::vector<std::string>& texts) {
+  picojson::array array;
+  for (const std::string& text : texts) array.emplace_back(text);
+  return value(array);
+}
+
+}  // namespace
+
+value Control::KeysPress(const Fields& parameters) {
+  const std::string& name = parameters.Text("name");
+  const KeyPress press{parameters.Flag("long", false), parameters.Flag("native", false)};
+  const tvset::KeyGrabs& keys = set().key_grabs();
+  if (!keys.IsKnownKey(name)) {
+    std::vector<std::string> names;
+    for (const tvset::RemoteKey& key : keys.known_keys()) names.push_back(key.name);
+    throw RequestError("No key of the remote control is called \"" + name + "\"." +
+                       app::DidYouMean(app::NearNames(name, names)));
+  }
+  const KeyPressScope scope(press);
+  return value(EventStream::KeyEvent(set().key_grabs().Press(name), press, false));
+}
+
+value Control::ProfileUse(const Fields& parameters) {
+  set().UseProfile(parameters.Text("profile"));
+  return {};
+}
+
+value Control::FeaturesSet(const Fields& parameters) {
+  set().features().Set(parameters.Text("key"), parameters.Text("type"), parameters.Text("text"),
+                       ParseGroup(parameters));
+  return {};
+}
+
+value Control::FeaturesRemove(const Fields& parameters) {
+  set().features().Remove(parameters.Text("key"));
+  return {};
+}
+
+value Control::InputMethodSetDynamic(const Fields& parameters) {
+  if (!parameters.Has("dynamic")) parameters.Refuse("dynamic", "true or false");
+  set().input_method().set_dynamic_style(parameters.Flag("dynamic", true));
+  return {};
+}
+
+value Control::ScreenSaverActivity(const Fields&) {
+  set().screen_saver().NoteInput();
+  television_.events().Touch(Part::kScreenSaver);
+  return television_.state().ValueOf(Part::kScreenSaver);
+}
+
+value Control::ClockAdvance(const Fields& parameters) {
+  constexpr int64_t kLongestStep = 366LL * 24 * 60 * 60 * 1000;
+  const int64_t step = parameters.Integer("ms", 0, kLongestStep);
+  television_.clock().Advance(std::chrono::milliseconds(step));
+  television_.events().Touch(Part::kScreenSaver);
+  return television_.state().ValueOf(Part::kScreenSaver);
+}
+
+value Control::FaultsSet(const Fields& parameters) {
+  const int64_t code =
+      parameters.Integer("code", std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+  set().faults().Fail(parameters.Text("function"), static_cast<int>(code),
+                      ParseFaultMode(parameters));
+  return {};
+}
+
+value Control::FaultsClear(const Fields& parameters) {
+  if (parameters.Has("function")) {
+    set().faults().Clear(parameters.Text("function"));
+  } else {
+    set().faults().ClearAll();
+  }
+  return {};
+}
+
+value Control::FunctionsList(const Fields&) {
+  return value(picojson::object{{"functions", Texts(tvset::FaultTable::functions())},
+                                {"accesses", Texts(tvset::FaultTable::accesses())}});
+}
+
+}  // namespace orvane::library_process

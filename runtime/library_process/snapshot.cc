@@ -1,0 +1,259 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "library_process/snapshot.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include <vconf.h>
+
+#include "library_process/fields.h"
+#include "library_process/set_state.h"
+
+namespace orvane::library_process {
+
+namespace {
+
+using picojson::array;
+using picojson::object;
+using picojson::value;
+
+constexpr int64_t kLowestInt = std::numeric_limits<int>::min();
+constexpr int64_t kHighestInt = std::numeric_limits<int>::max();
+
+value Text(std::string_view text) { return value(std::string(text)); }
+value Number(double number) { return value(number); }
+
+array Applications(tvset::Set& set, const InstalledApplications& applications) {
+  array rows;
+  for (const tvset::Application& application : set.applications().list()) {
+    rows.emplace_back(ToJson(applications.WithVersion(application)));
+  }
+  return rows;
+}
+
+// The one raised last comes last.
+array Running(tvset::Set& set) {
+  array rows;
+  std::vector<std::string> order = set.applications().raise_order();
+  std::reverse(order.begin(), order.end());
+  for (const std::string& id : order) {
+    const auto running = set.applications().Running(id);
+    if (!running) continue;
+    rows.emplace_back(object{{"id", Text(id)}, {"state", Number(running->state)}});
+  }
+  return rows;
+}
+
+// Those that a restart of the set forgets.
+array MemorySettings(tvset::Set& set) {
+  array rows;
+  for (const tvset::Setting& setting : set.settings().list()) {
+    if (setting.key.rfind(VCONF_PREFIX_MEMORY, 0) != 0) continue;
+    rows.emplace_back(object{
+        {"key", Text(setting.key)}, {"type", Number(setting.type)}, {"text", Text(setting.value)}});
+  }
+  return rows;
+}
+
+// Puts the parts of a snapshot back one by one; a part that fails leaves the others alone.
+class Restorer {
+ public:
+  Restorer(const Fields& snapshot, tvset::Set& set) : snapshot_(snapshot), set_(set) {}
+
+  void Applications(const std::string& main_app, pid_t main_pid,
+                    InstalledApplications& applications) {
+    ForEach("applications", [&](const Fields& row) {
+      InstalledApplication installed = ReadApplication(row);
+      // The server says what the main application is.
+      if (installed.application.id != main_app) applications.Install(installed);
+    });
+    if (!snapshot_.Has("running")) return;
+    set_.applications().Terminate(main_app);
+    ForEach("running", [&](const Fields& row) {
+      const std::string& id = row.Text("id");
+      set_.applications().Launch(id, id == main_app ? main_pid : 0);
+    });
+    // Each launch sends the one before it to the background.
+    ForEach("running", [&](const Fields& row) {
+      set_.applications().SetState(row.Text("id"), static_cast<int>(row.Integer("state", 0, 7)));
+    });
+  }
+
+  // After the windows, which may give the focus away.
+  void Focus() {
+    Guard([&] {
+      const std::string& focused = snapshot_.Text("focused");
+      if (focused.empty()) return set_.applications().ClearFocus();
+      // Taking the focus raises the application and may change its state.
+      const auto state = set_.applications().State(focused);
+      if (set_.applications().focused() != focused) set_.applications().SetFocus(focused);
+      if (state) set_.applications().SetState(focused, *state);
+    });
+  }
+
+  void Features() {
+    if (!snapshot_.Has("features")) return;
+    for (const tvset::Feature& feature : set_.features().list()) {
+      set_.features().Remove(feature.key);
+    }
+    ForEach("features", [&](const Fields& row) {
+      const bool platform = row.Text("group") == GroupName(tvset::FeatureGroup::kPlatform);
+      set_.features().Set(row.Text("key"), row.Text("type"), row.Text("text"),
+                          platform ? tvset::FeatureGroup::kPlatform : tvset::FeatureGroup::kCustom);
+    });
+  }
+
+  void Windows() {
+    Guard([&] {
+      const Fields windows = snapshot_.Object("windows");
+      for (const value& row : windows.Array("list")) Window(Fields(row, "a window"));
+    });
+  }
+
+  void InputMethod() {
+    Guard([&] {
+      const Fields state = snapshot_.Object("inputMethod");
+      std::vector<std::string> words;
+      for (const value& word : state.Array("recommendedWords")) words.push_back(word.to_str());
+      tvset::InputMethod& input_method = set_.input_method();
+      input_method.SetRecommendedWords(words);
+      input_method.SetRecommendedWordsType(state.Flag("recommendedEnabled", false) ? 1 : 0);
+      // A keyboard that stays where it is may have been moved before.
+      if (state.Flag("positioned", false)) {
+        input_method.SetPosition(Int(state, "x"), Int(state, "y"), Int(state, "align"));
+      }
+      input_method.set_dynamic_style(state.Flag("dynamic", true));
+    });
+  }
+
+  void KeyGrabs() {
+    ForEach("keyGrabs", [&](const Fields& row) {
+      for (const tvset::GrabMode mode :
+           {tvset::GrabMode::kNormal, tvset::GrabMode::kTopmost, tvset::GrabMode::kRegistered}) {
+        if (row.Text("mode") != GrabModeName(mode)) continue;
+        set_.key_grabs().Grab(row.Text("app"), row.Text("key"), mode);
+      }
+    });
+  }
+
+  void ScreenSaver(ShiftedClock& clock) {
+    Guard([&] {
+      constexpr int64_t kLongestShift = 366LL * 24 * 60 * 60 * 1000;
+      const Fields state = snapshot_.Object("screenSaver");
+      set_.screen_saver().SetAppId(state.Text("owner"));
+      set_.screen_saver().SetTimeout(Int(state, "timeoutSeconds"));
+      clock.Advance(std::chrono::milliseconds(state.Integer("clockShiftMs", 0, kLongestShift, 0)));
+      // Time that the old set was ahead is no time without input.
+      set_.screen_saver().ResetTimeout();
+    });
+  }
+
+  void Settings() {
+    ForEach("memorySettings", [&](const Fields& row) {
+      set_.settings().Set(row.Text("key"), Int(row, "type"), row.Text("text"));
+    });
+  }
+
+  void Faults() {
+    ForEach("faults", [&](const Fields& row) {
+      const bool once = row.Text("mode") == FaultModeName(tvset::FaultMode::kOnce);
+      set_.faults().Fail(row.Text("function"), Int(row, "code"),
+                         once ? tvset::FaultMode::kOnce : tvset::FaultMode::kAlways);
+    });
+  }
+
+  std::vector<std::string> TakeWarnings() { return std::move(warnings_); }
+
+ private:
+  static int Int(const Fields& fields, const std::string& name) {
+    return static_cast<int>(fields.Integer(name, kLowestInt, kHighestInt));
+  }
+
+  template <typename Body>
+  void Guard(Body body) {
+    try {
+      body();
+    } catch (const std::exception& error) {
+      warnings_.push_back(std::string("The set is not as it was before: ") + error.what());
+    }
+  }
+
+  template <typename Body>
+  void ForEach(const std::string& name, Body body) {
+    Guard([&] {
+      for (const value& row : snapshot_.Array(name)) {
+        Guard([&] { body(Fields(row, "an entry of " + name)); });
+      }
+    });
+  }
+
+  void Window(const Fields& row) {
+    const std::string& app = row.Text("app");
+    tvset::WindowManager& windows = set_.windows();
+    for (const tvset::StackMode mode :
+         {tvset::StackMode::kNone, tvset::StackMode::kBelow, tvset::StackMode::kAbove}) {
+      if (row.Text("stackMode") == StackModeName(mode)) windows.SetStackMode(app, mode);
+    }
+    if (row.Has("quarterPosition")) {
+      windows.SetQuarterPosition(app, static_cast<int>(row.Integer("quarterPosition", 0, 4)));
+    }
+    const array& position = row.Array("position");
+    if (position.size() == 2) {
+      const object pair{{"x", position[0]}, {"y", position[1]}};
+      const Fields coordinates(pair, "a window's position");
+      windows.MoveTo(app, Int(coordinates, "x"), Int(coordinates, "y"));
+    }
+    for (const auto& [key, text] : row.Object("hints").object()) {
+      windows.SetHint(app, key, text.to_str());
+    }
+    if (!row.Flag("focusWanted", true)) windows.SetFocusWanted(app, false);
+  }
+
+  const Fields& snapshot_;
+  tvset::Set& set_;
+  std::vector<std::string> warnings_;
+};
+
+}  // namespace
+
+value TakeSnapshot(tvset::Set& set, const InstalledApplications& applications,
+                   const ShiftedClock& clock) {
+  const SetState state(set, applications, "");
+  const tvset::ScreenSaverState saver = set.screen_saver().state();
+  const auto shift = std::chrono::duration_cast<std::chrono::milliseconds>(clock.shift());
+  return value(object{
+      {"profile", Text(set.profile().string())},
+      {"features", state.ValueOf(Part::kFeatures)},
+      {"applications", value(Applications(set, applications))},
+      {"running", value(Running(set))},
+      {"focused", Text(set.applications().focused())},
+      {"windows", state.ValueOf(Part::kWindows)},
+      {"inputMethod", state.ValueOf(Part::kInputMethod)},
+      {"keyGrabs", state.ValueOf(Part::kKeyGrabs)},
+      {"screenSaver", value(object{{"owner", Text(saver.app_id)},
+                                   {"timeoutSeconds", Number(saver.timeout_seconds)},
+                                   {"clockShiftMs", Number(static_cast<double>(shift.count()))}})},
+      {"memorySettings", value(MemorySettings(set))},
+      {"faults", state.ValueOf(Part::kFaults)}});
+}
+
+std::vector<std::string> RestoreSnapshot(const value& snapshot, const std::string& main_app,
+                                         pid_t main_pid, tvset::Set& set,
+                                         InstalledApplications& applications, ShiftedClock& clock) {
+  const Fields fields(snapshot, "the snapshot");
+  Restorer restorer(fields, set);
+  restorer.Features();
+  restorer.Applications(main_app, main_pid, applications);
+  restorer.Windows();
+  restorer.Focus();
+  restorer.InputMethod();
+  restorer.KeyGrabs();
+  restorer.ScreenSaver(clock);
+  restorer.Settings();
+  restorer.Faults();
+  return restorer.TakeWarnings();
+}
+
+}  // namespace orvane::library_process

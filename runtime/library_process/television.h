@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/extension_host.h"
+#include "library_process/contexts.h"
+#include "library_process/event_stream.h"
+#include "library_process/installed_applications.h"
+#include "library_process/set_state.h"
+#include "library_process/shifted_clock.h"
+#include "library_process/start_options.h"
+#include "services/runtime_services.h"
+#include "tvset/keys.h"
+#include "tvset/set.h"
+
+namespace orvane::library_process {
+
+// What the executable knows of itself.
+struct Home {
+  std::filesystem::path extension;            // the project's own; empty: there is none
+  std::vector<tvset::RemoteKey> device_keys;  // beyond those of every set
+};
+
+// The set that runs in this process, one application in front on it, the extensions and the page
+// contexts that use them. One at a time in a process; made, used and destroyed on one thread, which
+// is the extension thread. Its destruction closes the contexts, which may wait for work of their
+// extensions, and stops the set. Borrows the outbox.
+class Television {
+ public:
+  // `snapshot` is that of the process before this one; null: there is none. Throws RequestError,
+  // tvset::SetError or host::HostError for what cannot be used; no set runs then.
+  Television(const StartOptions& options, const picojson::value& snapshot, const Home& home,
+             Outbox& outbox);
+  ~Television();
+  Television(const Television&) = delete;
+  Television& operator=(const Television&) = delete;
+
+  // The answer to the server's "start".
+  picojson::object Started();
+
+  tvset::Set& set() { return tvset::Set::Current(); }
+  host::ExtensionHost& host() { return *host_; }
+  Contexts& contexts() { return *contexts_; }
+  services::RuntimeServices& services() { return *services_; }
+  InstalledApplications& applications() { return applications_; }
+  const SetState& state() const { return state_; }
+  EventStream& events() { return *events_; }
+  ShiftedClock& clock() { return *clock_; }
+  const StartOptions& options() const { return options_; }
+
+  // The page context whose message is handled, for explanations; empty: none is.
+  void set_current_context(std::optional<int64_t> context);
+
+ private:
+  // Starts the set, and stops it after everything that uses it.
+  struct RunningSet {
+    explicit RunningSet(const StartOptions& options);
+    ~RunningSet();
+    RunningSet(const RunningSet&) = delete;
+    RunningSet& operator=(const RunningSet&) = delete;
+  };
+
+  void LaunchApplication();
+  void Restore(const picojson::value& snapshot);
+  void MakeHost();
+  void LoadExtensions(const Home& home);
+  void LoadExtension(const std::filesystem::path& file_or_folder);
+  bool Publishes(const std::string& name) const;
+  void Explain(const std::string& text);
+
+  const StartOptions options_;
+  RunningSet running_set_;
+  const std::shared_ptr<ShiftedClock> clock_;
+  InstalledApplications applications_;
+  const SetState state_;
+  std::atomic<int64_t> current_context_{-1};  // -1: none
+  std::vector<std::string> warnings_;
+  std::unique_ptr<EventStream> events_;
+  std::unique_ptr<services::RuntimeServices> services_;
+  std::unique_ptr<host::ExtensionHost> host_;
+  std::unique_ptr<Contexts> contexts_;
+};
+
+}  // namespace orvane::library_process
