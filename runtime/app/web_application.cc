@@ -11,6 +11,39 @@ namespace orvane::app {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+void ReplaceAll(std::string* text, const std::string& from, const std::string& to) {
+  for (size_t at = text->find(from); at != std::string::npos; at = text->find(from, at)) {
+    text->replace(at, from.size(), to);
+    at += to.size();
+  }
+}
+
+// The author knows the archive, and not the folder that it was unpacked to.
+void NameTheArchive(std::vector<Problem>* problems, const fs::path& unpacked,
+                    const fs::path& archive) {
+  for (Problem& problem : *problems) {
+    ReplaceAll(&problem.file, unpacked.string(), archive.string());
+    ReplaceAll(&problem.text, unpacked.string(), archive.string());
+  }
+}
+
+WebApplication LoadArchive(const fs::path& archive, const fs::path& unpack_root) {
+  const fs::path unpacked = Unpack(archive, unpack_root, UnpackLimits());
+  try {
+    WebApplication application = ReadConfig(unpacked);
+    NameTheArchive(&application.warnings, unpacked, archive);
+    return application;
+  } catch (const AppError& error) {
+    std::vector<Problem> problems = error.problems();
+    NameTheArchive(&problems, unpacked, archive);
+    throw AppError(std::move(problems));
+  }
+}
+
+}  // namespace
+
 WebApplication Load(const fs::path& folder_or_wgt, const fs::path& unpack_root) {
   std::error_code error;
   const fs::file_status status = fs::status(folder_or_wgt, error);
@@ -22,7 +55,7 @@ WebApplication Load(const fs::path& folder_or_wgt, const fs::path& unpack_root) 
   if (error) throw AppError({folder_or_wgt.string(), 0, "", "cannot be read: " + error.message()});
   if (fs::is_directory(status)) return ReadConfig(fs::canonical(folder_or_wgt));
   if (fs::is_regular_file(status)) {
-    return ReadConfig(Unpack(fs::canonical(folder_or_wgt), unpack_root, UnpackLimits()));
+    return LoadArchive(fs::canonical(folder_or_wgt), unpack_root);
   }
   throw AppError(
       {folder_or_wgt.string(), 0, "",

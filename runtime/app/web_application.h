@@ -27,7 +27,8 @@ struct WebApplication {
 
 // Reads an application's folder, or a .wgt archive, which is unpacked below `unpack_root` (made
 // when missing; an archive that has not changed since is not unpacked again). Throws AppError with
-// everything that is wrong; files of any content are safe to give.
+// everything that is wrong; problems of an archive's config.xml are told as those of a file in the
+// archive. Files of any content are safe to give.
 WebApplication Load(const std::filesystem::path& folder_or_wgt,
                     const std::filesystem::path& unpack_root);
 

@@ -282,5 +282,21 @@ TEST_F(PackageTest, ReportsConfigErrorsOfAnArchive) {
   }
 }
 
+TEST_F(PackageTest, NamesTheArchiveAndNotWhereItIsUnpackedTo) {
+  ZipWriter(archive_).Add("config.xml", R"(<widget xmlns="http://www.w3.org/ns/widgets"
+    xmlns:tizen="http://tizen.org/ns/widgets">
+    <tizen:application id="pLaYeR0123.Main" package="pLaYeR0123" required_version="3.0"/>
+    <content src="missing.html"/>
+</widget>)");
+  try {
+    LoadArchive();
+    FAIL();
+  } catch (const AppError& error) {
+    const std::string archive = fs::canonical(archive_).string();
+    EXPECT_EQ(error.what(), archive + "/config.xml:4: <content>: the start file \"missing.html\" " +
+                                "does not exist in " + archive + ". Add it, or correct src.");
+  }
+}
+
 }  // namespace
 }  // namespace orvane::app
