@@ -47,13 +47,17 @@ std::vector<std::string> NearNames(const std::string& name) {
   return names;
 }
 
+std::string Joined(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? "" : ", ") + name;
+  return text;
+}
+
 std::string UnknownFunctionText(const std::string& name) {
-  std::string text = "\"" + name + "\" is no platform function";
+  const std::string text = "\"" + name + "\" is no platform function; ";
   const std::vector<std::string> near = NearNames(name);
-  if (near.empty()) return text + "; FaultTable::functions() lists them";
-  text += "; did you mean ";
-  for (size_t i = 0; i < near.size(); ++i) text += (i == 0 ? "" : ", ") + near[i];
-  return text + "?";
+  if (near.empty()) return text + "those that can fail are " + Joined(AllNames());
+  return text + "did you mean " + Joined(near) + "?";
 }
 
 }  // namespace

@@ -251,7 +251,21 @@ TEST_F(FaultsTest, UnknownFunctionIsRefusedWithNearNames) {
   } catch (const SetError& error) {
     EXPECT_NE(std::string(error.what()).find("vconf_set_str"), std::string::npos) << error.what();
   }
-  EXPECT_THROW(set().faults().Fail("qqqqqqqqqqqqqqqqqqqqqqqqqqq", -1, FaultMode::kOnce), SetError);
+}
+
+TEST_F(FaultsTest, UnknownFunctionWithoutANearNameIsRefusedWithAllNames) {
+  try {
+    set().faults().Fail("qqqqqqqqqqqqqqqqqqqqqqqqqqq", -1, FaultMode::kOnce);
+    FAIL() << "accepted";
+  } catch (const SetError& error) {
+    const std::string text = error.what();
+    for (const std::vector<std::string>& names :
+         {FaultTable::functions(), FaultTable::accesses()}) {
+      for (const std::string& name : names) {
+        EXPECT_NE(text.find(" " + name), std::string::npos) << name << " in " << text;
+      }
+    }
+  }
 }
 
 TEST_F(FaultsTest, CodeZeroIsRefused) {
