@@ -3,8 +3,12 @@
 
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "library_fixture.h"
 #include "orvane/orvane_instance.h"
+#include "tzplatform_config.h"
 
 namespace orvane::test {
 namespace {
@@ -248,6 +252,14 @@ TEST_F(InstanceTest, GetUuidReturnsTheStoredUuid) {
   EXPECT_THAT(Messages(), ElementsAre("E AppUUID.cc GetUUID: uuid fwrite suceess",
                                       "I orvane_instance.cc getUuid: UUID is [" + uuid + "]"));
   ExpectSuccess("getUuid", "{}", "\"" + uuid + "\"");
+}
+
+// Whatever stands in the file up to its first zero is the text: the page gets no zeros behind it.
+TEST_F(InstanceTest, GetUuidReturnsAShortTextAsItStands) {
+  Call("getUuid");
+  const std::filesystem::path root = tzplatform_getenv(static_cast<tzplatform_variable>(61));
+  std::ofstream(root / kPackage / "data" / "uuid") << "short" + std::string(31, '\0');
+  ExpectSuccess("getUuid", "{}", R"("short")");
 }
 
 TEST_F(InstanceTest, GetUuidNamesNoCause) {
