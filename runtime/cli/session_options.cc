@@ -26,7 +26,8 @@ void AddSessionOptions(CLI::App& verb, SessionOptions& options) {
       ->type_name("NAME");
   verb.add_option("--state", options.state_folder,
                   "Folder of what the set keeps between runs.\n"
-                  "Without it: $ORVANE_STATE, else ~/.local/state/orvane")
+                  "Without it: $ORVANE_STATE, else $XDG_STATE_HOME/orvane,\n"
+                  "else ~/.local/state/orvane")
       ->type_name("DIR");
   Repeatable(verb.add_option("--fail", options.faults,
                              "FUNCTION=CODE makes a platform function fail with that code,\n"

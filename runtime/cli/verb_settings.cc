@@ -110,7 +110,8 @@ void AddCommonOptions(CLI::App& verb, SettingOptions& options) {
       ->type_name("");
   verb.add_option("--state", options.state_folder,
                   "Folder of the set, running or not.\n"
-                  "Without it: $ORVANE_STATE, else ~/.local/state/orvane")
+                  "Without it: $ORVANE_STATE, else $XDG_STATE_HOME/orvane,\n"
+                  "else ~/.local/state/orvane")
       ->type_name("DIR");
 }
 
@@ -119,6 +120,7 @@ void AddCommonOptions(CLI::App& verb, SettingOptions& options) {
 void AddGetVerb(CLI::App& command, Run& run) {
   const auto options = std::make_shared<SettingOptions>();
   CLI::App* const verb = command.add_subcommand("get", "Print a setting of the set");
+  verb->group("Verbs");
   verb->footer("Exit status: 0 printed, 1 no such setting, 2 no such key.");
   AddCommonOptions(*verb, *options);
   verb->add_flag("--json", options->json, "Print key, type and value as JSON");
@@ -128,6 +130,7 @@ void AddGetVerb(CLI::App& command, Run& run) {
 void AddSetVerb(CLI::App& command, Run& run) {
   const auto options = std::make_shared<SettingOptions>();
   CLI::App* const verb = command.add_subcommand("set", "Write a setting of the set");
+  verb->group("Verbs");
   verb->footer(
       "A set that runs on the folder sees the new value at once.\n"
       "Exit status: 0 written, 1 not written, 2 no such key.");

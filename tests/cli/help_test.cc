@@ -15,8 +15,22 @@ TEST_F(HelpTest, ListsTheVerbs) {
   for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"}, {}}) {
     const Outcome outcome = Run(arguments);
     EXPECT_EQ(outcome.exit_code, 0);
-    EXPECT_THAT(outcome.out, HasSubstr("\n  exec "));
-    EXPECT_THAT(outcome.out, HasSubstr("\n  call "));
+    const size_t verbs = outcome.out.find("\nVerbs:\n");
+    ASSERT_NE(verbs, std::string::npos);
+    const std::string listed =
+        outcome.out.substr(verbs + 1, outcome.out.find("\n\n", verbs) - verbs);
+    for (const char* verb : {"exec", "call", "get", "set"}) {
+      EXPECT_THAT(listed, HasSubstr("\n  " + std::string(verb) + " "));
+    }
+  }
+}
+
+TEST_F(HelpTest, SaysWhereASetKeepsItsStateWithoutAFolder) {
+  for (const char* verb : {"exec", "call", "get", "set"}) {
+    const std::string help = Run({verb, "--help"}).out;
+    for (const char* place : {"$ORVANE_STATE", "$XDG_STATE_HOME/orvane", "~/.local/state/orvane"}) {
+      EXPECT_THAT(help, HasSubstr(place)) << verb;
+    }
   }
 }
 
@@ -33,8 +47,11 @@ TEST_F(HelpTest, ListsTheOptionsOfEachVerb) {
 }
 
 TEST_F(HelpTest, FitsATerminal) {
-  for (const std::vector<std::string>& arguments :
-       {std::vector<std::string>{"--help"}, {"exec", "--help"}, {"call", "--help"}}) {
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"--help"},
+                                                    {"exec", "--help"},
+                                                    {"call", "--help"},
+                                                    {"get", "--help"},
+                                                    {"set", "--help"}}) {
     std::istringstream lines(Run(arguments).out);
     for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 100U) << line;
   }
