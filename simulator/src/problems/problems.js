@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// Everything that is wrong and that somebody can do something about, in one list.
+
+import { computed } from '../view.js';
+import { info, pages, process } from '../state/run.js';
+import { explanations } from '../state/streams.js';
+import { clockTime } from '../ui/format.js';
+
+/** @typedef {{kind: string, tone: 'warn' | 'bad', title: string, where?: string}} Problem */
+
+function configProblems() {
+  return (info.value?.app?.warnings ?? []).map(({ file, line, element, text }) => ({
+    kind: 'config.xml',
+    tone: 'warn',
+    title: text,
+    where: [`${file ?? 'config.xml'}${line ? `:${line}` : ''}`, element]
+      .filter(Boolean)
+      .join(' · '),
+  }));
+}
+
+function pageProblems() {
+  return pages.value
+    .filter((page) => page.runtime === 'noScript' || page.problem)
+    .map((page) => ({
+      kind: 'page',
+      tone: 'bad',
+      title:
+        page.problem ??
+        "No script of the runtime ran in this page; its content policy forbids it. Allow 'self' in script-src.",
+      where: page.href,
+    }));
+}
+
+function deathProblems() {
+  return (process.value?.deaths ?? []).map((death) => ({
+    kind: 'process',
+    tone: 'bad',
+    title: deathText(death),
+    where: clockTime(death.time_ns),
+  }));
+}
+
+function explained() {
+  return explanations.value.map(({ text, context, time_ns: time }) => ({
+    kind: 'explanation',
+    tone: 'warn',
+    title: text,
+    where: [time && clockTime(time), context && `page ${context}`].filter(Boolean).join(' · '),
+  }));
+}
+
+/** What ended the library's process, in one sentence. */
+export function deathText({ signal, exit, reason, handling }) {
+  const how = signal ? `with ${signal}` : `with exit code ${exit ?? 'unknown'}`;
+  const what = handling?.name ? ` while it handled ${handling.what ?? ''} ${handling.name}` : '';
+  const why = reason ? ` (${reason})` : '';
+  return `The library's process ended ${how}${what}${why}.`;
+}
+
+export const problems = computed(() => [
+  ...pageProblems(),
+  ...configProblems(),
+  ...deathProblems(),
+  ...explained().reverse(),
+]);
