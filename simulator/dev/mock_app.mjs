@@ -21,8 +21,11 @@ export const appPage = `<!doctype html>
   <body>
     <h1>Orvane tour</h1>
     <p>Every method of the object, one after the other.</p>
-    <ul><li>getVersion</li><li>getUuid</li><li>getAppState</li><li>getSystemStat</li>
-        <li>registerKey</li><li>setIMEPosition</li><li>setScreenSaver</li><li>recordProfiling</li></ul>
+    <ul>
+      <li>getVersion</li><li>getUuid</li><li>getAppState</li><li>getSystemStat</li>
+      <li>registerKey</li><li>setIMEPosition</li><li>setScreenSaver</li>
+      <li>recordProfiling</li>
+    </ul>
   </body>
 </html>
 `;

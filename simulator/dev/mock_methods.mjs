@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The development server's methods: each changes the state and tells what changed.
 
+import { MockRecords } from './mock_records.mjs';
 import { newState, runInfo, timeNs } from './mock_state.mjs';
 
 const stateNames = ['UNDEFINED', 'FOREGROUND', 'BACKGROUND', 'SERVICE', 'TERMINATED'];
@@ -20,209 +21,165 @@ function route(state, key) {
   return { delivered: false, reason: 'notRegistered', text };
 }
 
-export function newMethods(emit, appUrl) {
-  let state = newState();
-  let process = { state: 'running', pid: 4711, deaths: [] };
-  let seq = 0;
-  const log = [];
-  const trace = [];
-  const markers = [];
-  const pages = [
-    {
-      context: 1,
-      href: `${appUrl}index.html`,
-      title: 'Orvane tour',
-      top: true,
-      visible: true,
-      focused: true,
-      editing: false,
-      isolated: true,
-      opened_ns: timeNs(),
-      instances: ['dravelt.orvane'],
-      runtime: 'ready',
-    },
-  ];
+class MockSet {
+  state = newState();
+  #tell;
 
-  const tell = (name, data) => emit([{ name, data }]);
-  const setPart = (name, value) => {
-    state[name] = value;
-    tell(name, value);
-    return null;
-  };
+  constructor(tell) {
+    this.#tell = tell;
+  }
 
-  function write(count, { priority = 4, letter = 'I', tag = 'QM_WEBAPI', text = 'a line' } = {}) {
-    const lines = [];
-    for (let index = 0; index < count; ++index) {
-      lines.push({
-        seq: ++seq,
-        time_ns: timeNs(),
-        pid: 4711,
-        tid: 4712,
-        priority,
-        letter,
-        tag,
-        text: count > 1 ? `${text} ${index}` : text,
-      });
-    }
-    log.push(...lines);
-    tell('log', lines);
+  tell(name, data) {
+    this.#tell(name, data);
     return null;
   }
 
-  function call(peer, payload, reply, us, more = {}) {
-    const record = {
-      seq: trace.length + 1,
-      time_ns: timeNs(),
-      context: 1,
-      direction: 'fromPage',
-      kind: 'nativeSync',
-      peer,
-      payload: JSON.stringify(payload),
-      reply: JSON.stringify(reply),
-      us,
-      ...more,
-    };
-    trace.push(record);
-    tell('trace', [record]);
+  setPart(name, value) {
+    this.state[name] = value;
+    return this.tell(name === 'focused' ? 'focus' : name, value);
   }
 
-  function mark(text) {
-    const marker = { time_ns: timeNs(), length: text.length, text };
-    markers.push(marker);
-    tell('kernelMarker', marker);
+  merge(name, change) {
+    return this.setPart(name, { ...this.state[name], ...change });
   }
 
-  const changeApplication = (id, change) =>
-    setPart(
-      'applications',
-      state.applications.map((each) => (each.id === id ? { ...each, ...change } : each))
+  /** Replaces the entry of a list that has the same key, or adds it. */
+  put(name, key, entry) {
+    return this.setPart(name, [
+      ...this.state[name].filter((each) => each[key] !== entry[key]),
+      entry,
+    ]);
+  }
+
+  remove(name, key, value) {
+    return this.setPart(
+      name,
+      this.state[name].filter((each) => each[key] !== value)
     );
+  }
 
+  changeApplication(id, change) {
+    return this.setPart(
+      'applications',
+      this.state.applications.map((each) => (each.id === id ? { ...each, ...change } : each))
+    );
+  }
+
+  press({ name, long = false }) {
+    const key = this.state.keys.find((each) => each.name === name);
+    if (!key) {
+      throw new Error(`no key of the remote control is called "${name}"; see state.get`);
+    }
+    const event = {
+      key_name: name,
+      key_code: key.keyCode,
+      app: this.state.focused,
+      injected: false,
+      long,
+      time_ns: timeNs(),
+      ...route(this.state, key),
+    };
+    this.tell('key', event);
+    this.merge('screenSaver', { on: false, remainingMs: 300000 });
+    return event;
+  }
+
+  reset() {
+    this.state = newState();
+    for (const name of ['settings', 'faults', 'features', 'applications']) {
+      this.tell(name, this.state[name]);
+    }
+    return null;
+  }
+}
+
+function deviceMethods(set) {
   return {
-    hooks: { write, call, mark, tell, state: () => state, pages },
+    'state.get': () => ({ ...set.state, time_ns: timeNs() }),
+    'keys.press': (params) => set.press(params),
+    'profile.use': ({ profile }) => {
+      const scale = profile === 'uhd' ? 2 : 1;
+      set.setPart('panel', { width: 1920 * scale, height: 1080 * scale });
+      return set.merge('profile', { name: profile });
+    },
+    'features.set': (feature) => set.put('features', 'key', feature),
+    'features.remove': ({ key }) => set.remove('features', 'key', key),
+    'settings.set': (setting) => set.put('settings', 'key', setting),
+    'settings.unset': ({ key }) => set.remove('settings', 'key', key),
+    'inputMethod.setDynamic': ({ dynamic }) => set.merge('inputMethod', { dynamic }),
+    'screenSaver.activity': () => set.merge('screenSaver', { on: false, remainingMs: 300000 }),
+    'clock.advance': ({ ms }) => {
+      const remainingMs = Math.max(0, set.state.screenSaver.remainingMs - ms);
+      return set.merge('screenSaver', { remainingMs, on: remainingMs === 0 });
+    },
+    'faults.set': (fault) => set.put('faults', 'function', fault),
+    'faults.clear': ({ function: name }) =>
+      name ? set.remove('faults', 'function', name) : set.setPart('faults', []),
+    factoryReset: () => set.reset(),
+  };
+}
+
+function applicationMethods(set) {
+  const launched = { running: true, state: 1, stateName: 'FOREGROUND' };
+  const ended = { running: false, state: 4, stateName: 'TERMINATED' };
+  return {
+    'applications.setState': ({ id, state }) =>
+      set.changeApplication(id, { state: stateNames.indexOf(state), stateName: state }),
+    'applications.focus': ({ id }) => set.setPart('focused', id),
+    'applications.launch': ({ id }) => set.changeApplication(id, launched),
+    'applications.terminate': ({ id }) => set.changeApplication(id, ended),
+  };
+}
+
+function runMethods(set, appUrl) {
+  let process = { state: 'running', pid: 4711, deaths: [] };
+  const setProcess = (next) => {
+    process = next;
+    return set.tell('process', process);
+  };
+  return {
     'run.info': () => runInfo(appUrl),
-    'state.get': () => ({ ...state, time_ns: timeNs() }),
-    'pages.list': () => pages,
+    'pages.list': () => [
+      {
+        context: 1,
+        href: `${appUrl}index.html`,
+        title: 'Orvane tour',
+        top: true,
+        visible: true,
+        focused: true,
+        editing: false,
+        isolated: true,
+        opened_ns: timeNs(),
+        instances: ['dravelt.orvane'],
+        runtime: 'ready',
+      },
+    ],
     'page.reload': () => null,
     'process.get': () => process,
-    'process.restart': () => {
-      process = { ...process, state: 'running', pid: 4800 };
-      tell('process', process);
-      return null;
-    },
-    'dev.process': (next) => {
-      process = next;
-      tell('process', process);
-      return null;
-    },
-    'dev.tell': ({ name, data }) => tell(name, data) ?? null,
-    'dev.part': ({ name, value }) => setPart(name, value),
-    'dev.call': ({ peer, payload, reply, us, more }) => call(peer, payload, reply, us, more),
-    'dev.mark': ({ text }) => mark(text),
-    'trace.list': ({ since = 0 }) => ({
-      records: trace.filter((each) => each.seq > since),
-      next: trace.length,
-    }),
-    'trace.clear': () => {
-      trace.length = 0;
-      return null;
-    },
-    'trace.export': () => ({
-      orvane: 1,
-      created: new Date().toISOString(),
-      app: runInfo(appUrl).app,
-      profile: 'uhd',
-      records: trace,
-    }),
-    'log.list': ({ since = 0, limit = 5000 }) => {
-      const lines = log.filter((each) => each.seq > since).slice(0, limit);
-      return { lines, next: lines.at(-1)?.seq ?? since };
-    },
-    'log.clear': () => {
-      log.length = 0;
-      return null;
-    },
-    'log.write': ({ count = 1, ...line }) => write(count, line),
-    'console.list': () => ({ entries: [], next: 0 }),
-    'explain.list': () => [],
-    'markers.list': () => markers,
-    'keys.press': ({ name, long = false }) => {
-      const key = state.keys.find((each) => each.name === name);
-      if (!key) {
-        throw new Error(`no key of the remote control is called "${name}"; see state.get`);
-      }
-      const event = {
-        key_name: name,
-        key_code: key.keyCode,
-        app: state.focused,
-        injected: false,
-        long,
-        time_ns: timeNs(),
-        ...route(state, key),
-      };
-      tell('key', event);
-      setPart('screenSaver', { ...state.screenSaver, on: false, remainingMs: 300000 });
-      return event;
-    },
-    'profile.use': ({ profile }) => {
-      setPart('profile', { ...state.profile, name: profile });
-      return setPart('panel', {
-        width: profile === 'uhd' ? 3840 : 1920,
-        height: profile === 'uhd' ? 2160 : 1080,
-      });
-    },
-    'features.set': (feature) =>
-      setPart('features', [...state.features.filter((each) => each.key !== feature.key), feature]),
-    'features.remove': ({ key }) =>
-      setPart(
-        'features',
-        state.features.filter((each) => each.key !== key)
-      ),
-    'applications.setState': ({ id, state: next }) => {
-      const number = typeof next === 'number' ? next : stateNames.indexOf(next);
-      return changeApplication(id, { state: number, stateName: stateNames[number], running: true });
-    },
-    'applications.focus': ({ id }) => setPart('focused', id) ?? tell('focus', id) ?? null,
-    'applications.launch': ({ id }) =>
-      changeApplication(id, { running: true, state: 1, stateName: 'FOREGROUND' }),
-    'applications.terminate': ({ id }) =>
-      changeApplication(id, { running: false, state: 4, stateName: 'TERMINATED' }),
-    'inputMethod.setDynamic': ({ dynamic }) =>
-      setPart('inputMethod', { ...state.inputMethod, dynamic }),
-    'settings.set': (setting) =>
-      setPart('settings', [...state.settings.filter((each) => each.key !== setting.key), setting]),
-    'settings.unset': ({ key }) =>
-      setPart(
-        'settings',
-        state.settings.filter((each) => each.key !== key)
-      ),
-    'screenSaver.activity': () =>
-      setPart('screenSaver', { ...state.screenSaver, on: false, remainingMs: 300000 }),
-    'clock.advance': ({ ms }) => {
-      const remainingMs = Math.max(0, state.screenSaver.remainingMs - ms);
-      return setPart('screenSaver', { ...state.screenSaver, remainingMs, on: remainingMs === 0 });
-    },
-    'faults.set': (fault) =>
-      setPart('faults', [
-        ...state.faults.filter((each) => each.function !== fault.function),
-        fault,
-      ]),
-    'faults.clear': ({ function: name }) =>
-      setPart('faults', name ? state.faults.filter((each) => each.function !== name) : []),
-    factoryReset: () => {
-      state = newState();
-      for (const name of ['settings', 'faults', 'features', 'applications']) {
-        tell(name, state[name]);
-      }
-      return null;
-    },
+    'process.restart': () => setProcess({ ...process, state: 'running', pid: process.pid + 1 }),
     'stat.read': ({ resource }) => ({
-      value:
-        resource === 'CPU' ? 3 + Math.round(Math.random() * 9) : 58 + Math.round(Math.random() * 3),
+      value: (resource === 'CPU' ? 3 : 58) + Math.round(Math.random() * 6),
     }),
-    'ime.input': (input) => tell('imeResult', { ok: true, ...input }) ?? null,
+    'ime.input': (input) => set.tell('imeResult', { ok: true, ...input }),
     screenshot: () => {
       throw new Error('this server has no browser of its own to take a picture with');
     },
+    // What only a development server can do: tell the page anything.
+    'dev.process': setProcess,
+    'dev.tell': ({ name, data }) => set.tell(name, data),
+    'dev.part': ({ name, value }) => set.setPart(name, value),
+  };
+}
+
+/** @param {(events: {name: string, data: any}[]) => void} emit tells every connected page */
+export function newMethods(emit, appUrl) {
+  const tell = (name, data) => emit([{ name, data }]);
+  const set = new MockSet(tell);
+  const records = new MockRecords(tell);
+  return {
+    ...deviceMethods(set),
+    ...applicationMethods(set),
+    ...runMethods(set, appUrl),
+    ...records.methods(runInfo(appUrl).app),
   };
 }

@@ -101,6 +101,6 @@ function answer(client, methods, { id, method, params }) {
 
 if (process.argv[1] === fileURLToPath(import.meta.url)) {
   const mock = await startMock({ port: Number(process.argv[2] ?? 0), rebundle: true });
-  mock.methods.hooks.write(40, { text: 'orvane_instance: getVersion(88) > Enter' });
+  mock.methods['log.write']({ count: 40, text: 'orvane_instance: getVersion(88) > Enter' });
   console.log(mock.url);
 }

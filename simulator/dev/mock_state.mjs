@@ -38,56 +38,65 @@ const app = {
   privileges: ['http://tizen.org/privilege/tv.inputdevice'],
 };
 
+const features = [
+  ['com.korvale/featureconf/ime.resolution', 'int', '1', 'custom'],
+  ['com.korvale/featureconf/ud_panel_supported', 'bool', 'true', 'custom'],
+  ['orvane.set/screen_saver_seconds', 'int', '300', 'custom'],
+  ['tizen.org/feature/platform.version', 'string', '6.5.0', 'platform'],
+  ['tizen.org/feature/screen.width', 'int', '1920', 'platform'],
+  ['tizen.org/system/model_name', 'string', 'Orvane UHD', 'platform'],
+].map(([key, type, text, group]) => ({ key, type, text, group }));
+
+const guide = {
+  id: 'OrvaneShow.Guide',
+  name: 'Programme guide',
+  package: 'OrvaneShow',
+  folder: 'examples/guide',
+  metadata: [],
+  privileges: [],
+  running: true,
+  state: 2,
+  stateName: 'BACKGROUND',
+  pid: 0,
+};
+
+const ownWindow = {
+  app: app.id,
+  stackMode: 'NONE',
+  hints: {},
+  quarterPosition: null,
+  position: null,
+  focusWanted: true,
+};
+
+const inputMethod = {
+  dynamic: true,
+  positioned: false,
+  x: 0,
+  y: 0,
+  align: 7,
+  recommendedEnabled: true,
+  recommendedWords: ['television', 'telescope', 'tell'],
+};
+
+const screenSaver = {
+  owner: 'DEFAULT',
+  timeoutSeconds: 300,
+  remainingMs: 262000,
+  on: false,
+  resets: 2,
+  inputs: 14,
+};
+
 export function newState() {
   return {
     profile: { name: 'uhd', file: 'profiles/uhd.xml', profiles: ['fhd', 'uhd'] },
     panel: { width: 3840, height: 2160 },
-    features: [
-      ['com.korvale/featureconf/ime.resolution', 'int', '1', 'custom'],
-      ['com.korvale/featureconf/ud_panel_supported', 'bool', 'true', 'custom'],
-      ['orvane.set/screen_saver_seconds', 'int', '300', 'custom'],
-      ['tizen.org/feature/platform.version', 'string', '6.5.0', 'platform'],
-      ['tizen.org/feature/screen.width', 'int', '1920', 'platform'],
-      ['tizen.org/system/model_name', 'string', 'Orvane UHD', 'platform'],
-    ].map(([key, type, text, group]) => ({ key, type, text, group })),
-    applications: [
-      { ...app, running: true, state: 1, stateName: 'FOREGROUND', pid: 4711 },
-      {
-        id: 'OrvaneShow.Guide',
-        name: 'Programme guide',
-        package: 'OrvaneShow',
-        folder: 'examples/guide',
-        metadata: [],
-        privileges: [],
-        running: true,
-        state: 2,
-        stateName: 'BACKGROUND',
-        pid: 0,
-      },
-    ],
+    features,
+    applications: [{ ...app, running: true, state: 1, stateName: 'FOREGROUND', pid: 4711 }, guide],
     focused: app.id,
-    windows: {
-      stack: [app.id],
-      list: [
-        {
-          app: app.id,
-          stackMode: 'NONE',
-          hints: {},
-          quarterPosition: null,
-          position: null,
-          focusWanted: true,
-        },
-      ],
-    },
-    inputMethod: {
-      dynamic: true,
-      positioned: false,
-      x: 0,
-      y: 0,
-      align: 7,
-      recommendedEnabled: true,
-      recommendedWords: ['television', 'telescope', 'tell'],
-    },
+    windows: { stack: [app.id], list: [ownWindow] },
+    inputMethod,
     keyGrabs: [
       { app: app.id, key: 'XF86Red', mode: 'normal' },
       { app: app.id, key: 'XF86AudioPlay', mode: 'registered' },
@@ -97,14 +106,7 @@ export function newState() {
       { key: 'db/menu/volume', type: 'int', value: 17 },
       { key: 'memory/runningApps/performance_data', type: 'string', value: 'first picture' },
     ],
-    screenSaver: {
-      owner: 'DEFAULT',
-      timeoutSeconds: 300,
-      remainingMs: 262000,
-      on: false,
-      resets: 2,
-      inputs: 14,
-    },
+    screenSaver,
     faults: [{ function: 'vconf_set_str', code: -1, mode: 'once', hits: 0 }],
     functions: ['app_manager_get_focused_app_context', 'screensaver_set_appid', 'vconf_set_str'],
     accesses: ['file:qm_memstat', 'prctl'],

@@ -76,5 +76,7 @@ export function ConsolePanel() {
                 <span class="muted mono">${entry.where ?? ''}</span>`}
           />`
     }
-    ${view.selected && html`<pre class="log-selected mono" tabindex="0">${view.selected.text}</pre>`}`;
+    ${
+      view.selected && html`<pre class="log-selected mono" tabindex="0">${view.selected.text}</pre>`
+    }`;
 }

@@ -28,5 +28,6 @@ export function lineFilter({ priority, tag, text }) {
 
 /** The line as the platform's log tool prints it. */
 export function lineText(line, time) {
-  return `${time} ${line.letter}/${line.tag.padEnd(8)} (P ${line.pid}, T ${line.tid}): ${line.text}`;
+  const { letter, tag, pid, tid, text } = line;
+  return `${time} ${letter}/${tag.padEnd(8)} (P ${pid}, T ${tid}): ${text}`;
 }

@@ -7,8 +7,8 @@ import { clearLog } from '../api/session.js';
 import { log } from '../state/streams.js';
 import { Empty, IconButton, SearchField, Select } from '../ui/controls.js';
 import { download } from '../ui/download.js';
-import { clockTime, count, fileStamp, plural } from '../ui/format.js';
-import { useRows } from '../ui/use_rows.js';
+import { clockTime, fileStamp, plural } from '../ui/format.js';
+import { rowsText, useRows } from '../ui/use_rows.js';
 import { VirtualList } from '../ui/virtual_list.js';
 import { lineFilter, lineText, priorities } from './log_filter.js';
 
@@ -39,10 +39,7 @@ function Toolbar({ filter, setFilter, view }) {
     <${SearchField} label="Tag" value=${filter.tag} onInput=${(tag) => set({ tag })} />
     <${SearchField} label="Text" value=${filter.text} onInput=${(text) => set({ text })} />
     <span class="toolbar-count" data-received=${log.total}>
-      ${view.paused && view.waiting > 0 ? `${count(view.waiting)} new · ` : ''}${count(
-        view.rows.length
-      )}
-      of ${plural(log.total, 'line')}
+      ${rowsText(view, plural(log.total, 'line'))}
     </span>
     <${IconButton}
       icon=${view.paused ? 'play' : 'pause'}

@@ -8,8 +8,8 @@ import { prefer, preferences } from '../state/preferences.js';
 import { trace } from '../state/streams.js';
 import { Chip, Empty, IconButton, SearchField, Select } from '../ui/controls.js';
 import { downloadJson } from '../ui/download.js';
-import { clockTime, count, duration, fileStamp, plural } from '../ui/format.js';
-import { useRows } from '../ui/use_rows.js';
+import { clockTime, duration, fileStamp, plural } from '../ui/format.js';
+import { rowsText, useRows } from '../ui/use_rows.js';
 import { VirtualList } from '../ui/virtual_list.js';
 import { failed, isSlow, kindText, nameOf, summary } from './describe.js';
 import { MessageDetails } from './message_details.js';
@@ -83,10 +83,7 @@ function Toolbar({ filter, setFilter, view }) {
       onInput=${(text) => setFilter({ ...filter, text })}
     />
     <${Budget} />
-    <span class="toolbar-count">
-      ${view.waiting > 0 ? `${count(view.waiting)} new · ` : ''}${count(view.rows.length)} of
-      ${` ${plural(trace.total, 'message')}`}
-    </span>
+    <span class="toolbar-count"> ${rowsText(view, plural(trace.total, 'message'))} </span>
     <${IconButton}
       icon=${view.paused ? 'play' : 'pause'}
       label=${view.paused ? 'Go on' : 'Pause'}
@@ -144,7 +141,8 @@ export function MessagesPanel() {
               onFollow=${view.setFollow}
               selected=${view.selected}
               onSelect=${view.select}
-              rowClass=${(record) => `message-row ${isSlow(record, budgetMs) ? 'message-row-slow' : ''}`}
+              rowClass=${(record) =>
+                `message-row ${isSlow(record, budgetMs) ? 'message-row-slow' : ''}`}
               renderRow=${(record) => html`<${Row} record=${record} budgetMs=${budgetMs} />`}
             />`
       }

@@ -28,7 +28,8 @@ function pageProblems() {
       tone: 'bad',
       title:
         page.problem ??
-        "No script of the runtime ran in this page; its content policy forbids it. Allow 'self' in script-src.",
+        'No script of the runtime ran in this page; its content policy forbids it. ' +
+          "Allow 'self' in its script-src.",
       where: page.href,
     }));
 }

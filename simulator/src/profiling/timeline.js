@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// Recorded labels on an axis of time, each from its own moment to the next one's.
+// Recorded labels on an axis of time, each with the gap that it ends.
 
 import { html } from '../view.js';
 import { duration } from '../ui/format.js';
@@ -22,9 +22,8 @@ export function Timeline({ run }) {
     </div>
     <ol class="timeline-rows" aria-label="Recorded labels">
       ${run.map((point, index) => {
-        const next = run[index + 1];
-        const width = next ? next.fromStartMs - point.fromStartMs : 0;
-        const tone = next && next.gapMs === longest ? 'timeline-bar-longest' : '';
+        const gap = point.gapMs ?? 0;
+        const tone = gap > 0 && gap === longest ? 'timeline-bar-longest' : '';
         return html`<li key=${index}>
           <span class="timeline-label" title=${point.label}>${point.label}</span>
           <span class="timeline-gap"
@@ -33,7 +32,7 @@ export function Timeline({ run }) {
           <span class="timeline-lane">
             <span
               class=${`timeline-bar ${tone}`}
-              style=${{ left: percent(point.fromStartMs), width: percent(width) }}
+              style=${{ left: percent(point.fromStartMs - gap), width: percent(gap) }}
             ></span>
           </span>
           <span class="timeline-total">${duration(point.fromStartMs)}</span>

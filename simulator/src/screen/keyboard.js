@@ -74,6 +74,10 @@ function moveFocus(event, element) {
   keys[Math.max(0, Math.min(keys.length - 1, column))]?.focus();
 }
 
+function pixels(sizes) {
+  return Object.fromEntries(Object.entries(sizes).map(([name, value]) => [name, `${value}px`]));
+}
+
 function placeText({ positioned, x, y, align }) {
   return positioned ? `${x}, ${y} · ${alignNames[align]}` : 'no position given';
 }
@@ -97,7 +101,7 @@ export function OnScreenKeyboard() {
     class="ime"
     role="group"
     aria-label="On-screen keyboard"
-    style=${{ left: `${left}px`, top: `${top}px`, width: `${size.width}px`, height: `${size.height}px` }}
+    style=${pixels({ left, top, ...size })}
     onKeyDown=${(event) => moveFocus(event, element.current)}
     onMouseDown=${(event) => event.preventDefault() /* the field keeps its focus */}
   >

@@ -47,7 +47,7 @@ function Focus() {
   }
   const text = focused === '' ? 'nobody' : focused === appId.value ? 'this application' : focused;
   return html`<span class="status-item" title=${`The set's focus: ${focused || 'nobody'}`}
-    ><span class="muted">Focus</span> ${text}</span
+    ><span class="muted">Focus</span>${' '}${text}</span
   >`;
 }
 
@@ -58,8 +58,8 @@ export function ScreenStatus({ scale, panel }) {
     ${
       panel &&
       html`<span class="status-item" title="The panel's pixels, and how large the screen is drawn"
-        >${panel.width}×${panel.height}
-        <span class="muted">${Math.round(scale * 100)} %</span></span
+        >${panel.width}×${panel.height}${' '}
+        <span class="muted">at ${Math.round(scale * 100)} %</span></span
       >`
     }
     <span class="status-actions">

@@ -10,7 +10,7 @@ import { Section } from '../ui/section.js';
 
 const types = ['string', 'int', 'bool', 'double'];
 
-/** The text of a person as a value of the type; a text that is none goes as it is, and is refused. */
+/** A person's text as a value of the type; one that is none goes as it is, and is refused. */
 function valueOf(type, text) {
   if (type === 'bool') {
     return text === 'true';

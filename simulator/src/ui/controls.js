@@ -51,7 +51,9 @@ export function Select({ label, value, options, onChange, ...rest }) {
     onChange=${(event) => onChange(event.target.value)}
     ...${rest}
   >
-    ${options.map(([key, text]) => html`<option value=${key} selected=${key === value}>${text}</option>`)}
+    ${options.map(
+      ([key, text]) => html`<option value=${key} selected=${key === value}>${text}</option>`
+    )}
   </select>`;
 }
 

@@ -14,7 +14,7 @@ function toggle(name) {
   });
 }
 
-/** @param {{name: string, title: string, note?: any}} props `note` is shown while it is closed, too */
+/** @param {{name: string, title: string, note?: any}} props `note` shows when closed, too */
 export function Section({ name, title, note, children }) {
   const open = preferences.value.openSections.includes(name);
   return html`<section class="set-section">

@@ -3,6 +3,7 @@
 // What a panel over a stream of rows keeps: the selection, whether it follows, and a pause.
 
 import { useState } from '../view.js';
+import { count } from './format.js';
 
 /** @param {import('../state/rows.js').Rows} stream */
 export function useRows(stream) {
@@ -26,4 +27,10 @@ export function useRows(stream) {
     waiting: frozen ? stream.total - frozen.total : 0,
     pause,
   };
+}
+
+/** How many rows are shown, of how many; and how many came since the pause. */
+export function rowsText({ rows, waiting }, total) {
+  const news = waiting > 0 ? `${count(waiting)} new · ` : '';
+  return `${news}${count(rows.length)} of ${total}`;
 }

@@ -32,6 +32,23 @@ function moved(key, index, length, page) {
   return Math.max(0, Math.min(length - 1, (index < 0 ? length : index) + steps[key]));
 }
 
+function Row({ list, at }) {
+  const { rows, rowHeight, selected, onSelect, renderRow, rowClass, id } = list;
+  const row = rows[at];
+  return html`<div
+    id=${`${id}-${row.row}`}
+    class=${`virtual-row ${rowClass?.(row) ?? ''}`}
+    role="option"
+    aria-selected=${String(row === selected)}
+    aria-posinset=${at + 1}
+    aria-setsize=${rows.length}
+    style=${{ top: `${at * rowHeight}px`, height: `${rowHeight}px` }}
+    onClick=${() => onSelect(row === selected ? null : row)}
+  >
+    ${renderRow(row)}
+  </div>`;
+}
+
 /**
  * @param {{rows: any[], version: number, rowHeight: number, label: string, id: string,
  *          follow: boolean, onFollow: (follow: boolean) => void, selected: any,
@@ -39,7 +56,7 @@ function moved(key, index, length, page) {
  *        each row has a unique `row` number; `selected` is one of them or null
  */
 export function VirtualList(props) {
-  const { rows, rowHeight, follow, onFollow, selected, onSelect, renderRow } = props;
+  const { rows, rowHeight, follow, onFollow, selected, onSelect } = props;
   const element = useRef(null);
   const height = useHeight(element);
   const [top, setTop] = useState(0);
@@ -91,22 +108,7 @@ export function VirtualList(props) {
     >
       ${rows
         .slice(first, end)
-        .map(
-          (row, offset) =>
-            html`<div
-              key=${row.row}
-              id=${`${props.id}-${row.row}`}
-              class=${`virtual-row ${props.rowClass?.(row) ?? ''}`}
-              role="option"
-              aria-selected=${String(row === selected)}
-              aria-posinset=${first + offset + 1}
-              aria-setsize=${rows.length}
-              style=${{ top: `${(first + offset) * rowHeight}px`, height: `${rowHeight}px` }}
-              onClick=${() => onSelect(row === selected ? null : row)}
-            >
-              ${renderRow(row)}
-            </div>`
-        )}
+        .map((row, offset) => html`<${Row} key=${row.row} list=${props} at=${first + offset} />`)}
     </div>
   </div>`;
 }
