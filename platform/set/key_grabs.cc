@@ -100,7 +100,8 @@ KeyDelivery RouteOf(const std::string& key_name, const GrabsOfKey& grabs,
                         " asked for it, but is not where it could receive it now");
   }
   return ToNobody(KeyRoute::kNotRegistered,
-                  key_name + " reaches nobody: " + (focused.empty() ? "no application" : focused) +
+                  key_name + " reaches nobody: " +
+                      (focused.empty() ? "no application has" : focused + " has not") +
                       " registered it with registerKey");
 }
 

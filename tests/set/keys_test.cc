@@ -93,6 +93,15 @@ TEST_F(KeysTest, OtherKeyNeedsRegistration) {
   ExpectRoute(kRed, "", KeyRoute::kNotRegistered);
 }
 
+TEST_F(KeysTest, KeyThatNobodyRegisteredIsSaidToBeSo) {
+  EXPECT_EQ(
+      grabs().Route(kRed).text,
+      std::string(kRed) + " reaches nobody: no application has registered it with registerKey");
+  Launch(kPlayer);
+  EXPECT_EQ(grabs().Route(kRed).text, std::string(kRed) + " reaches nobody: " + kPlayer +
+                                          " has not registered it with registerKey");
+}
+
 TEST_F(KeysTest, RegistrationCountsWithTheFocusOnly) {
   Launch(kPlayer);
   grabs().Grab(kPlayer, kRed, GrabMode::kNormal);
