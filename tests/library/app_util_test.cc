@@ -153,6 +153,15 @@ TEST_F(AppUtilTest, GetMetadataValueIsEmptyWhenThePackageInformationFails) {
   EXPECT_EQ(set().open_package_handles(), 0U);
 }
 
+TEST_F(AppUtilTest, GetMetadataValueIsEmptyForANullValue) {
+  Declare({{"key", "value"}});
+  system_.GiveNoNextMetadataValue();
+  EXPECT_EQ(AppUtil::GetMetadataValue("key"), "");
+  EXPECT_THAT(Messages(),
+              ElementsAre("E AppUtil.cc GetMetadataValue: APPID: " + std::string(kApp)));
+  EXPECT_EQ(set().open_package_handles(), 0U);
+}
+
 TEST_F(AppUtilTest, GetAppStateNamesEachState) {
   const std::pair<int, const char*> kStates[] = {{APP_STATE_FOREGROUND, "FOREGROUND"},
                                                  {APP_STATE_BACKGROUND, "BACKGROUND"},

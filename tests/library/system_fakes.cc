@@ -22,6 +22,7 @@
 #include <stdexcept>
 
 #include <app_manager.h>
+#include <pkgmgr-info.h>
 
 // Defined here, and visible to the shared libraries of the process, instead of in the C library.
 #define INTERPOSED extern "C" __attribute__((visibility("default")))
@@ -43,6 +44,7 @@ struct Fakes {
   std::set<std::string> failing_stats;
   bool fail_write = false;
   bool fail_strdup = false;
+  bool null_metadata = false;
   pid_t pid = 0;
   bool fake_commands = false;
   bool fail_commands = false;
@@ -200,6 +202,17 @@ INTERPOSED int app_context_get_app_state(app_context_h context, app_state_e* sta
   return real(context, state);
 }
 
+INTERPOSED int pkgmgrinfo_appinfo_get_metadata_value(pkgmgrinfo_appinfo_h handle, const char* key,
+                                                     char** value) {
+  static auto* const real =
+      Real<int(pkgmgrinfo_appinfo_h, const char*, char**)>("pkgmgrinfo_appinfo_get_metadata_value");
+  if (TakeFlag(&Fakes::null_metadata)) {
+    *value = nullptr;
+    return PMINFO_R_OK;
+  }
+  return real(handle, key, value);
+}
+
 namespace orvane::test {
 
 SystemFakes::SystemFakes() {
@@ -261,6 +274,11 @@ const std::vector<std::string>& SystemFakes::commands() const { return Current()
 int SystemFakes::open_pipes() const { return Current().open_pipes; }
 
 const std::vector<KernelMarker>& SystemFakes::markers() const { return Current().markers; }
+
+void SystemFakes::GiveNoNextMetadataValue() {
+  const std::lock_guard<std::mutex> lock(Current().mutex);
+  Current().null_metadata = true;
+}
 
 void SystemFakes::ReportAppState(int state) {
   const std::lock_guard<std::mutex> lock(Current().mutex);

@@ -17,7 +17,8 @@ struct KernelMarker {
 };
 
 // Stands between the code under test and the C library, for what no simulated set answers: files,
-// commands, the process id, memory, the kernel's marker, and application states that there are not.
+// commands, the process id, memory, the kernel's marker, and answers that a platform might give
+// and the simulated one does not.
 // The test program defines those functions; while no SystemFakes lives, and for everything that is
 // not faked, they pass the call on. One at a time; set up before the code under test runs.
 class SystemFakes {
@@ -48,6 +49,9 @@ class SystemFakes {
   int open_pipes() const;
 
   const std::vector<KernelMarker>& markers() const;
+
+  // The platform finds the next metadata value that is asked for, and hands out null.
+  void GiveNoNextMetadataValue();
 
   // The platform reports this state of any application; it need not be one that a set has.
   void ReportAppState(int state);
