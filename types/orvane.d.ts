@@ -111,8 +111,8 @@ declare namespace dravelt.orvane {
     getVersion(): string;
 
     /**
-     * An identifier of 36 characters that stays the same for this application on this set. Asked for
-     * once per page.
+     * An identifier of 36 characters that stays the same for this application on this set;
+     * applications of one package have one together. Asked for once per page.
      * @throws UnknownError (9999) when it can be neither read nor made.
      */
     getUuid(): string;
