@@ -109,7 +109,12 @@ export default [
   },
   {
     // What pages run: scripts of web applications.
-    files: ['examples/**/*.js', 'tests/**/pages/**/*.js', 'bench/js/*.js'],
+    files: [
+      'examples/**/*.js',
+      'tests/**/pages/**/*.js',
+      'tests/browser/apps/**/*.js',
+      'bench/js/*.js',
+    ],
     languageOptions: {
       ...runtimeScript,
       ecmaVersion: 2022,
@@ -134,6 +139,11 @@ export default [
       },
     },
     rules: { 'max-lines-per-function': 'off', 'no-implicit-globals': 'off' },
+  },
+  {
+    // The source of an application that a bundler builds.
+    files: ['tests/browser/apps/bundled/src/*.js'],
+    languageOptions: { sourceType: 'module' },
   },
   {
     // Tests that drive a browser hold functions that run in its pages.

@@ -10,11 +10,17 @@
 
   function blockFor(milliseconds) {
     const end = Date.now() + milliseconds;
-    while (Date.now() < end);
+    let rounds = 0;
+    while (Date.now() < end) {
+      rounds += 1;
+    }
+    return rounds;
   }
 
   function withCallbacks(method) {
-    return new Promise((resolve, reject) => method(resolve, reject));
+    return new Promise(function (resolve, reject) {
+      method(resolve, reject);
+    });
   }
 
   window.mistakes = [
