@@ -93,6 +93,14 @@ class Restorer {
     });
   }
 
+  void Profile() {
+    Guard([&] {
+      const std::string& profile = snapshot_.Text("profile");
+      if (profile != set_.profile().string()) set_.UseProfile(profile);
+    });
+  }
+
+  // As they were changed since the profile was read.
   void Features() {
     if (!snapshot_.Has("features")) return;
     for (const tvset::Feature& feature : set_.features().list()) {
@@ -244,6 +252,7 @@ std::vector<std::string> RestoreSnapshot(const value& snapshot, const std::strin
                                          InstalledApplications& applications, ShiftedClock& clock) {
   const Fields fields(snapshot, "the snapshot");
   Restorer restorer(fields, set);
+  restorer.Profile();
   restorer.Features();
   restorer.Applications(main_app, main_pid, applications);
   restorer.Windows();
