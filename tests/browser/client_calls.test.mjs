@@ -143,6 +143,8 @@ test('a page may replace the functions that the runtime stands on', async () => 
     EventTarget.prototype.addEventListener = nothing;
     for (const { prototype } of [Object, Array]) {
       prototype.toJSON = () => 'replaced';
+      prototype.error = 'replaced';
+      prototype.seq = 0;
     }
   });
   const send = () => window.dravelt.echo.send('still here');

@@ -127,6 +127,14 @@ test('a page that goes says so, and each load is a context of its own', async ()
   assert.equal(runtime.contexts.length, 2);
 });
 
+test('a page that the browser kept and shows again starts anew', async () => {
+  const { runtime, page } = await openFake(scene);
+  await page.evaluate(() =>
+    window.dispatchEvent(new PageTransitionEvent('pageshow', { persisted: true }))
+  );
+  await until(() => runtime.contexts.length === 2, 'the page to load again');
+});
+
 test('the server can have the page loaded again', async () => {
   const { runtime } = await openFake(scene);
   await until(() => runtime.context.socket, 'the socket');

@@ -74,6 +74,15 @@ test('the worker is explained when the policy forbids it, and calls still work',
   assert.equal(runtime.of('sync').at(-1).way, 'request');
 });
 
+test('a page that may not start a worker by its address is told what it costs', async () => {
+  const { runtime, page } = await openFake(scene, {
+    headers: { 'Content-Security-Policy': "require-trusted-types-for 'script'" },
+  });
+  await until(() => runtime.of('explain').length > 0, 'the explanation');
+  assert.match(runtime.of('explain')[0].text, /synchronous calls are slow/);
+  assert.equal(await page.evaluate(() => window.dravelt.echo.send('slow')), 'slow');
+});
+
 test('a policy that forbids evaluation and inline scripts is no hindrance', async () => {
   const { runtime, page } = await openFake(scene, {
     headers: {

@@ -6,7 +6,14 @@
 //
 // Page and worker each make an AnswerBuffer over the same memory. One call at a time.
 
-import { atomicLoad, atomicNotify, atomicStore, atomicWait, callFunction } from './builtins.js';
+import {
+  relax,
+  atomicLoad,
+  atomicNotify,
+  atomicStore,
+  atomicWait,
+  callFunction,
+} from './builtins.js';
 import { now, textFromUnits } from './builtins.js';
 
 // Places in the control words.
@@ -93,6 +100,7 @@ export class AnswerBuffer {
         if (atomicLoad(this.control, ready) === id) {
           return true;
         }
+        relax();
       }
       if (now() > end) {
         return false;

@@ -31,6 +31,9 @@ export const { parse } = JSON;
 const { stringify: writeJson } = JSON;
 const { setPrototypeOf } = Object;
 
+// A frame of the server. What a page has put on Object.prototype is no member of it.
+export const parseFrame = (text) => setPrototypeOf(parse(text), null);
+
 // A message as JSON, whatever toJSON functions the page has given to every object or array. Its
 // members are plain values, or an array or object of plain values.
 export function stringify(message) {
@@ -56,6 +59,8 @@ export const atomicLoad = Atomics.load;
 export const atomicStore = Atomics.store;
 export const atomicWait = Atomics.wait;
 export const atomicNotify = Atomics.notify;
+// Lets the processor's other thread go first while this one looks at memory again and again.
+export const relax = Atomics.pause ?? (() => {});
 export const textFromUnits = String.fromCharCode;
 export const callFunction = apply;
 

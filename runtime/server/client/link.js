@@ -6,7 +6,7 @@
 //
 // Used in the page and in the worker: it lives in the one of them that owns the socket.
 
-import { addListener, closeSocket, makeSocket, now, parse, sendOnSocket } from './builtins.js';
+import { addListener, closeSocket, makeSocket, now, parseFrame, sendOnSocket } from './builtins.js';
 import { startTimer, stringify } from './builtins.js';
 
 const firstRetryMs = 50;
@@ -90,7 +90,7 @@ export class Link {
     if (socket !== this.socket || this.ended) {
       return;
     }
-    const frame = parse(text);
+    const frame = parseFrame(text);
     if (frame.type === 'hello') {
       this.start(frame.received);
       return;

@@ -46,6 +46,9 @@ export function start(boot, scripts, startPage) {
 
   const report = (message) => caller.report(message);
   watchPolicy(report);
+  if (caller.transport.problem !== null) {
+    report({ type: 'explain', text: caller.transport.problem });
+  }
   watchConsole(report);
   watchPageState(report);
   watchKeyboard(report);

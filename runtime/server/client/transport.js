@@ -7,7 +7,7 @@
 
 import { AnswerBuffer, answerBufferBytes } from './answer_buffer.js';
 import { addListener, bodyOf, makeRequest, makeSharedBuffer, makeWorker } from './builtins.js';
-import { now, openRequest, parse, postToWorker, sendRequest, statusOf } from './builtins.js';
+import { now, openRequest, parseFrame, postToWorker, sendRequest, statusOf } from './builtins.js';
 import { startTimer } from './builtins.js';
 import { Link, unreachable } from './link.js';
 
@@ -29,6 +29,7 @@ export class Transport {
     this.buffer = null;
     this.worker = null;
     this.link = null;
+    this.problem = null; // why there is no worker although there could be one
     this.early = []; // reports that a worker was given before it was known to work
     if (!(globalThis.crossOriginIsolated && this.startWorker(boot.workerUrl))) {
       this.startLink();
@@ -51,7 +52,7 @@ export class Transport {
     if (answer === null) {
       throw new Error(`there was no answer within ${this.waitMs} ms`);
     }
-    return parse(answer);
+    return parseFrame(answer);
   }
 
   // Sends a message whose answer, if there is one, reaches the listener later.
@@ -96,13 +97,16 @@ export class Transport {
       postToWorker(worker, { memory, address: this.socketAddress });
       return true;
     } catch (error) {
+      this.problem =
+        "The page could not start the runtime's worker, so that synchronous calls are slow: " +
+        error.message;
       return false;
     }
   }
 
   receiveFromWorker(data) {
     if (typeof data === 'string') {
-      this.listener.receive(parse(data));
+      this.listener.receive(parseFrame(data));
     } else if (data.lost) {
       this.listener.lost();
     }
@@ -137,6 +141,6 @@ export class Transport {
     if (statusOf(request) !== 200) {
       throw new Error(`the runtime refused it with ${statusOf(request)}: ${body}`);
     }
-    return parse(body);
+    return parseFrame(body);
   }
 }

@@ -10,10 +10,10 @@ import path from 'node:path';
 
 import { WebSocketServer } from 'ws';
 
-import { repository, until } from './orvane_run.mjs';
+import { buildFolder, until } from './orvane_run.mjs';
 
-const build = process.env.ORVANE_BUILD ?? path.join(repository, 'build/dev');
-const readText = (name) => readFileSync(path.join(build, 'runtime/server/client', name), 'utf8');
+const readText = (name) =>
+  readFileSync(path.join(buildFolder, 'runtime/server/client', name), 'utf8');
 
 // An extension whose script gives the page its bare functions.
 const echoScript = `

@@ -11,12 +11,14 @@ import { fileURLToPath } from 'node:url';
 
 export const repository = path.resolve(path.dirname(fileURLToPath(import.meta.url)), '../../..');
 
+export const buildFolder = process.env.ORVANE_BUILD ?? path.join(repository, 'build/dev');
+
 const startLimitMs = 60_000;
 const stopLimitMs = 20_000;
 const lookEveryMs = 25;
 
 export function orvaneProgram() {
-  return process.env.ORVANE ?? path.join(repository, 'build/dev/bin/orvane');
+  return process.env.ORVANE ?? path.join(buildFolder, 'bin/orvane');
 }
 
 // Waits until `look()` gives something true, and returns that. `what` names it when it does not.

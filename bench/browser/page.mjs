@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// The parts of the benchmark that run in the page, one after the other.
+
+// Makes window.bench: `kinds`, a function for each kind of call, and `acknowledge`. A second page
+// context of the same server has a socket of its own for the plain round trips, so that the page's
+// own is left alone.
+export async function prepare() {
+  const script = await (await fetch('/.orvane/page.js')).text();
+  const [, token] = /"token":"([^"]+)"/.exec(script);
+  const [, context] = /"context":(\d+)/.exec(script);
+  const query = `?token=${token}&context=${context}`;
+  const getAppState = '{"cmd":"OrvaneManager_getAppState","args":{"appid":""}}';
+  const request = { type: 'sync', extension: 'dravelt.orvane', text: getAppState };
+  let id = 0;
+  const next = (message) => {
+    id += 1;
+    return JSON.stringify({ ...message, id });
+  };
+
+  const socket = new WebSocket(`ws://${location.host}/.orvane/socket${query}&last=0`);
+  let answered = null;
+  let last = 0;
+  await new Promise((resolve, reject) => {
+    socket.onmessage = ({ data }) => {
+      const { type, seq } = JSON.parse(data);
+      if (type === 'hello') {
+        resolve();
+      } else {
+        last = seq;
+        answered();
+      }
+    };
+    socket.onerror = () => reject(new Error('the second context got no socket'));
+  });
+  const roundTrip = (message) =>
+    new Promise((resolve) => {
+      answered = resolve;
+      socket.send(next(message));
+    });
+
+  window.bench = {
+    acknowledge: () => socket.send(JSON.stringify({ type: 'ack', seq: last })),
+    kinds: {
+      echo: () => roundTrip({ type: 'echo' }),
+      message: () => roundTrip(request),
+      worker: () => dravelt.orvane.getAppState(),
+      request() {
+        const call = new XMLHttpRequest();
+        call.open('POST', `/.orvane/sync${query}`, false);
+        call.send(next(request));
+        if (call.status !== 200) {
+          throw new Error(`the request was refused: ${call.responseText}`);
+        }
+      },
+    },
+  };
+}
+
+// Milliseconds per call of each kind, `rounds` values each.
+export async function measure(rounds) {
+  const { acknowledge, kinds } = window.bench;
+  const callsPerRound = { echo: 40, message: 40, worker: 40, request: 5 };
+  const times = { echo: [], message: [], worker: [], request: [] };
+  for (let round = 0; round <= rounds; round += 1) {
+    acknowledge();
+    for (const [kind, call] of Object.entries(kinds)) {
+      const start = performance.now();
+      for (let count = 0; count < callsPerRound[kind]; count += 1) {
+        await call();
+      }
+      // The first round is for warming up.
+      if (round > 0) {
+        times[kind].push((performance.now() - start) / callsPerRound[kind]);
+      }
+    }
+  }
+  return times;
+}

@@ -1,0 +1,57 @@
+#!/usr/bin/env node
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// browser/run.mjs PROGRAM
+// What a synchronous call costs a page in headless Chromium, against the round trip of a plain
+// WebSocket to the same server, in one run: rounds of each kind by turns, medians, ratios.
+// PROGRAM is the orvane executable.
+
+import path from 'node:path';
+import { parseArgs } from 'node:util';
+
+import { launchBrowser } from '../../tests/browser/support/chromium.mjs';
+import { repository, startOrvane } from '../../tests/browser/support/orvane_run.mjs';
+import { measure, prepare } from './page.mjs';
+
+const rounds = 21;
+
+const median = (values) => [...values].sort((one, other) => one - other)[values.length >> 1];
+
+function print(times) {
+  const base = median(times.echo);
+  const rows = [
+    ['WebSocket round trip, answered by the server', times.echo],
+    ['the same, answered by the library', times.message],
+    ['synchronous call over the worker', times.worker],
+    ['synchronous call by blocking request', times.request],
+  ];
+  const width = Math.max(...rows.map(([name]) => name.length));
+  for (const [name, values] of rows) {
+    const ms = median(values);
+    const ratio = (ms / base).toFixed(2);
+    process.stdout.write(`${name.padEnd(width)}  ${ms.toFixed(3)} ms  ${ratio} round trips\n`);
+  }
+  const gain = (median(times.request) / median(times.worker)).toFixed(1);
+  process.stdout.write(`the worker's call is ${gain} times as fast as the request's\n`);
+}
+
+async function main() {
+  const { positionals } = parseArgs({ allowPositionals: true });
+  if (positionals.length > 0) {
+    process.env.ORVANE = path.resolve(positionals[0]);
+  }
+  const run = await startOrvane(path.join(repository, 'examples/tour'));
+  const browser = await launchBrowser();
+  try {
+    const page = await browser.newPage();
+    await page.goto(run.appUrl);
+    await page.waitForSelector('body.complete');
+    await page.evaluate(prepare);
+    print(await page.evaluate(measure, rounds));
+  } finally {
+    await browser.close();
+    await run.stop();
+  }
+}
+
+await main();
