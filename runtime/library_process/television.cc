@@ -47,6 +47,8 @@ Television::Television(const StartOptions& options, const picojson::value& snaps
   events_ = std::make_unique<EventStream>(
       set().events(), state_, [this] { return TakeSnapshot(set(), applications_, *clock_); },
       outbox);
+  settings_watch_ =
+      std::make_unique<SettingsWatch>(set().paths(), [this] { events_->Touch(Part::kSettings); });
   services_ = std::make_unique<services::RuntimeServices>(
       set(), options_.app.application.id, [this](const std::string& text) { Explain(text); });
   MakeHost();

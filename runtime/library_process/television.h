@@ -15,6 +15,7 @@
 #include "library_process/event_stream.h"
 #include "library_process/installed_applications.h"
 #include "library_process/set_state.h"
+#include "library_process/settings_watch.h"
 #include "library_process/shifted_clock.h"
 #include "library_process/start_options.h"
 #include "services/runtime_services.h"
@@ -84,6 +85,7 @@ class Television {
   std::atomic<int64_t> current_context_{-1};  // -1: none
   std::vector<std::string> warnings_;
   std::unique_ptr<EventStream> events_;
+  std::unique_ptr<SettingsWatch> settings_watch_;
   std::unique_ptr<services::RuntimeServices> services_;
   std::unique_ptr<host::ExtensionHost> host_;
   std::unique_ptr<Contexts> contexts_;

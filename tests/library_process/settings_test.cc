@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <filesystem>
-#include <fstream>
+#include "tvset/settings.h"
 
 #include "driver.h"
+#include "tvset/events.h"
+#include "tvset/paths.h"
 
 namespace orvane::library_process {
 namespace {
@@ -45,6 +46,23 @@ TEST_F(SettingsTest, TellsEachChange) {
   WaitForEvent("settings", [](const value& data) { return data.get<array>().size() == 1; });
   Control("settings.unset", R"({"key":"db/a"})");
   WaitForEvent("settings", [](const value& data) { return data.get<array>().empty(); });
+}
+
+TEST_F(SettingsTest, TellsAChangeByAnotherProcess) {
+  const auto is_told = [this](const std::string& key) {
+    WaitForEvent("settings", [&](const value& data) {
+      return data.serialize().find(key) != std::string::npos;
+    });
+  };
+  tvset::EventHub events;
+  const tvset::Paths paths(state_folder());
+  tvset::Settings other(events, paths);
+  ASSERT_TRUE(other.SetString("db/plain", "x"));
+  is_told("plain");
+  ASSERT_TRUE(other.SetString("memory/a/new/folder", "x"));
+  is_told("folder");
+  ASSERT_TRUE(other.SetString("memory/a/new/second", "x"));
+  is_told("second");
 }
 
 TEST_F(SettingsTest, RefusesWhatIsNone) {
