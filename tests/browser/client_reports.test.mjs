@@ -107,3 +107,19 @@ test('a policy that forbids every connection is explained on the console', async
   });
   await until(() => lines.some((line) => line.includes("add 'self' to connect-src")), 'the line');
 });
+
+test('a page without a connection says so on its console, and its calls go on', async () => {
+  const lines = [];
+  const { runtime, page } = await openFake(scene, {
+    isolated: false,
+    acceptSockets: false,
+    html: '<!DOCTYPE html><script>dravelt.echo.send("one")</script>',
+  });
+  page.on('console', (message) => lines.push(message.text()));
+  await until(
+    () => lines.some((line) => line.includes('no connection to the runtime')),
+    'the line'
+  );
+  assert.equal(await page.evaluate(() => window.dravelt.echo.send('still')), 'still');
+  assert.equal(runtime.of('sync').length, 2);
+});

@@ -97,9 +97,9 @@ function chooseRadio(radio, sign) {
 
 function onArrow(element, axis, sign) {
   const kind = element.localName === 'input' ? element.type : element.localName;
-  const down = axis === 'y' ? sign : -sign;
+  const upwards = axis === 'x' ? sign : -sign;
   if (kind === 'range' || (kind === 'number' && axis === 'y')) {
-    step(element, -down);
+    step(element, upwards);
   } else if (kind === 'select') {
     choose(element, sign);
   } else if (kind === 'radio') {

@@ -15,6 +15,8 @@ const longestRetryMs = 1000;
 const patienceMs = 2000;
 // After this long the server has closed the context, or is gone itself.
 const lostMs = 6000;
+// A connection that was never up after so many tries is not allowed, and not tried any more.
+const mostFirstTries = 8;
 const framesPerAcknowledgement = 32;
 const acknowledgeAfterMs = 250;
 const mostReports = 1000;
@@ -24,7 +26,8 @@ export const unreachable =
 
 export class Link {
   // `address(last)` is the socket's URL for a connection that has received frame `last`.
-  // `listener` has receive(frame, text), and may have linked() and lost().
+  // `listener` has receive(frame, text), and may have linked(), lost() and failed(): there is no
+  // connection and will be none.
   constructor(address, listener) {
     this.address = address;
     this.listener = listener;
@@ -38,6 +41,7 @@ export class Link {
     this.retryMs = firstRetryMs;
     this.downSince = now();
     this.wasUp = false;
+    this.tries = 0;
     this.ended = false;
   }
 
@@ -49,8 +53,7 @@ export class Link {
     try {
       socket = makeSocket(this.address(this.lastSeq));
     } catch (error) {
-      // The page's own policy forbids it; policy.js explains that.
-      this.end();
+      this.fail();
       return;
     }
     this.socket = socket;
@@ -169,8 +172,19 @@ export class Link {
     if (this.wasUp && downMs > lostMs) {
       this.listener.lost?.();
     }
+    this.tries += 1;
+    if (!this.wasUp && this.tries >= mostFirstTries) {
+      this.fail();
+      return;
+    }
     startTimer(() => this.open(), this.retryMs);
     this.retryMs = Math.min(this.retryMs * 2, longestRetryMs);
+  }
+
+  fail() {
+    this.failWaiting();
+    this.end();
+    this.listener.failed?.();
   }
 
   failWaiting() {

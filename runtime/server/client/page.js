@@ -15,6 +15,10 @@ import { pressKey } from './remote_keys.js';
 import { enterText } from './typing.js';
 import { endWithPage, reloadPage, reloadWhenBack } from './lifetime.js';
 
+const unconnected =
+  'The page has no connection to the runtime: keys, typed text and posted messages do not reach ' +
+  "it. Does its content policy lack connect-src 'self'?";
+
 const enterKey = { key_name: 'Return', key_code: 13, phase: 'press' };
 
 // What the server sends of its own accord, and late answers.
@@ -41,6 +45,7 @@ export function start(boot, scripts, startPage) {
   caller.transport = new Transport(boot, {
     receive: (frame) => receiver[frame.type]?.(frame),
     lost: reloadWhenBack,
+    failed: () => console.warn(`[orvane] ${unconnected}`),
   });
   startPage(makeBridge(boot, scripts, caller, extensions));
 

@@ -17,7 +17,7 @@ const graceMs = 2000;
 
 export class Transport {
   // `boot` is what the server gave the page. `listener` has receive(frame) for what the server
-  // sends of its own accord and for late answers, and lost().
+  // sends of its own accord and for late answers, lost() and failed().
   constructor(boot, listener) {
     const query = `?token=${boot.token}&context=${boot.context}`;
     this.origin = location.origin;
@@ -107,8 +107,8 @@ export class Transport {
   receiveFromWorker(data) {
     if (typeof data === 'string') {
       this.listener.receive(parseFrame(data));
-    } else if (data.lost) {
-      this.listener.lost();
+    } else {
+      this.listener[data.event]();
     }
   }
 
@@ -125,6 +125,7 @@ export class Transport {
     this.link = new Link((last) => this.socketAddress + last, {
       receive: (frame) => this.listener.receive(frame),
       lost: () => this.listener.lost(),
+      failed: () => this.listener.failed(),
     });
     this.link.open();
   }

@@ -5,7 +5,7 @@
 //
 // From the page: first { memory, address } with the socket's URL up to the frame number, then
 // [id, text, answered] for a request and a plain text for a report. To the page: each frame's text
-// that is not the answer that the page waits for, and { lost: true }.
+// that is not the answer that the page waits for, and { event: 'lost' } or { event: 'failed' }.
 
 import { AnswerBuffer } from './answer_buffer.js';
 import { addListener } from './builtins.js';
@@ -28,7 +28,8 @@ function start({ memory, address }) {
   link = new Link((last) => address + last, {
     receive,
     linked: () => buffer.setLinked(),
-    lost: () => page.postMessage({ lost: true }),
+    lost: () => page.postMessage({ event: 'lost' }),
+    failed: () => page.postMessage({ event: 'failed' }),
   });
   link.open();
 }
