@@ -12,6 +12,7 @@
 #include "cli/exit_code.h"
 #include "cli/output.h"
 #include "cli/verbs.h"
+#include "library_process/set_state.h"
 #include "tvset/events.h"
 #include "tvset/paths.h"
 #include "tvset/set.h"
@@ -35,13 +36,6 @@ const std::map<std::string, int>& Types() {
                                                    {"double", VCONF_TYPE_DOUBLE},
                                                    {"bool", VCONF_TYPE_BOOL}};
   return types;
-}
-
-std::string TypeName(int type) {
-  for (const auto& [name, number] : Types()) {
-    if (number == type) return name;
-  }
-  return "unknown";
 }
 
 // The settings of a state folder, whether a set runs on it or not: none is started for this.
@@ -68,9 +62,20 @@ void RequireKey(const std::string& key) {
                    "as in memory/runningApps/performance_data");
 }
 
+// What the memory of a set held that no longer runs is still in its folder, until the next one
+// starts.
+bool IsForgotten(const SettingOptions& options, const FolderSettings& settings) {
+  return options.key.rfind(VCONF_PREFIX_MEMORY, 0) == 0 && !tvset::Set::RunsOn(settings.folder());
+}
+
 ExitCode Get(const SettingOptions& options) {
   RequireKey(options.key);
   FolderSettings settings(options.state_folder);
+  if (IsForgotten(options, settings)) {
+    Complain("there is no setting " + options.key + ": no set runs on " + settings.folder() +
+             ", and those under memory/ go with it; --state names the folder of another set");
+    return ExitCode::kScriptError;
+  }
   const auto setting = settings.get().Find(options.key);
   if (!setting) {
     Complain("there is no setting " + options.key + " below " + settings.folder() +
@@ -81,9 +86,7 @@ ExitCode Get(const SettingOptions& options) {
     std::printf("%s\n", setting->value.c_str());
     return ExitCode::kDone;
   }
-  const picojson::value json(picojson::object{{"key", picojson::value(setting->key)},
-                                              {"type", picojson::value(TypeName(setting->type))},
-                                              {"value", picojson::value(setting->value)}});
+  const picojson::value json = library_process::SetState::SettingJson(*setting);
   std::printf("%s\n", json.serialize().c_str());
   return ExitCode::kDone;
 }
@@ -92,7 +95,7 @@ ExitCode Set(const SettingOptions& options) {
   RequireKey(options.key);
   FolderSettings settings(options.state_folder);
   if (settings.get().Set(options.key, Types().at(options.type), options.value)) {
-    if (options.key.rfind(VCONF_PREFIX_MEMORY, 0) == 0 && !tvset::Set::RunsOn(settings.folder())) {
+    if (IsForgotten(options, settings)) {
       Complain("warning: no set runs on " + settings.folder() +
                "; the next one that starts forgets " + options.key);
     }

@@ -37,6 +37,7 @@ const Control::Row Control::kRows[] = {
     {"faults.clear", &Control::FaultsClear},
     {"functions.list", &Control::FunctionsList},
     {"factoryReset", &Control::FactoryReset},
+    {"markers.list", &Control::MarkersList},
     {"log.tail", &Control::LogTail},
     {"log.write", &Control::LogWrite},
     {"debug.crash", &Control::DebugCrash},

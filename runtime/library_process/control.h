@@ -56,6 +56,7 @@ class Control {
   picojson::value FaultsClear(const Fields& parameters);
   picojson::value FunctionsList(const Fields& parameters);
   picojson::value FactoryReset(const Fields& parameters);
+  picojson::value MarkersList(const Fields& parameters);
   picojson::value LogTail(const Fields& parameters);
   picojson::value LogWrite(const Fields& parameters);
   picojson::value DebugCrash(const Fields& parameters);

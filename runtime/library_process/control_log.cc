@@ -58,6 +58,15 @@ value Control::LogTail(const Fields& parameters) {
   return value(picojson::array(newest.rbegin(), newest.rend()));
 }
 
+// The kernel's markers since the set was started, as far as they are kept.
+value Control::MarkersList(const Fields&) {
+  picojson::array markers;
+  for (const tvset::KernelMarker& marker : set().kernel_markers().list()) {
+    markers.emplace_back(EventStream::MarkerEvent(marker));
+  }
+  return value(markers);
+}
+
 value Control::LogWrite(const Fields& parameters) {
   const int priority = ParsePriority(parameters, "priority", DLOG_INFO);
   const std::string tag = parameters.Text("tag", "ORVANE");

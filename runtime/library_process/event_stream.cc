@@ -3,6 +3,7 @@
 #include "library_process/event_stream.h"
 
 #include <pthread.h>
+#include <time.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -61,6 +62,12 @@ void AppendLogLine(const tvset::LogLine& line, std::string* json) {
   json->push_back('}');
 }
 
+double RealtimeNanoseconds() {
+  timespec now = {};
+  clock_gettime(CLOCK_REALTIME, &now);
+  return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
 uint32_t BitOf(Part part) { return uint32_t{1} << static_cast<unsigned>(part); }
 
 }  // namespace
@@ -97,7 +104,8 @@ object EventStream::KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress&
                 {"text", Text(delivery.text)},
                 {"injected", value(is_injected)},
                 {"long", value(press.is_long)},
-                {"native", value(press.is_native)}};
+                {"native", value(press.is_native)},
+                {"time_ns", value(RealtimeNanoseconds())}};
 }
 
 void EventStream::OnLogLine(const tvset::LogLine& line) {
@@ -142,9 +150,13 @@ void EventStream::OnContextTask(const tvset::ContextTask& task) {
 }
 
 void EventStream::OnKernelMarker(const tvset::KernelMarker& marker) {
-  AddEvent("kernelMarker", value(object{{"time_ns", value(static_cast<double>(marker.time_ns))},
-                                        {"length", value(static_cast<double>(marker.length))},
-                                        {"text", Text(marker.text)}}));
+  AddEvent("kernelMarker", value(MarkerEvent(marker)));
+}
+
+object EventStream::MarkerEvent(const tvset::KernelMarker& marker) {
+  return object{{"time_ns", value(static_cast<double>(marker.time_ns))},
+                {"length", value(static_cast<double>(marker.length))},
+                {"text", Text(marker.text)}};
 }
 
 void EventStream::Explain(const std::string& text, std::optional<int64_t> context) {

@@ -58,6 +58,7 @@ class EventStream final : public tvset::Observer {
   // The event of a key; `is_injected`: a component pressed it, not a person.
   static picojson::object KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress& press,
                                    bool is_injected);
+  static picojson::object MarkerEvent(const tvset::KernelMarker& marker);
 
   void OnLogLine(const tvset::LogLine& line) override;
   void OnKeyInjected(const tvset::InjectedKey& key) override;

@@ -62,11 +62,16 @@ TEST_F(SettingsTest, GetPrintsWhatSetWrote) {
   EXPECT_THAT(outcome.err, IsEmpty());
 }
 
-TEST_F(SettingsTest, GetPrintsTheTypeAsJson) {
-  EXPECT_EQ(Run({"set", "--type", "int", "file/test/count", "42"}).exit_code, 0);
-
-  EXPECT_EQ(Run({"get", "--json", "file/test/count"}).out,
-            "{\"key\":\"file\\/test\\/count\",\"type\":\"int\",\"value\":\"42\"}\n");
+TEST_F(SettingsTest, GetPrintsTypeAndValueAsJson) {
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{"int", "-42"}, "-42"},  {{"double", "0.5"}, "0.5"},   {{"bool", "true"}, "true"},
+      {{"bool", "0"}, "false"}, {{"string", "42"}, "\"42\""},
+  };
+  for (const auto& [typed, json] : cases) {
+    EXPECT_EQ(Run({"set", "--type", typed[0], "db/x", "--", typed[1]}).exit_code, 0) << json;
+    EXPECT_EQ(Run({"get", "--json", "db/x"}).out,
+              "{\"key\":\"db\\/x\",\"type\":\"" + typed[0] + "\",\"value\":" + json + "}\n");
+  }
 }
 
 TEST_F(SettingsTest, GetOfWhatIsNotThereSaysWhereItLooked) {
@@ -100,14 +105,15 @@ TEST_F(SettingsTest, SetRefusesAnUnknownType) {
   EXPECT_EQ(Run({"set", "--type", "text", "db/test/name", "x"}).exit_code, 2);
 }
 
-TEST_F(SettingsTest, ProfilingTextIsEmptyOnceThePageHasClosed) {
+TEST_F(SettingsTest, GetPrintsNothingOfTheMemoryOfASetThatRunsNoMore) {
   const std::string script = Write("record.js", "dravelt.orvane.recordProfiling('start');");
   EXPECT_EQ(Run({"exec", script}).exit_code, 0);
 
   const Outcome outcome = Run({"get", kProfilingKey});
 
-  EXPECT_EQ(outcome.out, "\n");
-  EXPECT_EQ(outcome.exit_code, 0);
+  EXPECT_EQ(outcome.exit_code, 1);
+  EXPECT_THAT(outcome.out, IsEmpty());
+  EXPECT_THAT(outcome.err, HasSubstr("no set runs on " + state().string()));
 }
 
 // The test's own process runs the set; the command is another one.

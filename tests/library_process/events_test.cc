@@ -88,7 +88,10 @@ TEST_F(EventsTest, TellsAContextRequest) {
 
 TEST_F(EventsTest, TellsAKernelMarker) {
   Orvane(7, "recordProfiling", R"({"label":"start-up","callbackId":1})");
-  EXPECT_THAT(WaitForEvent("kernelMarker").get("text").to_str(), HasSubstr("start-up"));
+  const value marker = WaitForEvent("kernelMarker");
+  EXPECT_THAT(marker.get("text").to_str(), HasSubstr("start-up"));
+  EXPECT_GT(marker.get("time_ns").get<double>(), 1e18);
+  EXPECT_EQ(Control("markers.list").serialize(), "[" + marker.serialize() + "]");
 }
 
 TEST_F(EventsTest, TellsThePartThatChanged) {
