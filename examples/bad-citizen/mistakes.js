@@ -29,8 +29,8 @@
       code: "orvane.registerKey(['ColorF0Red']);",
       make: () => orvane.registerKey(['ColorF0Red']),
       remedy:
-        'The set refuses to hand over the key. config.xml declares …/tv.inputdevices, with an s ' +
-        'too many; the privilege is http://tizen.org/privilege/tv.inputdevice.',
+        'The set does not hand over the key. config.xml asks for the privilege tv.inputdevice in ' +
+        'an element <tizen:privilige>; it is <tizen:privilege>.',
       where: 'The explanation is in the simulator under Remote control and Messages.',
     },
     {
