@@ -19,7 +19,9 @@ bool NeedsBlank(const std::string& argument) {
 }  // namespace
 
 std::vector<std::string> ParserOrder(std::vector<std::string> arguments) {
-  if (!arguments.empty() && arguments.front() == "call") {
+  const bool takes_json = !arguments.empty() && arguments.front() == "call";
+  const bool takes_code = !arguments.empty() && arguments.front() == "fail";
+  if (takes_json || takes_code) {
     for (std::string& argument : arguments) {
       if (NeedsBlank(argument)) argument.insert(0, 1, ' ');
     }

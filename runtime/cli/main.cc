@@ -52,6 +52,12 @@ int Main(const std::vector<std::string>& arguments) {
   AddCallVerb(command, run);
   AddGetVerb(command, run);
   AddSetVerb(command, run);
+  AddReplayVerb(command, run);
+  AddKeyVerb(command, run);
+  AddLogVerb(command, run);
+  AddScreenshotVerb(command, run);
+  AddFailVerb(command, run);
+  AddAppsVerb(command, run);
   AddLibraryProcessVerb(command, run);
   command.failure_message(FailureMessage);
   try {

@@ -18,6 +18,12 @@ void AddExecVerb(CLI::App& command, Run& run);
 void AddCallVerb(CLI::App& command, Run& run);
 void AddGetVerb(CLI::App& command, Run& run);
 void AddSetVerb(CLI::App& command, Run& run);
+void AddKeyVerb(CLI::App& command, Run& run);
+void AddLogVerb(CLI::App& command, Run& run);
+void AddScreenshotVerb(CLI::App& command, Run& run);
+void AddFailVerb(CLI::App& command, Run& run);
+void AddAppsVerb(CLI::App& command, Run& run);
+void AddReplayVerb(CLI::App& command, Run& run);
 void AddLibraryProcessVerb(CLI::App& command, Run& run);
 
 }  // namespace orvane::cli

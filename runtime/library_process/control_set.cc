@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 // Methods about the set itself: keys, profile, features, screen saver, faults.
+#include <algorithm>
 #include <limits>
+#include <string_view>
 #include <vector>
 
 #include "app/near_names.h"
@@ -36,6 +38,26 @@ tvset::FaultMode ParseFaultMode(const Fields& parameters) {
   parameters.Refuse("mode", R"("once" or "always")");
 }
 
+bool IsSameButForCase(std::string_view a, std::string_view b) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [&](char left, char right) { return lower(left) == lower(right); });
+}
+
+// The symbol of a key by what a person calls it: "XF86Red", or "red". Throws RequestError.
+std::string FindKey(const tvset::KeyGrabs& keys, const std::string& name) {
+  if (keys.IsKnownKey(name)) return name;
+  std::vector<std::string> names;
+  for (const tvset::RemoteKey& key : keys.known_keys()) {
+    if (IsSameButForCase(key.name, name) || IsSameButForCase(key.name, "XF86" + name)) {
+      return key.name;
+    }
+    names.push_back(key.name);
+  }
+  throw RequestError("No key of the remote control is called \"" + name + "\"." +
+                     app::DidYouMean(app::NearNames(name, names)));
+}
+
 value Texts(const std::vector<std::string>& texts) {
   picojson::array array;
   for (const std::string& text : texts) array.emplace_back(text);
@@ -45,15 +67,8 @@ value Texts(const std::vector<std::string>& texts) {
 }  // namespace
 
 value Control::KeysPress(const Fields& parameters) {
-  const std::string& name = parameters.Text("name");
+  const std::string name = FindKey(set().key_grabs(), parameters.Text("name"));
   const KeyPress press{parameters.Flag("long", false), parameters.Flag("native", false)};
-  const tvset::KeyGrabs& keys = set().key_grabs();
-  if (!keys.IsKnownKey(name)) {
-    std::vector<std::string> names;
-    for (const tvset::RemoteKey& key : keys.known_keys()) names.push_back(key.name);
-    throw RequestError("No key of the remote control is called \"" + name + "\"." +
-                       app::DidYouMean(app::NearNames(name, names)));
-  }
   const KeyPressScope scope(press);
   return value(EventStream::KeyEvent(set().key_grabs().Press(name), press, false));
 }

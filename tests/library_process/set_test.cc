@@ -29,6 +29,14 @@ TEST_F(SetControlTest, RoutesKeysByTheSetsRules) {
   EXPECT_EQ(Reason(R"({"name":"XF86Red"})"), "grabbedByOther");
 }
 
+TEST_F(SetControlTest, KnowsAKeyByItsShortName) {
+  for (const char* name : {"XF86Red", "red", "Red", "xf86RED"}) {
+    EXPECT_EQ(
+        Control("keys.press", std::string(R"({"name":")") + name + "\"}").get("key_name").to_str(),
+        "XF86Red");
+  }
+}
+
 TEST_F(SetControlTest, NamesKeysThatAreNear) {
   EXPECT_THAT(ControlError("keys.press", R"({"name":"XF86Rad"})"), HasSubstr("\"XF86Red\""));
   EXPECT_THAT(ControlError("keys.press", R"({"name":5})"), HasSubstr("\"name\""));

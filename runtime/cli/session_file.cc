@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/session_file.h"
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <utility>
+
+#include "cli/exit_code.h"
+#include "host/bounded_json.h"
+
+namespace orvane::cli {
+
+using picojson::value;
+
+namespace {
+
+std::string ReadText(const std::string& path) {
+  std::ostringstream text;
+  if (path == "-") {
+    text << std::cin.rdbuf();
+    return text.str();
+  }
+  std::ifstream stream(path, std::ios::binary);
+  if (!stream) throw UsageError(path + ": there is no such file, or it may not be read.");
+  text << stream.rdbuf();
+  return text.str();
+}
+
+[[noreturn]] void Refuse(const std::string& path, const std::string& why) {
+  throw UsageError(path + " is no recorded session: " + why +
+                   ". The simulator's Messages panel exports one.");
+}
+
+// Texts as they are, everything else as JSON.
+std::string TextOf(const value& json) {
+  return json.is<std::string>() ? json.get<std::string>() : json.serialize();
+}
+
+RecordedMessage ReadMessage(const value& json, size_t place) {
+  RecordedMessage message;
+  const value& number = json.get("seq");
+  message.number = number.is<double>() ? static_cast<int64_t>(number.get<double>())
+                                       : static_cast<int64_t>(place);
+  const value& context = json.get("context");
+  message.context = context.is<double>() ? static_cast<int64_t>(context.get<double>()) : 0;
+  message.to_page = TextOf(json.get("direction")) == "toPage";
+  message.kind = TextOf(json.get("kind"));
+  message.peer = json.contains("peer") ? TextOf(json.get("peer")) : std::string();
+  message.payload = json.contains("payload") ? TextOf(json.get("payload")) : std::string();
+  const value& reply = json.get("reply");
+  if (!reply.is<picojson::null>()) message.reply = TextOf(reply);
+  message.failed = !json.get("error").is<picojson::null>();
+  return message;
+}
+
+}  // namespace
+
+SessionFile ReadSessionFile(const std::string& path) {
+  std::string error;
+  const std::optional<value> json = host::ParseBoundedJson(ReadText(path), &error);
+  if (!json) Refuse(path, error.empty() ? "it is no JSON" : error);
+  if (!json->is<picojson::object>() || !json->get("orvane").is<double>()) {
+    Refuse(path, "the member \"orvane\" is missing");
+  }
+  if (json->get("orvane").get<double>() != 1) Refuse(path, "it is of a later version");
+  if (!json->get("records").is<picojson::array>()) Refuse(path, "\"records\" is no array");
+  SessionFile session;
+  if (json->get("app").is<picojson::object>())
+    session.app = json->get("app").get<picojson::object>();
+  if (json->get("profile").is<std::string>()) session.profile = TextOf(json->get("profile"));
+  for (const value& record : json->get("records").get<picojson::array>()) {
+    if (!record.is<picojson::object>()) Refuse(path, "a record is no object");
+    session.messages.push_back(ReadMessage(record, session.messages.size() + 1));
+  }
+  return session;
+}
+
+}  // namespace orvane::cli

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <picojson.h>
+
+namespace orvane::cli {
+
+// One message of a recorded session.
+struct RecordedMessage {
+  int64_t number = 0;  // as recorded; else its place in the file, from 1
+  int64_t context = 0;
+  bool to_page = false;
+  std::string kind;     // "nativeSync" and so on
+  std::string peer;     // extension, URI or call
+  std::string payload;  // text
+  std::optional<std::string> reply;
+  bool failed = false;  // there was an error in place of a reply
+};
+
+// A session as the simulator exports it.
+struct SessionFile {
+  picojson::object app;
+  std::string profile;  // empty: not known
+  std::vector<RecordedMessage> messages;
+};
+
+// Throws UsageError for a file that cannot be read or is no session.
+SessionFile ReadSessionFile(const std::string& path);
+
+}  // namespace orvane::cli

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <picojson.h>
+
+namespace orvane::cli {
+
+// Stands in for the simulator of a state folder: an HTTP server on a free port of this machine, and
+// the file that leads to it. Each connection gives one request and gets one answer.
+class FakeSimulator {
+ public:
+  struct Request {
+    std::string head;  // request line and headers
+    picojson::value body;
+  };
+  // The whole answer, head and all; an empty one closes the connection without a word.
+  using Answer = std::function<std::string(const Request& request)>;
+
+  FakeSimulator(const std::filesystem::path& state_folder, Answer answer);
+  ~FakeSimulator();
+  FakeSimulator(const FakeSimulator&) = delete;
+  FakeSimulator& operator=(const FakeSimulator&) = delete;
+
+  // Writes the file once more, with another member.
+  void WriteFile(const std::string& member, const picojson::value& value);
+  std::vector<Request> requests() const;
+
+  static std::string Ok(const std::string& json);  // with that body and its length
+  static std::string Result(const std::string& json) { return Ok("{\"result\":" + json + "}"); }
+
+ private:
+  void Run();
+  void Serve(int connection);
+
+  const std::filesystem::path file_;
+  const Answer answer_;
+  int listener_ = -1;
+  int port_ = 0;
+  mutable std::mutex mutex_;
+  std::vector<Request> requests_;  // guarded by mutex_
+  std::thread thread_;
+};
+
+}  // namespace orvane::cli
