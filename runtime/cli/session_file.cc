@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/session_file.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -33,8 +34,9 @@ std::string ReadText(const std::string& path) {
                    ". The simulator's Messages panel exports one.");
 }
 
-// Texts as they are, everything else as JSON.
+// Texts as they are, nothing for null, everything else as JSON.
 std::string TextOf(const value& json) {
+  if (json.is<picojson::null>()) return "";
   return json.is<std::string>() ? json.get<std::string>() : json.serialize();
 }
 
@@ -47,8 +49,10 @@ RecordedMessage ReadMessage(const value& json, size_t place) {
   message.context = context.is<double>() ? static_cast<int64_t>(context.get<double>()) : 0;
   message.to_page = TextOf(json.get("direction")) == "toPage";
   message.kind = TextOf(json.get("kind"));
-  message.peer = json.contains("peer") ? TextOf(json.get("peer")) : std::string();
-  message.payload = json.contains("payload") ? TextOf(json.get("payload")) : std::string();
+  message.peer = TextOf(json.get("peer"));
+  message.payload = TextOf(json.get("payload"));
+  const value& time = json.get("time_ns");
+  if (time.is<double>()) message.time_ns = time.get<double>();
   const value& reply = json.get("reply");
   if (!reply.is<picojson::null>()) message.reply = TextOf(reply);
   message.failed = !json.get("error").is<picojson::null>();
@@ -74,6 +78,9 @@ SessionFile ReadSessionFile(const std::string& path) {
     if (!record.is<picojson::object>()) Refuse(path, "a record is no object");
     session.messages.push_back(ReadMessage(record, session.messages.size() + 1));
   }
+  std::stable_sort(
+      session.messages.begin(), session.messages.end(),
+      [](const RecordedMessage& a, const RecordedMessage& b) { return a.time_ns < b.time_ns; });
   return session;
 }
 

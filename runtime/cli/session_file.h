@@ -14,6 +14,7 @@ namespace orvane::cli {
 // One message of a recorded session.
 struct RecordedMessage {
   int64_t number = 0;  // as recorded; else its place in the file, from 1
+  double time_ns = 0;  // when it was sent
   int64_t context = 0;
   bool to_page = false;
   std::string kind;     // "nativeSync" and so on
@@ -23,7 +24,8 @@ struct RecordedMessage {
   bool failed = false;  // there was an error in place of a reply
 };
 
-// A session as the simulator exports it.
+// A session as the simulator exports it, but for the order: a call is recorded when it is answered,
+// after what the page was sent meanwhile, and here it stands where it was made.
 struct SessionFile {
   picojson::object app;
   std::string profile;  // empty: not known

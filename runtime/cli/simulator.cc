@@ -89,6 +89,11 @@ value Simulator::Call(const std::string& method, const object& parameters) const
                       ".");
   }
   const value answer = ParseObject(http.body);
+  if (http.status == 403) {
+    throw NoSimulator("the simulator at " + address_.host + ":" + address_.port +
+                      " does not take this command for one of its own. Was " +
+                      (folder_ / "run/simulator.json").string() + " left behind by another run?");
+  }
   if (!answer.is<object>()) {
     throw NoSimulator("what answers at " + address_.host + ":" + address_.port +
                       " is no simulator: status " + std::to_string(http.status) +

@@ -82,6 +82,13 @@ TEST_F(ReplayTest, PassesOverTheUuidUnlessItIsToBeStrict) {
   EXPECT_EQ(Run({"replay", "--strict", file}).exit_code, 1);
 }
 
+TEST_F(ReplayTest, SendsACallBeforeWhatItLedTo) {
+  const Outcome outcome = Run({"replay", "--timeout", "0.1",
+                               Session({std::string(kPosted) + R"(,"time_ns":1.7e18)",
+                                        std::string(kProfile) + R"(,"time_ns":1.6e18)"})});
+  EXPECT_EQ(outcome.out, "2 messages replayed, 0 differences\n");
+}
+
 TEST_F(ReplayTest, NoticesAPostedMessageThatIsMissing) {
   const Outcome outcome = Run({"replay", "--timeout", "0.1", Session({kPosted})});
   EXPECT_EQ(outcome.exit_code, 1);

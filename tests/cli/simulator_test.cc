@@ -101,10 +101,17 @@ TEST_F(SimulatorTest, SaysItselfWhatItRefuses) {
 }
 
 TEST_F(SimulatorTest, MayRefuseWithoutAReason) {
-  FakeSimulator simulator = Answering("HTTP/1.1 403 Forbidden\r\nContent-Length: 2\r\n\r\n{}");
+  FakeSimulator simulator = Answering("HTTP/1.1 500 Oh\r\nContent-Length: 2\r\n\r\n{}");
   const Outcome outcome = Run({"apps"});
   EXPECT_EQ(outcome.exit_code, 1);
-  EXPECT_THAT(outcome.err, HasSubstr("refused state.get with status 403"));
+  EXPECT_THAT(outcome.err, HasSubstr("refused state.get with status 500"));
+}
+
+TEST_F(SimulatorTest, MayBeThatOfAnotherRun) {
+  FakeSimulator simulator = Answering("HTTP/1.1 403 Forbidden\r\nContent-Length: 5\r\n\r\nwrong");
+  const Outcome outcome = Run({"apps"});
+  EXPECT_EQ(outcome.exit_code, 4);
+  EXPECT_THAT(outcome.err, HasSubstr("left behind by another run?"));
 }
 
 TEST_F(SimulatorTest, MaySendItsAnswerInChunks) {
