@@ -7,7 +7,7 @@ import { batch } from '../view.js';
 import { Connection } from './connection.js';
 import { Feed } from './feed.js';
 import { connection, info, pages, process } from '../state/run.js';
-import { takePart, takeState } from '../state/set.js';
+import { set, takePart, takeState } from '../state/set.js';
 import { toast } from '../state/toasts.js';
 import * as streams from '../state/streams.js';
 
@@ -40,7 +40,7 @@ export async function ask(method, params) {
 
 const handlers = {
   log: (lines) => logFeed.push(lines),
-  trace: (records) => traceFeed.push(records),
+  trace: takeTrace,
   pages: (list) => (pages.value = list),
   process: processChanged,
   console: (entry) => streams.addConsole([entry]),
@@ -69,7 +69,16 @@ function processChanged(next) {
   }
 }
 
-async function refreshSet() {
+/** The UUID is made by a call, and no event tells it. */
+function takeTrace(records) {
+  traceFeed.push(records);
+  if (!set.uuid.value && records.some(({ payload }) => payload?.includes('_getUuid"'))) {
+    refreshSet();
+  }
+}
+
+/** Asks for the whole state of the set anew. */
+export async function refreshSet() {
   const state = await call('state.get').catch(() => null);
   if (state) {
     batch(() => takeState(state));

@@ -52,10 +52,19 @@ function explained() {
   }));
 }
 
+/** " while it handled getAppState of dravelt.orvane", as far as it is known. */
+function handledName(handling) {
+  if (!handling?.name) {
+    return '';
+  }
+  const method = /"cmd"\s*:\s*"(?:OrvaneManager_)?([^"]+)"/.exec(handling.text ?? '')?.[1];
+  return ` while it handled ${method ? `${method} of ` : ''}${handling.name}`;
+}
+
 /** What ended the library's process, in one sentence. */
 export function deathText({ signal, exit, reason, handling }) {
   const how = signal ? `with ${signal}` : `with exit code ${exit ?? 'unknown'}`;
-  const what = handling?.name ? ` while it handled ${handling.what ?? ''} ${handling.name}` : '';
+  const what = handledName(handling);
   const why = reason ? ` (${reason})` : '';
   return `The library's process ended ${how}${what}${why}.`;
 }

@@ -35,7 +35,7 @@ function options({ width, height, stroke, unit }) {
     cursor: { y: false, points: { size: 6 } },
     scales: { y: { range: (plot, low, high) => [0, Math.max(high * 1.15, 5)] } },
     axes: [
-      { ...axis, space: 70, values: (plot, ticks) => ticks.map(timeText) },
+      { ...axis, size: 28, space: 70, values: (plot, ticks) => ticks.map(timeText) },
       { ...axis, size: 52, values: (plot, ticks) => ticks.map((tick) => `${tick}${unit}`) },
     ],
     series: [

@@ -3,7 +3,7 @@
 // The application's UUID on this set, and the way back to a new set.
 
 import { html, useState } from '../view.js';
-import { ask } from '../api/session.js';
+import { ask, refreshSet } from '../api/session.js';
 import { set } from '../state/set.js';
 import { toast } from '../state/toasts.js';
 import { Button } from '../ui/controls.js';
@@ -12,6 +12,7 @@ import { Section } from '../ui/section.js';
 
 async function reset() {
   if ((await ask('factoryReset')) !== undefined) {
+    await refreshSet();
     toast('The set is as it left the factory.');
   }
 }

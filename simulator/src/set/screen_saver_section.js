@@ -44,7 +44,7 @@ function Loaded({ saver }) {
       entries=${[
         ['Owner', owner === 'DEFAULT' ? 'the set (DEFAULT)' : owner],
         ['Comes on', when(remaining, on)],
-        ['Time-out', timeoutSeconds === 0 ? "the set's own" : `${timeoutSeconds} s`],
+        ['Time-out', timeoutSeconds === 0 ? 'none' : `${timeoutSeconds} s`],
         ['Reset by applications', resets],
         ['Reset by keys', inputs],
       ]}

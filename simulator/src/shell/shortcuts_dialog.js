@@ -9,7 +9,7 @@ import { Dialog } from '../ui/dialog.js';
 
 const shown = [
   ...shortcuts.filter(([, symbol]) => !/^[0-9]$/.test(symbol)),
-  ['digits', '0', '0 – 9', 'Digits'],
+  ['digits', '0', '0–9', 'Digits'],
 ];
 
 export function ShortcutsDialog({ onClose }) {
@@ -24,7 +24,7 @@ export function ShortcutsDialog({ onClose }) {
         ([typed, symbol, hint, label]) =>
           html`<div key=${typed}>
             <dt><kbd>${hint}</kbd></dt>
-            <dd>${label ?? describeKey(symbol).label}</dd>
+            <dd>${label ?? (symbol === 'minus' ? 'Minus' : describeKey(symbol).label)}</dd>
           </div>`
       )}
     </dl>
