@@ -32,7 +32,7 @@ function headers(type, appOrigin) {
   };
 }
 
-/** @returns {Promise<{url: string, methods: object, close: () => Promise<void>}>} */
+/** `methods` may be called here, too; `calls` is what the pages called. */
 export async function startMock({ port = 0, minify = false, rebundle = false } = {}) {
   let files = await bundle({ minify });
   const appServer = createServer((request, response) => {
@@ -63,13 +63,18 @@ export async function startMock({ port = 0, minify = false, rebundle = false } =
     }
   };
   const methods = newMethods(emit, appUrl);
+  const calls = [];
   server.on('upgrade', (request, socket, head) => {
     if (new URL(request.url, 'http://mock').searchParams.get('token') !== token) {
       socket.end('HTTP/1.1 403 Forbidden\r\n\r\n');
       return;
     }
     sockets.handleUpgrade(request, socket, head, (client) => {
-      client.on('message', (data) => answer(client, methods, JSON.parse(data)));
+      client.on('message', (data) => {
+        const message = JSON.parse(data);
+        calls.push({ method: message.method, params: message.params });
+        answer(client, methods, message);
+      });
     });
   });
   const bound = await listen(server, port);
@@ -83,7 +88,8 @@ export async function startMock({ port = 0, minify = false, rebundle = false } =
     }
   };
   const dropSockets = () => sockets.clients.forEach((client) => client.terminate());
-  return { url: `http://localhost:${bound}/#token=${token}`, methods, emit, dropSockets, close };
+  const url = `http://localhost:${bound}/#token=${token}`;
+  return { url, methods, calls, emit, dropSockets, close };
 }
 
 function answer(client, methods, { id, method, params }) {

@@ -14,12 +14,10 @@ function matches(key, text) {
   return all.includes(text.trim().toLowerCase());
 }
 
-export function AllKeys() {
+function Groups() {
   const [text, setText] = useState('');
-  const keys = (set.keys.value ?? []).filter((key) => matches(key, text));
-  return html`<details class="all-keys">
-    <summary>All ${set.keys.value?.length} keys</summary>
-    <${SearchField} label="Name or code" value=${text} onInput=${setText} />
+  const keys = set.keys.value.filter((key) => matches(key, text));
+  return html`<${SearchField} label="Name or code" value=${text} onInput=${setText} />
     ${keys.length === 0 && html`<p class="hint">No key has that name or code.</p>`}
     ${groupKeys(keys).map(
       ({ title, keys: inGroup }) =>
@@ -29,6 +27,13 @@ export function AllKeys() {
             ${inGroup.map((each) => html`<${KeyButton} key=${each.name} name=${each.name} />`)}
           </div>
         </section>`
-    )}
+    )}`;
+}
+
+export function AllKeys() {
+  const [open, setOpen] = useState(false);
+  return html`<details class="all-keys" onToggle=${(event) => setOpen(event.target.open)}>
+    <summary>All ${set.keys.value.length} keys</summary>
+    ${open && html`<${Groups} />`}
   </details>`;
 }

@@ -33,6 +33,11 @@ function title(key, { scriptName }) {
     .join('\n');
 }
 
+/** The label, and what is written on the key where that is something else. */
+function spoken(label, text) {
+  return text && !label.toLowerCase().includes(text.toLowerCase()) ? `${text}: ${label}` : label;
+}
+
 /** Press, hold and release of a pointer or of the keyboard, as one press. */
 function useHold(name) {
   const timer = useRef(0);
@@ -85,7 +90,7 @@ export function KeyButton({ name, icon, text, className = '' }) {
     type="button"
     class=${classes.filter(Boolean).join(' ')}
     data-key=${name}
-    aria-label=${described.label}
+    aria-label=${spoken(described.label, text)}
     title=${title(key, described)}
     ...${handlers}
   >

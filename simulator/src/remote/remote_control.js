@@ -63,7 +63,7 @@ function Body() {
     </div>
     <div class="digits" role="group" aria-label="Digits">
       ${Array.from('123456789', (digit) => key(digit))} ${key('minus')} ${key('0')}
-      ${key('XF86PreviousChannel', { text: 'PRE' })}
+      ${key('XF86PreviousChannel', { text: 'PRE-CH' })}
     </div>
   </div>`;
 }

@@ -4,7 +4,7 @@
 
 import { html } from '../view.js';
 import { describeKey } from '../remote/key_table.js';
-import { shortcuts } from '../remote/shortcuts.js';
+import { shortcuts } from '../remote/shortcut_table.js';
 import { Dialog } from '../ui/dialog.js';
 
 const shown = [

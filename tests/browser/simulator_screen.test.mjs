@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// The simulator's television: its size, and the set's own pictures over the application's.
+
+import assert from 'node:assert/strict';
+import test from 'node:test';
+
+import { makeScene } from './support/scene.mjs';
+import { openSimulator } from './support/simulator.mjs';
+
+const scene = makeScene();
+
+const keyboard = {
+  dynamic: true,
+  positioned: true,
+  x: 1920,
+  y: 200,
+  align: 1,
+  recommendedEnabled: true,
+  recommendedWords: ['television', 'tell'],
+};
+
+/** Where an element is on the television, in pixels of its 1920 by 1080. */
+async function placeOf(page, selector) {
+  const screen = await page.locator('.screen').boundingBox();
+  const box = await page.locator(selector).boundingBox();
+  const scale = 1920 / screen.width;
+  const round = (number) => Math.round(number * scale);
+  return {
+    left: round(box.x - screen.x),
+    top: round(box.y - screen.y),
+    width: round(box.width),
+    height: round(box.height),
+  };
+}
+
+for (const [width, height] of [
+  [1280, 720],
+  [1440, 900],
+  [1680, 1050],
+  [1920, 1080],
+]) {
+  test(`the television is 16:9 and wholly in sight at ${width} by ${height}`, async () => {
+    const { page } = await openSimulator(scene, { viewport: { width, height } });
+    const box = await page.locator('.screen').boundingBox();
+    assert.ok(Math.abs(box.width / box.height - 16 / 9) < 0.005, `${box.width} × ${box.height}`);
+    assert.ok(box.width > width * 0.4, `only ${box.width} wide`);
+    const overflow = await page.evaluate(() => [
+      document.documentElement.scrollWidth - innerWidth,
+      document.documentElement.scrollHeight - innerHeight,
+    ]);
+    assert.deepEqual(overflow, [0, 0]);
+    const frame = page.frames().find((each) => each.parentFrame());
+    assert.deepEqual(await frame.evaluate(() => [innerWidth, innerHeight]), [1920, 1080]);
+  });
+}
+
+test('volume keys that no application took show and change the volume', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.page.click('[data-key=XF86AudioRaiseVolume]');
+  await simulator.shows('.volume-bar', '18');
+  await simulator.page.click('[data-key=XF86AudioMute]');
+  await simulator.shows('.volume-bar', 'Mute');
+  simulator.assertClean();
+});
+
+test('volume keys that an application took leave the volume alone', async () => {
+  const simulator = await openSimulator(scene);
+  const grab = { app: 'OrvaneTour.Tour', key: 'XF86AudioRaiseVolume', mode: 'normal' };
+  simulator.server('dev.part', { name: 'keyGrabs', value: [grab] });
+  await simulator.page.locator('[data-key=XF86AudioRaiseVolume].key-reaches').waitFor();
+  await simulator.page.click('[data-key=XF86AudioRaiseVolume]');
+  await simulator.shows('.press', 'registered');
+  assert.equal(await simulator.page.locator('.volume-bar').count(), 0);
+});
+
+test('the screen saver comes on when the clock is moved, and goes with a press', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.page.click('text=Until it is on');
+  await simulator.shows('.saver', 'Screen saver of the set');
+  await simulator.page.click('.saver', { position: { x: 60, y: 60 } });
+  await simulator.page.locator('.saver').waitFor({ state: 'detached' });
+  assert.equal(simulator.called('screenSaver.activity').length, 1);
+});
+
+test('the last source is shown after a context request, until a key', async () => {
+  const simulator = await openSimulator(scene);
+  const data = { target: 'last:source', action: 'launch' };
+  simulator.server('dev.tell', { name: 'contextTask', data });
+  await simulator.shows('.last-source', 'last:source · launch');
+  await simulator.page.focus('.television');
+  await simulator.page.keyboard.press('Backspace');
+  await simulator.page.locator('.last-source').waitFor({ state: 'detached' });
+});
+
+test('a window that was moved or quartered is where the set says', async () => {
+  const simulator = await openSimulator(scene);
+  const move = (place) =>
+    simulator.server('dev.part', {
+      name: 'windows',
+      value: {
+        stack: ['OrvaneTour.Tour'],
+        list: [
+          { app: 'OrvaneTour.Tour', stackMode: 'NONE', hints: {}, focusWanted: true, ...place },
+        ],
+      },
+    });
+  move({ quarterPosition: 4, position: null });
+  await simulator.page.locator('.app-window-moved').waitFor();
+  const quarter = await placeOf(simulator.page, '.app-window');
+  assert.deepEqual(quarter, { left: 960, top: 540, width: 960, height: 540 });
+  move({ quarterPosition: null, position: [1000, 0] });
+  await simulator.shows('.windows', 'moved to 1000, 0');
+  assert.equal((await placeOf(simulator.page, '.app-window')).left, 500);
+});
+
+test('the keyboard is where setIMEPosition put it, at both resolutions', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('dev.part', { name: 'inputMethod', value: keyboard });
+  await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
+  await simulator.shows('.ime', '1920, 200 · top centre');
+  const uhd = await placeOf(simulator.page, '.ime');
+  assert.ok(Math.abs(uhd.left + uhd.width / 2 - 960) <= 2, JSON.stringify(uhd));
+  assert.ok(Math.abs(uhd.top - 100) <= 2, JSON.stringify(uhd));
+  simulator.server('profile.use', { profile: 'fhd' });
+  await simulator.shows('.screen-status', '1920×1080');
+  assert.ok(Math.abs((await placeOf(simulator.page, '.ime')).top - 200) <= 2);
+});
+
+test('the keyboard comes with a field that is edited, and types into it', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('dev.part', { name: 'inputMethod', value: keyboard });
+  const [page] = simulator.server('pages.list');
+  simulator.server('dev.tell', { name: 'pages', data: [{ ...page, editing: 'search' }] });
+  const ime = simulator.page.locator('.ime');
+  await ime.waitFor();
+  await ime.getByText('tell', { exact: true }).click();
+  await ime.getByText('ABC').click();
+  await ime.getByText('Q', { exact: true }).click();
+  await ime.getByText('w', { exact: true }).click();
+  await ime.getByText('Delete').click();
+  await ime.getByText('Done').click();
+  await simulator.waitForCall('ime.input', 5);
+  assert.deepEqual(simulator.called('ime.input'), [
+    { op: 'text', text: 'tell' },
+    { op: 'text', text: 'Q' },
+    { op: 'text', text: 'w' },
+    { op: 'backspace' },
+    { op: 'enter' },
+  ]);
+  simulator.server('dev.tell', { name: 'pages', data: [page] });
+  await ime.waitFor({ state: 'detached' });
+});
+
+test('arrow keys go from key to key of the keyboard, and not to the set', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
+  await simulator.page.locator('.ime').getByText('q', { exact: true }).focus();
+  await simulator.page.keyboard.press('ArrowRight');
+  await simulator.page.keyboard.press('ArrowDown');
+  await simulator.page.keyboard.press('Enter');
+  assert.deepEqual(await simulator.waitForCall('ime.input'), { op: 'text', text: 's' });
+  assert.deepEqual(simulator.called('keys.press'), []);
+});
+
+test('other windows, the background and the end lie over the picture', async () => {
+  const simulator = await openSimulator(scene);
+  const stack = ['OrvaneShow.Guide', 'OrvaneTour.Tour'];
+  simulator.server('dev.part', { name: 'windows', value: { stack, list: [] } });
+  await simulator.shows('.curtain', 'OrvaneShow.Guide');
+  simulator.server('applications.setState', { id: 'OrvaneTour.Tour', state: 'BACKGROUND' });
+  await simulator.shows('.curtain', 'In the background');
+  simulator.server('applications.terminate', { id: 'OrvaneTour.Tour' });
+  await simulator.shows('.curtain', 'does not run');
+  await simulator.page.click('.curtain button');
+  assert.deepEqual(await simulator.waitForCall('applications.launch'), { id: 'OrvaneTour.Tour' });
+});
+
+test('the application is reloaded on request', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.page.click('[aria-label="Reload the application\'s page"]');
+  await simulator.waitForCall('page.reload');
+});

@@ -1,0 +1,186 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// The simulator's page as a whole: its secret, its start, losses, themes, and who can use it.
+
+import assert from 'node:assert/strict';
+import { readFileSync } from 'node:fs';
+import { createRequire } from 'node:module';
+import test from 'node:test';
+
+import { makeScene } from './support/scene.mjs';
+import { openSimulator } from './support/simulator.mjs';
+
+const scene = makeScene();
+const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
+
+test('the secret leaves the address, and outlives a reload', async () => {
+  const simulator = await openSimulator(scene);
+  assert.doesNotMatch(simulator.page.url(), /token/);
+  await simulator.page.reload();
+  await simulator.page.locator('.remote-body .key').first().waitFor();
+  simulator.assertClean();
+});
+
+test('without the secret the page says where to get it', async () => {
+  const { mock } = await openSimulator(scene);
+  const page = await scene.open(`${mock.url}x`);
+  await page.getByText('Open the link that it printed').waitFor();
+});
+
+test('the first paint comes within a second', async (t) => {
+  const { page } = await openSimulator(scene);
+  const painted = await page.evaluate(
+    () => performance.getEntriesByName('first-contentful-paint')[0].startTime
+  );
+  t.diagnostic(`first paint after ${painted.toFixed(0)} ms`);
+  assert.ok(painted < 1000, `${painted} ms`);
+});
+
+const death = {
+  time_ns: 1.7e18,
+  signal: 'SIGABRT',
+  exit: null,
+  reason: '',
+  handling: {
+    what: 'sync',
+    context: 1,
+    name: 'dravelt.orvane',
+    text: '{"cmd":"OrvaneManager_getAppState","args":{}}',
+  },
+  stderr: 'assert(is<std::string>())',
+};
+
+test('when the library dies the page says of what, and starts it again', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('dev.process', { state: 'down', pid: 0, deaths: [death] });
+  await simulator.shows('.banner', 'ended with SIGABRT while it handled getAppState');
+  await simulator.shows('.banner', '"OrvaneManager_getAppState"');
+  await simulator.page.click('.banner summary');
+  await simulator.shows('.banner pre', 'assert(is<std::string>())');
+  await simulator.shows('.top-chips', 'Library down');
+  await simulator.page.click('.banner >> text=Restart');
+  await simulator.waitForCall('process.restart');
+  await simulator.shows('.banner', 'started again with the state of the set');
+  await simulator.page.click('.banner [aria-label="Close this notice"]');
+  await simulator.page.locator('.banner').waitFor({ state: 'detached' });
+});
+
+test('a page in which the runtime has no script is explained', async () => {
+  const simulator = await openSimulator(scene);
+  const [page] = simulator.server('pages.list');
+  const blocked = { ...page, runtime: 'noScript', isolated: false };
+  simulator.server('dev.tell', { name: 'pages', data: [blocked] });
+  await simulator.shows('.banner', "No script ran because of the page's content policy");
+});
+
+test('after a loss of the connection everything that was missed is there, once', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('log.write', { count: 10 });
+  await simulator.shows('.toolbar-count', '10 of 10');
+  simulator.mock.dropSockets();
+  simulator.server('log.write', { count: 90 });
+  await simulator.shows('.toolbar-count', '100 of 100 lines');
+  await simulator.shows('.top-chips', 'Library running');
+});
+
+test('a lost connection is told, and what is asked meanwhile is answered with that', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.mock.close();
+  await simulator.shows('.banner', 'The connection to orvane run was lost');
+  await simulator.page.click('[data-key=XF86Red]');
+  await simulator.shows('.toast-error', 'no connection');
+});
+
+test('the theme follows the system, or the person', async () => {
+  const simulator = await openSimulator(scene, { colorScheme: 'dark' });
+  const colour = () =>
+    simulator.page.evaluate(() => getComputedStyle(document.body).backgroundColor);
+  assert.equal(await colour(), 'rgb(14, 16, 21)');
+  await simulator.page.click('[aria-label=Theme] [aria-label=Light]');
+  assert.equal(await colour(), 'rgb(238, 240, 244)');
+  await simulator.page.reload();
+  assert.equal(await colour(), 'rgb(238, 240, 244)');
+});
+
+test('areas are resized and hidden with the keyboard, and stay so', async () => {
+  const simulator = await openSimulator(scene);
+  const height = async () => (await simulator.dock.boundingBox()).height;
+  const before = await height();
+  await simulator.page.focus('.splitter-y');
+  await simulator.page.keyboard.press('ArrowUp');
+  await simulator.page.keyboard.press('ArrowUp');
+  assert.equal(await height(), before + 40);
+  await simulator.page.click('[aria-label="Panel of the set"]');
+  await simulator.page.locator('.set-panel').waitFor({ state: 'detached' });
+  await simulator.page.reload();
+  await simulator.page.locator('.remote-body .key').first().waitFor();
+  assert.equal(await simulator.page.locator('.set-panel').count(), 0);
+  assert.equal(await height(), before + 40);
+});
+
+test('with Tab alone every area is reached, and what has the focus is seen', async () => {
+  const simulator = await openSimulator(scene);
+  const reached = new Set();
+  const unseen = [];
+  for (let step = 0; step < 160; ++step) {
+    await simulator.page.keyboard.press('Tab');
+    const at = await simulator.page.evaluate(() => {
+      const element = document.activeElement;
+      const area = element.closest('.top-bar, .remote, .stage, .dock, .set-panel');
+      const { outlineStyle } = getComputedStyle(element);
+      return {
+        area: area?.className,
+        seen: outlineStyle !== 'none' || element.tagName === 'IFRAME' || element === document.body,
+        name: `${element.tagName} ${element.className}`,
+      };
+    });
+    reached.add(at.area);
+    if (!at.seen) {
+      unseen.push(at.name);
+    }
+  }
+  for (const area of ['top-bar', 'remote', 'stage', 'dock', 'set-panel']) {
+    assert.ok(reached.has(area), `${area} was not reached`);
+  }
+  assert.deepEqual(unseen, []);
+});
+
+for (const colorScheme of ['light', 'dark']) {
+  for (const tab of ['log', 'messages', 'profiling', 'console', 'problems']) {
+    test(`nothing hinders anybody in the ${tab} panel (${colorScheme})`, async () => {
+      const simulator = await openSimulator(scene, { colorScheme, preferences: { tab } });
+      fill(simulator);
+      await simulator.page.locator('.press').first().waitFor();
+      await simulator.page.evaluate(axe);
+      const { violations } = await simulator.page.evaluate(() =>
+        window.axe.run(document, {
+          iframes: false,
+          runOnly: ['wcag2a', 'wcag2aa', 'wcag21a', 'wcag21aa', 'wcag22aa', 'best-practice'],
+        })
+      );
+      const found = violations.map(
+        ({ id, nodes }) => `${id}: ${nodes.map((node) => node.target.join(' ')).join(' | ')}`
+      );
+      assert.deepEqual(found, []);
+    });
+  }
+}
+
+function fill(simulator) {
+  for (const [letter, priority] of Object.entries({ V: 2, D: 3, I: 4, W: 5, E: 6 })) {
+    simulator.server('log.write', { letter, priority, text: 'a line' });
+  }
+  const payload = { cmd: 'OrvaneManager_getVersion', args: {} };
+  simulator.server('dev.call', { payload, reply: { status: 'success', result: '3.9' }, us: 50000 });
+  simulator.server('dev.call', { payload, reply: { status: 'error' }, us: 100 });
+  for (const [label, elapsed] of Object.entries({ one: '0.000', two: '0.200' })) {
+    const text = `orvane.RecordProfiling with [OrvaneTour.Tour] [${elapsed}][${label}]`;
+    simulator.server('dev.mark', { text });
+  }
+  for (const level of ['debug', 'log', 'warn', 'error']) {
+    const data = { level, text: 'hello', context: 1, time_ns: Date.now() * 1e6 };
+    simulator.server('dev.tell', { name: 'console', data });
+  }
+  simulator.server('keys.press', { name: 'XF86Red' });
+  simulator.server('keys.press', { name: 'XF86Blue' });
+}
