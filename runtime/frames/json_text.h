@@ -18,4 +18,8 @@ bool IsWellFormed(std::string_view text);
 // bytes, what a browser receives may not.
 std::string WellFormed(std::string_view text);
 
+// The JSON text with \ufffd for each escape of half a character (a surrogate without its partner):
+// a page's strings may hold such halves and JSON.stringify writes them, but parsers refuse them.
+std::string WithoutHalfCharacters(std::string_view json);
+
 }  // namespace orvane::frames

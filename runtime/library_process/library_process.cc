@@ -81,7 +81,8 @@ const Dispatcher::Row Dispatcher::kRows[] = {
 
 bool Dispatcher::Handle(std::string_view body) {
   std::string error;
-  const std::optional<value> frame = host::ParseBoundedJson(body, &error);
+  std::optional<value> frame = host::ParseBoundedJson(body, &error);
+  if (!frame) frame = host::ParseBoundedJson(frames::WithoutHalfCharacters(body), &error);
   if (!frame || !frame->is<picojson::object>()) {
     outbox_.AnswerError(0, "A frame is no JSON object: " + error);
     return true;

@@ -91,6 +91,15 @@ TEST_F(MessagesTest, ReplacesBytesThatAreNoText) {
   EXPECT_EQ(WaitForOp("posted").get("text").to_str(), "not \xef\xbf\xbd utf-8");
 }
 
+TEST_F(MessagesTest, ReplacesHalvesOfCharacters) {
+  std::string bytes;
+  frames::AppendFrame(R"({"op":"sync","id":999,"context":7,"extension":"example.tester",)"
+                      R"("text":"\ud800 and \ud83d\ude00"})",
+                      &bytes);
+  SendRaw(bytes);
+  EXPECT_EQ(WaitForOp("answer").get("result").to_str(), "did \xef\xbf\xbd and 😀");
+}
+
 TEST_F(MessagesTest, SaysThatAReplyIsTooLong) {
   EXPECT_THAT(Sync(7, "long", kTester).get("error").to_str(), HasSubstr("limit"));
   EXPECT_EQ(Sync(7, "next", kTester).get("result").to_str(), "did next");
