@@ -5,7 +5,7 @@
 
 import { html, signal, useLayoutEffect, useRef, useState } from '../view.js';
 import { ask } from '../api/session.js';
-import { topPage } from '../state/run.js';
+import { isEditing } from '../state/run.js';
 import { set } from '../state/set.js';
 import { Icon } from '../ui/icons.js';
 import { aligned, alignNames, ofPanel, screenHeight, screenWidth } from './geometry.js';
@@ -18,7 +18,7 @@ const wordsHeight = 76;
 export const keyboardWanted = signal(null);
 
 export function keyboardShown() {
-  return keyboardWanted.value ?? Boolean(topPage.value?.editing);
+  return keyboardWanted.value ?? isEditing.value;
 }
 
 /** Where the keyboard is, in pixels of the screen. */
@@ -85,7 +85,7 @@ function placeText({ positioned, x, y, align }) {
 export function OnScreenKeyboard() {
   const element = useRef(null);
   const [page, setPage] = useState('lower');
-  const editing = topPage.value?.editing;
+  const editing = isEditing.value;
   useLayoutEffect(() => {
     keyboardWanted.value = null;
   }, [editing]);

@@ -1,20 +1,33 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 // What the viewer sees after an application asked the set for its last source: the tuner's picture
-// over the application, until a key or the button takes it away.
+// over the application. There is no tuner behind it, so it goes after some seconds; before that
+// with a key that somebody presses, or its button.
 
-import { html, useEffect } from '../view.js';
+import { html, useEffect, useRef } from '../view.js';
 import { contextTask, keyHistory } from '../state/streams.js';
 import { Icon } from '../ui/icons.js';
 
+const shownMs = 5000;
+
+function goBack() {
+  contextTask.value = null;
+}
+
 export function LastSource() {
   const task = contextTask.value;
-  const lastKey = keyHistory.value[0];
+  const lastPress = keyHistory.value.find((key) => !key.injected)?.number ?? 0;
+  const pressBefore = useRef(0);
   useEffect(() => {
-    if (task && lastKey && lastKey.at > task.at) {
-      contextTask.value = null;
+    pressBefore.current = lastPress;
+    const timer = task && setTimeout(goBack, shownMs);
+    return () => clearTimeout(timer);
+  }, [task]);
+  useEffect(() => {
+    if (task && lastPress > pressBefore.current) {
+      goBack();
     }
-  }, [task, lastKey]);
+  }, [lastPress]);
   if (!task) {
     return null;
   }
@@ -25,9 +38,7 @@ export function LastSource() {
         <strong>Last source</strong>
         <span class="last-source-task">${task.target} · ${task.action}</span>
       </span>
-      <button type="button" onClick=${() => (contextTask.value = null)}>
-        Back to the application
-      </button>
+      <button type="button" onClick=${goBack}>Back to the application</button>
     </div>
   </div>`;
 }

@@ -10,8 +10,17 @@ export const info = signal(null);
 export const pages = signal([]);
 export const process = signal(null);
 
+const topPages = computed(() =>
+  pages.value.filter((page) => page.top).sort((a, b) => a.context - b.context)
+);
+
 /** The application's own document, the newest when there are several. */
-export const topPage = computed(() => pages.value.filter((page) => page.top).at(-1) ?? null);
+export const topPage = computed(() => topPages.value.at(-1) ?? null);
+
+/** Whether somebody edits text in the application. */
+export const isEditing = computed(() =>
+  topPages.value.some((page) => page.editing && page.visible !== false)
+);
 
 export const appId = computed(() => info.value?.app?.id ?? '');
 
