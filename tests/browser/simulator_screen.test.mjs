@@ -152,6 +152,22 @@ test('the keyboard comes with a field that is edited, and types into it', async 
   await ime.waitFor({ state: 'detached' });
 });
 
+test('a recommended word completes the word that was begun', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('dev.part', { name: 'inputMethod', value: keyboard });
+  await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
+  const ime = simulator.page.locator('.ime');
+  await ime.getByText('t', { exact: true }).click();
+  await ime.getByText('e', { exact: true }).click();
+  await ime.getByText('television').click();
+  await ime.getByText('tell', { exact: true }).click();
+  await simulator.waitForCall('ime.input', 6);
+  assert.deepEqual(
+    simulator.called('ime.input').map(({ op, text }) => text ?? op),
+    ['t', 'e', 'backspace', 'backspace', 'television', 'tell']
+  );
+});
+
 test('arrow keys go from key to key of the keyboard, and not to the set', async () => {
   const simulator = await openSimulator(scene);
   await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');

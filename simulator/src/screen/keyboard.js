@@ -4,12 +4,12 @@
 // recommends. What is typed goes into the field of the page that has the focus.
 
 import { html, signal, useLayoutEffect, useRef, useState } from '../view.js';
-import { ask } from '../api/session.js';
 import { isEditing } from '../state/run.js';
 import { set } from '../state/set.js';
 import { Icon } from '../ui/icons.js';
 import { aligned, alignNames, ofPanel, screenHeight, screenWidth } from './geometry.js';
 import { keyboardRows } from './keyboard_layout.js';
+import { startTyping, typeKey, typeText, typeWord } from './typing.js';
 
 export const keyboardSize = { width: 1060, height: 500 };
 const wordsHeight = 76;
@@ -28,19 +28,17 @@ export function keyboardPlace(inputMethod, panel, size = keyboardSize) {
   return { ...aligned(anchor, positioned ? align : 7, size), anchor };
 }
 
-const type = (op, text) => ask('ime.input', text === undefined ? { op } : { op, text });
-
 const actions = {
   text: (label, { page, setPage }) => {
-    type('text', label);
+    typeText(label);
     if (page === 'upper') {
       setPage('lower');
     }
   },
-  space: () => type('text', ' '),
-  backspace: () => type('backspace'),
-  enter: () => type('enter'),
-  clear: () => type('clear'),
+  space: () => typeText(' '),
+  backspace: () => typeKey('backspace'),
+  enter: () => typeKey('enter'),
+  clear: () => typeKey('clear'),
   hide: () => (keyboardWanted.value = false),
   shift: (label, { page, setPage }) => setPage(page === 'upper' ? 'lower' : 'upper'),
   symbols: (label, { page, setPage }) => setPage(page === 'symbols' ? 'lower' : 'symbols'),
@@ -50,7 +48,7 @@ function Words() {
   const { recommendedWords } = set.inputMethod.value;
   return html`<div class="ime-words" role="group" aria-label="Recommended words">
     ${recommendedWords.map(
-      (word) => html`<button type="button" onClick=${() => type('text', word)}>${word}</button>`
+      (word) => html`<button type="button" onClick=${() => typeWord(word)}>${word}</button>`
     )}
   </div>`;
 }
@@ -88,12 +86,13 @@ export function OnScreenKeyboard() {
   const editing = isEditing.value;
   useLayoutEffect(() => {
     keyboardWanted.value = null;
+    startTyping();
   }, [editing]);
   const inputMethod = set.inputMethod.value;
   if (!inputMethod || !keyboardShown()) {
     return null;
   }
-  const words = inputMethod.recommendedEnabled && inputMethod.recommendedWords.length > 0;
+  const words = inputMethod.recommendedEnabled; // also while there are none: it does not jump
   const size = { ...keyboardSize, height: keyboardSize.height + (words ? wordsHeight : 0) };
   const { left, top } = keyboardPlace(inputMethod, set.panel.value, size);
   return html`<div
