@@ -27,7 +27,7 @@ function Payload({ title, text }) {
     <header class="section-head">
       <h4>${title} <span class="muted">${bytes(text.length)}</span></h4>
       <${IconButton}
-        icon="download"
+        icon="copy"
         label=${`Copy the ${title.toLowerCase()}`}
         onClick=${() => copy(text)}
       />

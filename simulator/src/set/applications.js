@@ -7,6 +7,7 @@ import { ask } from '../api/session.js';
 import { appId, pages } from '../state/run.js';
 import { set } from '../state/set.js';
 import { Button, Chip, Select } from '../ui/controls.js';
+import { plural } from '../ui/format.js';
 import { Facts, Section } from '../ui/section.js';
 
 const states = ['FOREGROUND', 'BACKGROUND', 'SERVICE', 'UNDEFINED'];
@@ -32,10 +33,15 @@ function State({ application }) {
     <${Button} onClick=${() => ask('applications.terminate', { id })}>End<//>`;
 }
 
+function contents(privileges, metadata) {
+  const entries = plural(metadata.length, 'metadata entry', 'metadata entries');
+  return `${plural(privileges.length, 'privilege')}, ${entries}`;
+}
+
 function Details({ application }) {
   const { version, folder, pid, metadata, privileges } = application;
   return html`<details class="more">
-    <summary>${privileges.length} privileges, ${metadata.length} metadata</summary>
+    <summary>${contents(privileges, metadata)}</summary>
     <${Facts}
       entries=${[
         ['Version', version],

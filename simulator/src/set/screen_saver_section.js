@@ -58,7 +58,7 @@ function Loaded({ saver }) {
       >
     </p>
     <p class="button-row">
-      <${Button} onClick=${() => ask('screenSaver.activity')}>Somebody is there<//>
+      <${Button} onClick=${() => ask('screenSaver.activity')}>Start the wait again<//>
     </p>
   <//>`;
 }

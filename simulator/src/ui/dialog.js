@@ -28,7 +28,7 @@ export function Dialog({ title, onClose, children, actions }) {
 /** Asks before something that cannot be undone. */
 export function Confirmation({ title, children, action, onConfirm, onClose }) {
   const actions = (close) =>
-    html`<${Button} onClick=${close} autofocus>Cancel<//>
+    html`<${Button} onClick=${close}>Cancel<//>
       <${Button}
         kind="danger"
         onClick=${() => {
