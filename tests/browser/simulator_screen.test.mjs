@@ -78,6 +78,7 @@ test('the screen saver comes on when the clock is moved, and goes with a press',
   const simulator = await openSimulator(scene);
   await simulator.page.click('text=Until it is on');
   await simulator.shows('.saver', 'Screen saver of the set');
+  assert.ok(Number.isInteger(simulator.called('clock.advance')[0].ms));
   await simulator.page.click('.saver', { position: { x: 60, y: 60 } });
   await simulator.page.locator('.saver').waitFor({ state: 'detached' });
   assert.equal(simulator.called('screenSaver.activity').length, 1);
