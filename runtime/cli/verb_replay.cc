@@ -68,6 +68,7 @@ picojson::array Texts(const std::vector<std::string>& texts) {
 
 std::vector<std::string> Absolute(const std::vector<std::string>& paths) {
   std::vector<std::string> absolute;
+  absolute.reserve(paths.size());
   for (const std::string& path : paths) absolute.push_back(fs::absolute(path).string());
   return absolute;
 }
@@ -75,7 +76,7 @@ std::vector<std::string> Absolute(const std::vector<std::string>& paths) {
 object AppOf(const SessionFile& session) {
   object app = session.app;
   if (!app["id"].is<std::string>()) {
-    throw UsageError("the session does not name its application (\"app\" with an \"id\").");
+    throw UsageError(R"(the session does not name its application ("app" with an "id").)");
   }
   const std::string id = app["id"].get<std::string>();
   if (!app["package"].is<std::string>()) app["package"] = value(id.substr(0, id.find('.')));

@@ -51,7 +51,8 @@ void FrameReader::Append(std::string_view bytes) {
 }
 
 std::optional<std::string_view> FrameReader::Next() {
-  const std::string_view left = std::string_view(bytes_).substr(taken_);
+  std::string_view left = bytes_;
+  left.remove_prefix(taken_);
   if (left.size() < kHeaderBytes) return std::nullopt;
   const size_t length = LengthOf(left);
   CheckLength(length);
@@ -63,7 +64,7 @@ std::optional<std::string_view> FrameReader::Next() {
 std::optional<std::string_view> ReceiveFrame(int socket, FrameReader* reader) {
   while (true) {
     if (const auto body = reader->Next()) return body;
-    std::array<char, kReadBytes> bytes;
+    std::array<char, kReadBytes> bytes;  // NOLINT(cppcoreguidelines-pro-type-member-init): recv's
     const ssize_t count = recv(socket, bytes.data(), bytes.size(), 0);
     if (count > 0) reader->Append({bytes.data(), static_cast<size_t>(count)});
     if (count == 0 || (count < 0 && errno != EINTR)) return std::nullopt;

@@ -28,8 +28,8 @@ constexpr milliseconds kSnapshotDelay{100};
 constexpr size_t kBatchLines = 256;
 constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the set's threads do
 
-thread_local KeyPress t_press;
-thread_local bool t_is_injected = false;
+thread_local KeyPress g_press;
+thread_local bool g_is_injected = false;
 
 value Text(std::string_view text) { return value(std::string(text)); }
 
@@ -92,7 +92,7 @@ EventStream::~EventStream() {
   thread_.join();
 }
 
-void EventStream::SetKeyPress(const KeyPress& press) { t_press = press; }
+void EventStream::SetKeyPress(const KeyPress& press) { g_press = press; }
 
 object EventStream::KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress& press,
                              bool is_injected) {
@@ -135,12 +135,12 @@ void EventStream::AddLogLine(const tvset::LogLine& line) {
 
 void EventStream::OnKeyInjected(const tvset::InjectedKey& key) {
   // The press that follows comes on this thread.
-  t_is_injected = !key.key_name.empty();
+  g_is_injected = !key.key_name.empty();
 }
 
 void EventStream::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
-  const bool is_injected = std::exchange(t_is_injected, false);
-  AddEvent("key", value(KeyEvent(delivery, is_injected ? KeyPress{} : t_press, is_injected)));
+  const bool is_injected = std::exchange(g_is_injected, false);
+  AddEvent("key", value(KeyEvent(delivery, is_injected ? KeyPress{} : g_press, is_injected)));
   Touch(Part::kScreenSaver);  // every key starts its wait afresh
 }
 

@@ -18,6 +18,7 @@ namespace orvane::library_process {
 class Outbox {
  public:
   explicit Outbox(int socket) : socket_(socket) {}
+  ~Outbox() = default;
   Outbox(const Outbox&) = delete;
   Outbox& operator=(const Outbox&) = delete;
 

@@ -50,7 +50,7 @@ void SettingsWatch::AddFolder(const fs::path& folder) {
 
 void SettingsWatch::Run() {
   pthread_setname_np(pthread_self(), "settings-watch");
-  alignas(inotify_event) std::array<char, size_t{16} << 10> events;
+  alignas(inotify_event) std::array<char, size_t{4} << 10> events{};
   pollfd descriptors[] = {{inotify_, POLLIN, 0}, {stop_, POLLIN, 0}};
   while (poll(descriptors, 2, -1) >= 0 || errno == EINTR) {
     if ((descriptors[1].revents & POLLIN) != 0) return;
@@ -62,7 +62,7 @@ void SettingsWatch::Run() {
 // A folder that is new may have got settings before it was watched.
 void SettingsWatch::Follow(std::string_view events) {
   while (!events.empty()) {
-    inotify_event event;
+    inotify_event event = {};
     std::memcpy(&event, events.data(), sizeof(event));
     const char* const name = events.data() + sizeof(event);
     const auto folder = folders_.find(event.wd);

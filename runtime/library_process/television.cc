@@ -32,9 +32,9 @@ Television::RunningSet::RunningSet(const StartOptions& options) {
 
 Television::RunningSet::~RunningSet() { tvset::Set::Stop(); }
 
-Television::Television(const StartOptions& options, const picojson::value& snapshot,
-                       const Home& home, Outbox& outbox)
-    : options_(options),
+Television::Television(StartOptions options, const picojson::value& snapshot, const Home& home,
+                       Outbox& outbox)
+    : options_(std::move(options)),
       running_set_(options_),
       clock_(ShiftedClock::Create()),
       applications_(set().applications()),

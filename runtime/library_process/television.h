@@ -38,7 +38,7 @@ class Television {
  public:
   // `snapshot` is that of the process before this one; null: there is none. Throws RequestError,
   // tvset::SetError or host::HostError for what cannot be used; no set runs then.
-  Television(const StartOptions& options, const picojson::value& snapshot, const Home& home,
+  Television(StartOptions options, const picojson::value& snapshot, const Home& home,
              Outbox& outbox);
   ~Television();
   Television(const Television&) = delete;

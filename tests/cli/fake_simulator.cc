@@ -40,8 +40,9 @@ std::string ReadRequest(int connection, size_t* body_begin) {
 }  // namespace
 
 FakeSimulator::FakeSimulator(const std::filesystem::path& state_folder, Answer answer)
-    : file_(state_folder / "run" / "simulator.json"), answer_(std::move(answer)) {
-  listener_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    : file_(state_folder / "run" / "simulator.json"),
+      answer_(std::move(answer)),
+      listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
   sockaddr_in address = {};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);

@@ -42,7 +42,7 @@ class FakeSimulator {
 
   const std::filesystem::path file_;
   const Answer answer_;
-  int listener_ = -1;
+  const int listener_;
   int port_ = 0;
   mutable std::mutex mutex_;
   std::vector<Request> requests_;  // guarded by mutex_

@@ -8,7 +8,6 @@ namespace orvane::cli {
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 class ReplayTest : public CommandTest {
  protected:
@@ -35,21 +34,25 @@ constexpr char kProfile[] =
 constexpr char kPosted[] = R"("kind":"nativePost","direction":"toPage",)"
                            R"("payload":"{\"status\":\"success\",\"result\":{},\"callbackId\":5}")";
 
+constexpr char kRegister[] = R"("kind":"runtimeSync","peer":"tizen://api/inputdevice/registerKey",)"
+                             R"("payload":"XF86Red","reply":"success")";
+constexpr char kRecommend[] =
+    R"("kind":"runtimePlain","peer":"dravelt://orvane/setIMERecommendedType",)"
+    R"("payload":"1","reply":true)";
+constexpr char kHint[] =
+    R"("kind":"runtimeAsync","peer":"dravelt://orvane/setAuxHint","payload":"a,b",)"
+    R"("reply":"{\"status\":\"success\"}")";
+constexpr char kPrivilege[] =
+    R"("kind":"privilege","peer":"http://tizen.org/privilege/tv.window","payload":null,)"
+    R"("reply":false)";
+constexpr char kMove[] = R"("kind":"widget","peer":"move","payload":[1,2],"reply":"success")";
+
 TEST_F(ReplayTest, EndsWithNothingToSayWhenAllIsAsRecorded) {
+  const std::string version =
+      std::string(kVersion) + R"("reply":"{\"status\":\"success\", \"result\":\"3.9\"}")";
   const std::string file =
-      Session({R"("kind":"create")",
-               std::string(kVersion) + R"("reply":"{\"status\":\"success\", \"result\":\"3.9\"}")",
-               kProfile, kPosted,
-               R"("kind":"runtimeSync","peer":"tizen://api/inputdevice/registerKey",)"
-               R"("payload":"XF86Red","reply":"success")",
-               R"("kind":"runtimePlain","peer":"dravelt://orvane/setIMERecommendedType",)"
-               R"("payload":"1","reply":true)",
-               R"("kind":"runtimeAsync","peer":"dravelt://orvane/setAuxHint","payload":"a,b",)"
-               R"("reply":"{\"status\":\"success\"}")",
-               R"("kind":"widget","peer":"move","payload":"[1,2]","reply":"success")",
-               R"("kind":"privilege","peer":"","payload":"http://tizen.org/privilege/tv.window",)"
-               R"("reply":"false")",
-               R"("kind":"close")"});
+      Session({R"("kind":"create","payload":null,"reply":null)", version, kProfile, kPosted,
+               kRegister, kRecommend, kHint, kMove, kPrivilege, R"("kind":"close")"});
   const Outcome outcome = Run({"replay", file});
   EXPECT_EQ(outcome.out, "10 messages replayed, 0 differences\n");
   EXPECT_EQ(outcome.exit_code, 0);
@@ -95,15 +98,16 @@ TEST_F(ReplayTest, NoticesAPostedMessageThatIsMissing) {
   EXPECT_THAT(outcome.out, HasSubstr("replayed: nothing came"));
 }
 
+constexpr char kSecondProfile[] =
+    R"("kind":"nativeSync","payload":"{\"cmd\":\"OrvaneManager_recordProfiling\",)"
+    R"(\"args\":{\"label\":\"y\",\"callbackId\":6}}")";
+constexpr char kSecondPosted[] =
+    R"("kind":"nativePost","direction":"toPage",)"
+    R"("payload":"{\"status\":\"success\",\"result\":{},\"callbackId\":6}")";
+
 TEST_F(ReplayTest, NoticesAPostedMessageThatWasNotRecorded) {
-  // The answer to the last one comes after what the first one posts.
-  const Outcome outcome =
-      Run({"replay",
-           Session({kProfile,
-                    R"("kind":"nativeSync","payload":"{\"cmd\":\"OrvaneManager_)"
-                    R"(recordProfiling\",\"args\":{\"label\":\"y\",\"callbackId\":6}}")",
-                    R"("kind":"nativePost","direction":"toPage",)"
-                    R"("payload":"{\"status\":\"success\",\"result\":{},\"callbackId\":6}")"})});
+  // The second answer comes after the first, of which the recording has none.
+  const Outcome outcome = Run({"replay", Session({kProfile, kSecondProfile, kSecondPosted})});
   EXPECT_EQ(outcome.exit_code, 1);
   EXPECT_THAT(outcome.out, HasSubstr("not recorded: nativePost dravelt.orvane"));
 }

@@ -22,6 +22,7 @@ void Log(const std::string& text) { dlog_print(DLOG_INFO, "TESTER", "%s", text.c
 // From four threads, a quarter each.
 void Flood(int lines) {
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int thread = 0; thread < 4; ++thread) {
     threads.emplace_back([=] {
       for (int i = thread; i < lines; i += 4) Log("line " + std::to_string(i));
@@ -39,14 +40,18 @@ void PostMany(XW_Instance instance, int count) {
   }).join();
 }
 
+int NumberIn(const std::string& text) {
+  return static_cast<int>(std::strtol(text.c_str(), nullptr, 10));
+}
+
 void Do(XW_Instance instance, const std::string& message) {
   const size_t colon = message.find(':');
   const std::string verb = message.substr(0, colon);
   const std::string rest = colon == std::string::npos ? "" : message.substr(colon + 1);
   if (verb == "abort") std::abort();
   while (verb == "hang") pause();
-  if (verb == "flood") Flood(std::atoi(rest.c_str()));
-  if (verb == "post") PostMany(instance, std::atoi(rest.c_str()));
+  if (verb == "flood") Flood(NumberIn(rest));
+  if (verb == "post") PostMany(instance, NumberIn(rest));
   if (verb == "bytes") g_messaging->PostMessage(instance, "not \xff utf-8");
 }
 
