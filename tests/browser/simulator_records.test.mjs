@@ -49,6 +49,29 @@ test('a paused log stays as it is, and goes on with everything', async () => {
   await simulator.shows('.toolbar-count', '12 of 12 lines');
 });
 
+test('filter and pause stay while another panel is open', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('log.write', { count: 5 });
+  await simulator.dock.getByLabel('Text').fill('line 3');
+  await simulator.dock.getByLabel('Pause').click();
+  await simulator.tab('messages');
+  simulator.server('log.write', { count: 5 });
+  await simulator.tab('log');
+  await simulator.shows('.toolbar-count', '5 new · 1 of 10 lines');
+});
+
+test('a line that is being read is not scrolled away', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('log.write', { count: 300 });
+  await simulator.shows('.log-row', 'a line 299');
+  await simulator.page.locator('.log-row', { hasText: 'a line 297' }).click();
+  simulator.server('log.write', { count: 300, text: 'more' });
+  await simulator.shows('.toolbar-count', '600 of 600');
+  await simulator.page.locator('.log-row', { hasText: 'a line 297' }).waitFor();
+  await simulator.dock.getByLabel('Keep the newest in sight').click();
+  await simulator.shows('.log-row', 'more 299');
+});
+
 test('the lines shown are saved, and the log is cleared', async () => {
   const simulator = await openSimulator(scene);
   simulator.server('log.write', { count: 3, text: 'Enter' });

@@ -2,18 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 // The set's log, live.
 
-import { html, useEffect, useState } from '../view.js';
+import { html } from '../view.js';
 import { clearLog } from '../api/session.js';
 import { log } from '../state/streams.js';
 import { Empty, IconButton, SearchField, Select } from '../ui/controls.js';
 import { download } from '../ui/download.js';
 import { clockTime, fileStamp, plural } from '../ui/format.js';
-import { rowsText, useRows } from '../ui/use_rows.js';
-import { VirtualList } from '../ui/virtual_list.js';
+import { RowsButtons, RowsList } from '../ui/rows_controls.js';
+import { RowsView } from '../ui/rows_view.js';
 import { lineFilter, lineText, priorities } from './log_filter.js';
 
 const rowHeight = 20;
-const noFilter = { priority: '2', tag: '', text: '' };
+const view = new RowsView(log, { priority: '2', tag: '', text: '' }, lineFilter);
 
 function save(lines) {
   const text = lines.map((line) => lineText(line, clockTime(line.time_ns))).join('\n');
@@ -27,26 +27,25 @@ function Line({ line }) {
     <span class="log-text">${line.text}</span>`;
 }
 
-function Toolbar({ filter, setFilter, view }) {
-  const set = (change) => setFilter({ ...filter, ...change });
+function Toolbar() {
+  const { priority, tag, text } = view.filter.value;
   return html`<div class="toolbar" role="toolbar" aria-label="Log">
     <${Select}
       label="Lowest priority"
-      value=${filter.priority}
+      value=${priority}
       options=${priorities.map(([number, , name]) => [number, name])}
-      onChange=${(priority) => set({ priority })}
+      onChange=${(value) => view.setFilter({ priority: value })}
     />
-    <${SearchField} label="Tag" value=${filter.tag} onInput=${(tag) => set({ tag })} />
-    <${SearchField} label="Text" value=${filter.text} onInput=${(text) => set({ text })} />
-    <span class="toolbar-count" data-received=${log.total}>
-      ${rowsText(view, plural(log.total, 'line'))}
+    <${SearchField} label="Tag" value=${tag} onInput=${(value) => view.setFilter({ tag: value })} />
+    <${SearchField}
+      label="Text"
+      value=${text}
+      onInput=${(value) => view.setFilter({ text: value })}
+    />
+    <span class="toolbar-count" data-received=${view.total}>
+      ${view.countText(plural(view.total, 'line'))}
     </span>
-    <${IconButton}
-      icon=${view.paused ? 'play' : 'pause'}
-      label=${view.paused ? 'Go on' : 'Pause'}
-      pressed=${view.paused}
-      onClick=${view.pause}
-    />
+    <${RowsButtons} view=${view} />
     <${IconButton} icon="download" label="Save the lines shown" onClick=${() => save(view.rows)} />
     <${IconButton} icon="trash" label="Clear the log" onClick=${clearLog} />
   </div>`;
@@ -61,31 +60,25 @@ function Selected({ line }) {
   </div>`;
 }
 
+function NoLine() {
+  return view.total === 0
+    ? html`<${Empty} title="No line yet"
+        >What the library and the set write to the log appears here as it is written.<//
+      >`
+    : html`<${Empty} title="No line matches"
+        >${plural(view.total, 'line')} in all; the filter hides them.<//
+      >`;
+}
+
 export function LogPanel() {
-  const [filter, setFilter] = useState(noFilter);
-  useEffect(() => {
-    log.setFilter(lineFilter(filter));
-  }, [filter]);
-  const view = useRows(log);
-  return html`<${Toolbar} filter=${filter} setFilter=${setFilter} view=${view} /> ${
+  return html`<${Toolbar} /> ${
       view.rows.length === 0
-        ? html`<${Empty} title=${log.total === 0 ? 'No line yet' : 'No line matches'}
-            >${
-              log.total === 0
-                ? 'What the library and the set write to the log appears here as it is written.'
-                : `${plural(log.total, 'line')} in all; the filter hides them.`
-            }<//
-          >`
-        : html`<${VirtualList}
+        ? html`<${NoLine} />`
+        : html`<${RowsList}
+            view=${view}
             id="log"
             label="Log lines"
-            rows=${view.rows}
-            version=${view.version}
             rowHeight=${rowHeight}
-            follow=${view.follow}
-            onFollow=${view.setFollow}
-            selected=${view.selected}
-            onSelect=${view.select}
             rowClass=${(line) => `log-row log-row-${line.letter}`}
             renderRow=${(line) => html`<${Line} line=${line} />`}
           />`

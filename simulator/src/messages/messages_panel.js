@@ -2,19 +2,20 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every message between the pages, the library and the runtime.
 
-import { html, useEffect, useState } from '../view.js';
+import { computed, html } from '../view.js';
 import { ask, clearTrace } from '../api/session.js';
 import { prefer, preferences } from '../state/preferences.js';
 import { trace } from '../state/streams.js';
 import { Chip, Empty, IconButton, SearchField, Select } from '../ui/controls.js';
 import { downloadJson } from '../ui/download.js';
 import { clockTime, duration, fileStamp, plural } from '../ui/format.js';
-import { rowsText, useRows } from '../ui/use_rows.js';
-import { VirtualList } from '../ui/virtual_list.js';
+import { RowsButtons, RowsList } from '../ui/rows_controls.js';
+import { RowsView } from '../ui/rows_view.js';
 import { failed, isSlow, kindText, nameOf, summary } from './describe.js';
 import { MessageDetails } from './message_details.js';
 
 const rowHeight = 24;
+const budget = computed(() => preferences.value.budgetMs);
 const kinds = [
   ['all', 'All messages'],
   ['native', 'Native'],
@@ -37,14 +38,16 @@ function kindAccepts(kind, budgetMs) {
   return tests[kind] ?? (() => true);
 }
 
-function accepts({ kind, text }, budgetMs) {
-  const ofKind = kindAccepts(kind, budgetMs);
+function accepts({ kind, text }) {
+  const ofKind = kindAccepts(kind, kind === 'slow' ? budget.value : 0);
   const wanted = text.trim().toLowerCase();
   return (record) =>
     ofKind(record) &&
     (wanted === '' ||
       `${record.peer} ${record.payload} ${record.reply ?? ''}`.toLowerCase().includes(wanted));
 }
+
+const view = new RowsView(trace, { kind: 'all', text: '' }, accepts);
 
 async function exportSession() {
   const session = await ask('trace.export');
@@ -69,27 +72,23 @@ function Budget() {
   >`;
 }
 
-function Toolbar({ filter, setFilter, view }) {
+function Toolbar() {
+  const { kind, text } = view.filter.value;
   return html`<div class="toolbar" role="toolbar" aria-label="Messages">
     <${Select}
       label="Which messages"
-      value=${filter.kind}
+      value=${kind}
       options=${kinds}
-      onChange=${(kind) => setFilter({ ...filter, kind })}
+      onChange=${(value) => view.setFilter({ kind: value })}
     />
     <${SearchField}
       label="Name or payload"
-      value=${filter.text}
-      onInput=${(text) => setFilter({ ...filter, text })}
+      value=${text}
+      onInput=${(value) => view.setFilter({ text: value })}
     />
     <${Budget} />
-    <span class="toolbar-count"> ${rowsText(view, plural(trace.total, 'message'))} </span>
-    <${IconButton}
-      icon=${view.paused ? 'play' : 'pause'}
-      label=${view.paused ? 'Go on' : 'Pause'}
-      pressed=${view.paused}
-      onClick=${view.pause}
-    />
+    <span class="toolbar-count">${view.countText(plural(view.total, 'message'))}</span>
+    <${RowsButtons} view=${view} />
     <${IconButton} icon="download" label="Export the session as JSON" onClick=${exportSession} />
     <${IconButton} icon="trash" label="Clear the messages" onClick=${clearTrace} />
   </div>`;
@@ -113,37 +112,33 @@ function Row({ record, budgetMs }) {
     >`;
 }
 
+function NoMessage() {
+  return view.total === 0
+    ? html`<${Empty} title="No message yet"
+        >Each call of dravelt.orvane appears here with its duration and its payload.<//
+      >`
+    : html`<${Empty} title="No message matches"
+        >${plural(view.total, 'message')} in all; the filter hides them.<//
+      >`;
+}
+
+function rowClass(record) {
+  return `message-row ${isSlow(record, budget.value) ? 'message-row-slow' : ''}`;
+}
+
 export function MessagesPanel() {
-  const [filter, setFilter] = useState({ kind: 'all', text: '' });
-  const { budgetMs } = preferences.value;
-  useEffect(() => {
-    trace.setFilter(accepts(filter, budgetMs));
-  }, [filter, budgetMs]);
-  const view = useRows(trace);
-  return html`<${Toolbar} filter=${filter} setFilter=${setFilter} view=${view} />
+  return html`<${Toolbar} />
     <div class="split">
       ${
         view.rows.length === 0
-          ? html`<${Empty} title=${trace.total === 0 ? 'No message yet' : 'No message matches'}
-              >${
-                trace.total === 0
-                  ? 'Each call of dravelt.orvane appears here with its duration and its payload.'
-                  : `${plural(trace.total, 'message')} in all; the filter hides them.`
-              }<//
-            >`
-          : html`<${VirtualList}
+          ? html`<${NoMessage} />`
+          : html`<${RowsList}
+              view=${view}
               id="message"
               label="Messages"
-              rows=${view.rows}
-              version=${view.version}
               rowHeight=${rowHeight}
-              follow=${view.follow}
-              onFollow=${view.setFollow}
-              selected=${view.selected}
-              onSelect=${view.select}
-              rowClass=${(record) =>
-                `message-row ${isSlow(record, budgetMs) ? 'message-row-slow' : ''}`}
-              renderRow=${(record) => html`<${Row} record=${record} budgetMs=${budgetMs} />`}
+              rowClass=${rowClass}
+              renderRow=${(record) => html`<${Row} record=${record} budgetMs=${budget.value} />`}
             />`
       }
       ${

@@ -53,7 +53,9 @@ function Loaded({ saver }) {
       <span class="muted">Move the clock</span>
       <${Button} onClick=${() => forward(30000)}>+30 s<//>
       <${Button} onClick=${() => forward(300000)}>+5 min<//>
-      <${Button} disabled=${remaining === null || on} onClick=${() => forward(Math.ceil(remaining) + 1000)}
+      <${Button}
+        disabled=${remaining === null || on}
+        onClick=${() => forward(Math.ceil(remaining) + 1000)}
         >Until it is on<//
       >
     </p>

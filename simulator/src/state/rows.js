@@ -41,14 +41,18 @@ export class Rows {
   setFilter(accepts) {
     this.#accepts = accepts;
     this.matching = this.#all.filter(accepts);
-    this.version.value += 1;
+    this.#tell();
   }
 
   clear() {
     this.#all = [];
     this.matching = [];
     this.total = 0;
-    this.version.value += 1;
+    this.#tell();
+  }
+
+  #tell() {
+    this.version.value = this.version.peek() + 1; // whoever tells need not be told
   }
 
   #trim() {
@@ -66,7 +70,7 @@ export class Rows {
     // A hidden tab gets no frames; it draws when it is seen again.
     requestAnimationFrame(() => {
       this.#scheduled = false;
-      this.version.value += 1;
+      this.#tell();
     });
   }
 }
