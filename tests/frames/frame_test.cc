@@ -68,42 +68,51 @@ TEST(FrameReaderTest, RefusesALengthAboveTheLimitBeforeItsBodyComes) {
   EXPECT_THROW(reader.Next(), FrameError);
 }
 
-class FrameSocketTest : public testing::Test {
- protected:
-  FrameSocketTest() { EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends_), 0); }
-  ~FrameSocketTest() override {
-    for (const int end : ends_) {
-      if (end >= 0) close(end);
-    }
+// Both ends of a stream.
+class SocketPair {
+ public:
+  SocketPair() { EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends_), 0); }
+  ~SocketPair() {
+    Close(0);
+    Close(1);
   }
-  void Close(int end) {
-    close(ends_[end]);
+  SocketPair(const SocketPair&) = delete;
+  SocketPair& operator=(const SocketPair&) = delete;
+
+  int operator[](size_t end) const { return ends_[end]; }
+  void Close(size_t end) {
+    if (ends_[end] >= 0) close(ends_[end]);
     ends_[end] = -1;
   }
 
+ private:
   int ends_[2] = {-1, -1};
-  FrameReader reader_;
 };
 
-TEST_F(FrameSocketTest, BringsABodyThatIsLongerThanTheSocketHolds) {
+TEST(FrameSocketTest, BringsABodyThatIsLongerThanTheSocketHolds) {
+  const SocketPair ends;
+  FrameReader reader;
   const std::string sent(size_t{4} << 20, 'x');
-  std::thread sender([&] { EXPECT_TRUE(SendBytes(ends_[0], Framed(sent))); });
-  const auto received = ReceiveFrame(ends_[1], &reader_);
+  std::thread sender([&] { EXPECT_TRUE(SendBytes(ends[0], Framed(sent))); });
+  const auto received = ReceiveFrame(ends[1], &reader);
   sender.join();
   ASSERT_TRUE(received);
   EXPECT_EQ(*received, sent);
 }
 
-TEST_F(FrameSocketTest, ReceivesWhatWasSentBeforeTheOtherSideClosed) {
-  ASSERT_TRUE(SendBytes(ends_[0], Framed("last")));
-  Close(0);
-  EXPECT_EQ(ReceiveFrame(ends_[1], &reader_), "last");
-  EXPECT_EQ(ReceiveFrame(ends_[1], &reader_), std::nullopt);
+TEST(FrameSocketTest, ReceivesWhatWasSentBeforeTheOtherSideClosed) {
+  SocketPair ends;
+  FrameReader reader;
+  ASSERT_TRUE(SendBytes(ends[0], Framed("last")));
+  ends.Close(0);
+  EXPECT_EQ(ReceiveFrame(ends[1], &reader), "last");
+  EXPECT_EQ(ReceiveFrame(ends[1], &reader), std::nullopt);
 }
 
-TEST_F(FrameSocketTest, SaysWithoutASignalThatTheOtherSideIsGone) {
-  Close(1);
-  EXPECT_FALSE(SendBytes(ends_[0], Framed("{}")));
+TEST(FrameSocketTest, SaysWithoutASignalThatTheOtherSideIsGone) {
+  SocketPair ends;
+  ends.Close(1);
+  EXPECT_FALSE(SendBytes(ends[0], Framed("{}")));
 }
 
 }  // namespace

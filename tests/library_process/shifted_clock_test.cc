@@ -19,55 +19,60 @@ class ShiftedClockTest : public testing::Test {
   void SetAlarm(int number, seconds from_now) {
     clock_->SetAlarm(clock_->Now() + from_now, [this, number] { rung_.push_back(number); });
   }
+  tvset::ManualClock& base() { return *base_; }
+  ShiftedClock& clock() { return *clock_; }
+  void DropClock() { clock_.reset(); }
+  const std::vector<int>& rung() const { return rung_; }
 
+ private:
   const std::shared_ptr<tvset::ManualClock> base_ = std::make_shared<tvset::ManualClock>();
   std::shared_ptr<ShiftedClock> clock_ = ShiftedClock::Create(base_);
   std::vector<int> rung_;
 };
 
 TEST_F(ShiftedClockTest, RunsAsItsBase) {
-  const auto before = clock_->Now();
-  base_->Advance(seconds(5));
-  EXPECT_EQ(clock_->Now() - before, seconds(5));
+  const auto before = clock().Now();
+  base().Advance(seconds(5));
+  EXPECT_EQ(clock().Now() - before, seconds(5));
 }
 
 TEST_F(ShiftedClockTest, RingsWithItsBase) {
   SetAlarm(2, seconds(20));
   SetAlarm(1, seconds(10));
-  base_->Advance(seconds(9));
-  EXPECT_THAT(rung_, IsEmpty());
-  base_->Advance(seconds(1));
-  EXPECT_THAT(rung_, ElementsAre(1));
-  base_->Advance(seconds(10));
-  EXPECT_THAT(rung_, ElementsAre(1, 2));
+  base().Advance(seconds(9));
+  EXPECT_THAT(rung(), IsEmpty());
+  base().Advance(seconds(1));
+  EXPECT_THAT(rung(), ElementsAre(1));
+  base().Advance(seconds(10));
+  EXPECT_THAT(rung(), ElementsAre(1, 2));
 }
 
 TEST_F(ShiftedClockTest, RingsWhatIsDueWhenItIsMovedOnceOnly) {
   SetAlarm(2, seconds(20));
   SetAlarm(1, seconds(10));
   SetAlarm(3, seconds(30));
-  clock_->Advance(seconds(25));
-  EXPECT_THAT(rung_, ElementsAre(1, 2));
-  base_->Advance(seconds(4));
-  EXPECT_THAT(rung_, ElementsAre(1, 2));
-  base_->Advance(seconds(1));
-  EXPECT_THAT(rung_, ElementsAre(1, 2, 3));
-  base_->Advance(seconds(60));
-  EXPECT_EQ(rung_.size(), 3U);
+  clock().Advance(seconds(25));
+  EXPECT_THAT(rung(), ElementsAre(1, 2));
+  base().Advance(seconds(4));
+  EXPECT_THAT(rung(), ElementsAre(1, 2));
+  base().Advance(seconds(1));
+  EXPECT_THAT(rung(), ElementsAre(1, 2, 3));
+  base().Advance(seconds(60));
+  EXPECT_EQ(rung().size(), 3U);
 }
 
 TEST_F(ShiftedClockTest, NeverGoesBack) {
-  const auto before = clock_->Now();
-  clock_->Advance(seconds(-5));
-  EXPECT_EQ(clock_->Now(), before);
-  EXPECT_EQ(clock_->shift(), seconds(0));
+  const auto before = clock().Now();
+  clock().Advance(seconds(-5));
+  EXPECT_EQ(clock().Now(), before);
+  EXPECT_EQ(clock().shift(), seconds(0));
 }
 
 TEST_F(ShiftedClockTest, MayBeGoneWhenItsBaseRings) {
   SetAlarm(1, seconds(10));
-  clock_.reset();
-  base_->Advance(seconds(20));
-  EXPECT_THAT(rung_, IsEmpty());
+  DropClock();
+  base().Advance(seconds(20));
+  EXPECT_THAT(rung(), IsEmpty());
 }
 
 }  // namespace

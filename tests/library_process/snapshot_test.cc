@@ -26,7 +26,9 @@ class SnapshotTest : public LibraryProcessTest {
                          frame.get("data").get(part).serialize().find(text) != std::string::npos;
                 }).get("data");
   }
+  void WaitForSnapshot() { snapshot_ = WaitForOp("snapshot").get("data"); }
 
+ private:
   value snapshot_;
 };
 
@@ -82,7 +84,7 @@ TEST_F(SnapshotTest, KeepsAnApplicationThatWasEnded) {
 
 TEST_F(SnapshotTest, ServesInTheNextProcess) {
   Control("keys.press", R"({"name":"Left"})");
-  snapshot_ = WaitForOp("snapshot").get("data");
+  WaitForSnapshot();
   KillAndStartAgain();
   EXPECT_EQ(Orvane(7, "getVersion").get("result").to_str(), "3.9");
   EXPECT_EQ(Orvane(7, "getAppState", R"({"appid":""})").get("result").to_str(), "FOREGROUND");
