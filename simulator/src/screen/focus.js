@@ -19,11 +19,6 @@ export function keepApplicationFocus(event) {
   }
 }
 
-/** Whether the application under test has the set's focus. */
-export const appHasFocus = computed(
-  () => set.focused.value !== '' && set.focused.value === appId.value
-);
-
 /** The running application as the set sees it, or null. */
 export const ownApplication = computed(
   () => set.applications.value?.find((each) => each.id === appId.value) ?? null
