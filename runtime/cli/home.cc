@@ -36,4 +36,10 @@ fs::path FindDeviceKeys() {
   return fs::exists(file, error) ? file : fs::path();
 }
 
+fs::path FindTour() {
+  std::error_code error;
+  const fs::path folder = Prefix() / "share/orvane/examples/tour";
+  return fs::exists(folder / "config.xml", error) ? fs::canonical(folder) : fs::path();
+}
+
 }  // namespace orvane::cli

@@ -17,4 +17,7 @@ std::filesystem::path FindExtension();
 // such file.
 std::filesystem::path FindDeviceKeys();
 
+// The application that shows what the library does. Empty when it is not there.
+std::filesystem::path FindTour();
+
 }  // namespace orvane::cli

@@ -42,12 +42,14 @@ int Main(const std::vector<std::string>& arguments) {
   command.footer(
       "orvane VERB --help explains a verb and its options.\n\n"
       "Examples:\n"
+      "  orvane run my-app\n"
       "  orvane call getVersion\n"
       "  orvane exec --app my-app test.js\n"
       "  echo 'console.log(dravelt.orvane.getUuid())' | orvane exec -");
   command.get_formatter()->column_width(28);
   command.get_formatter()->label("SUBCOMMAND", "VERB");
   Run run;
+  AddRunVerb(command, run);
   AddExecVerb(command, run);
   AddCallVerb(command, run);
   AddGetVerb(command, run);

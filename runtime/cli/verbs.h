@@ -23,6 +23,7 @@ void AddLogVerb(CLI::App& command, Run& run);
 void AddScreenshotVerb(CLI::App& command, Run& run);
 void AddFailVerb(CLI::App& command, Run& run);
 void AddAppsVerb(CLI::App& command, Run& run);
+void AddRunVerb(CLI::App& command, Run& run);
 void AddReplayVerb(CLI::App& command, Run& run);
 void AddLibraryProcessVerb(CLI::App& command, Run& run);
 

@@ -30,7 +30,6 @@ constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the s
 
 thread_local KeyPress g_press;
 thread_local bool g_is_injected = false;
-thread_local std::optional<int64_t> g_context;
 
 value Text(std::string_view text) { return value(std::string(text)); }
 
@@ -112,7 +111,7 @@ object EventStream::KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress&
 void EventStream::OnLogLine(const tvset::LogLine& line) {
   AddLogLine(line);
   // What the set itself says of a refusal.
-  if (line.tag == "TVSET" && line.priority >= DLOG_ERROR) Explain(line.text + ".");
+  if (line.tag == "TVSET" && line.priority >= DLOG_ERROR) Explain(line.text + ".", std::nullopt);
 }
 
 void EventStream::AddLogLine(const tvset::LogLine& line) {
@@ -160,11 +159,9 @@ object EventStream::MarkerEvent(const tvset::KernelMarker& marker) {
                 {"text", Text(marker.text)}};
 }
 
-void EventStream::SetContext(std::optional<int64_t> context) { g_context = context; }
-
-void EventStream::Explain(const std::string& text) {
+void EventStream::Explain(const std::string& text, std::optional<int64_t> context) {
   object data{{"text", Text(text)}};
-  if (g_context) data["context"] = value(static_cast<double>(*g_context));
+  if (context) data["context"] = value(static_cast<double>(*context));
   AddEvent("explain", value(data));
 }
 

@@ -117,9 +117,7 @@ TEST_F(EventsTest, TellsManyChangesOfAPartAsFew) {
 
 TEST_F(EventsTest, ExplainsWhatTheSetItselfRefuses) {
   Orvane(7, "checkPlatformLevelPrivilege");
-  const value explained = WaitForEvent("explain");
-  EXPECT_THAT(explained.get("text").to_str(), HasSubstr("privilege"));
-  EXPECT_EQ(explained.get("context").get<double>(), 7);
+  EXPECT_THAT(WaitForEvent("explain").get("text").to_str(), HasSubstr("privilege"));
 }
 
 }  // namespace

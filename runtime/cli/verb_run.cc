@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/web_application.h"
+#include "cli/home.h"
+#include "cli/output.h"
+#include "cli/verbs.h"
+#include "page/script_syntax.h"
+#include "server/run_server.h"
+#include "tvset/paths.h"
+
+namespace orvane::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct RunVerbOptions {
+  std::string app;
+  std::string profile;
+  std::string state_folder;
+  std::string url;
+  std::optional<uint16_t> port;
+  std::vector<std::string> faults;
+  std::vector<std::string> extensions;
+  double deadline_seconds = 10;
+  bool no_open = false;
+  bool no_watch = false;
+  bool watch = false;
+  bool headless_browser = false;
+  bool test_hooks = false;
+};
+
+constexpr double kLongestDeadlineSeconds = 3600;
+
+CLI::Option* Repeatable(CLI::Option* option) {
+  return option->expected(1)->take_all()->allow_extra_args(false);
+}
+
+fs::path FindApp(const RunVerbOptions& options) {
+  if (!options.app.empty()) return options.app;
+  fs::path tour = FindTour();
+  if (!tour.empty()) return tour;
+  throw UsageError(
+      "name an application, a folder with config.xml or a .wgt: orvane run my-app. (The tour that "
+      "is shown without one is not installed.)");
+}
+
+server::RunOptions ServerOptions(const RunVerbOptions& given) {
+  server::RunOptions options;
+  options.state_folder = given.state_folder.empty() ? tvset::Paths::DefaultStateFolder()
+                                                    : fs::absolute(given.state_folder);
+  const fs::path app = FindApp(given);
+  options.app = app::Load(app, options.state_folder / "unpacked");
+  options.version = ORVANE_VERSION;
+  options.library_command = {fs::read_symlink("/proc/self/exe").string(), "library-process", "--fd",
+                             "3"};
+  options.profile = given.profile;
+  options.faults = given.faults;
+  for (const std::string& path : given.extensions) {
+    options.extensions.push_back(fs::absolute(path).string());
+  }
+  options.dev_server = given.url;
+  options.port = given.port;
+  options.deadline =
+      std::chrono::milliseconds(static_cast<int64_t>(std::ceil(given.deadline_seconds * 1000)));
+  options.watch = !given.no_watch && (given.watch || fs::is_directory(app));
+  options.open_browser = !given.no_open && !given.headless_browser;
+  options.headless_browser = given.headless_browser;
+  options.test_hooks = given.test_hooks;
+  options.check_script = [](const std::string& name, const std::string& script) {
+    return page::SyntaxErrorOf(script, name);
+  };
+  return options;
+}
+
+void PrintList(const char* title, const std::vector<std::string>& lines) {
+  for (size_t i = 0; i < lines.size(); ++i) {
+    std::printf("%-13s%s\n", i == 0 ? title : "", lines[i].c_str());
+  }
+}
+
+void PrintRun(const server::RunOptions& options, const server::RunAddresses& addresses) {
+  const app::WebApplication& app = options.app;
+  for (const app::Problem& problem : app.warnings) Complain("warning: " + app::Describe(problem));
+  const std::string version = app.version.empty() ? "" : " " + app.version;
+  PrintList("Application", {app.name + version + " (" + app.id + ")",
+                            options.dev_server.empty() ? app.folder.string() : options.dev_server});
+  PrintList("Privileges",
+            app.privileges.empty() ? std::vector<std::string>{"none"} : app.privileges);
+  std::vector<std::string> metadata;
+  for (const auto& [key, value] : app.metadata) metadata.push_back(key + " = " + value);
+  PrintList("Metadata", metadata.empty() ? std::vector<std::string>{"none"} : metadata);
+  PrintList("Page", {addresses.app + "/"});
+  PrintList("Television", {addresses.simulator});
+  std::printf("\nOpen the television's link in a browser. Ctrl-C ends it.\n");
+  std::fflush(stdout);
+}
+
+ExitCode RunApp(const RunVerbOptions& given) {
+  server::RunOptions options = ServerOptions(given);
+  options.on_ready = [options](const server::RunAddresses& addresses) {
+    PrintRun(options, addresses);
+  };
+  server::RunServer(std::move(options)).Run();
+  return ExitCode::kDone;
+}
+
+void AddOptions(CLI::App& verb, RunVerbOptions& options) {
+  verb.add_option("APP", options.app,
+                  "A folder with config.xml, or a .wgt. Without it: the tour of the library")
+      ->type_name("");
+  verb.add_option("--url", options.url,
+                  "Serve the pages of this development server in place of the\n"
+                  "application's files, such as http://localhost:5173")
+      ->type_name("URL");
+  verb.add_option("--port", options.port,
+                  "Port of the application; 0 for any. Without it: 8630, or the\n"
+                  "next free one. The simulator has the one after it")
+      ->type_name("NUMBER");
+  verb.add_option("--profile", options.profile,
+                  "Device: uhd, fhd, or the path of a model-config.xml.\n"
+                  "Without it: $ORVANE_PROFILE, else uhd")
+      ->type_name("NAME");
+  verb.add_option("--state", options.state_folder,
+                  "Folder of what the set keeps between runs. Without it: $ORVANE_STATE,\n"
+                  "else $XDG_STATE_HOME/orvane, else ~/.local/state/orvane")
+      ->type_name("DIR");
+  Repeatable(verb.add_option("--fail", options.faults,
+                             "FUNCTION=CODE makes a platform function fail with that code,\n"
+                             "FUNCTION=CODE:once only its next call; repeatable")
+                 ->type_name("FAULT"));
+  Repeatable(verb.add_option("--extension", options.extensions,
+                             "Load this extension, or a folder of them laid out as on a set,\n"
+                             "before the project's own; repeatable")
+                 ->type_name("PATH"));
+  verb.add_option("--deadline", options.deadline_seconds,
+                  "A synchronous call fails after so many seconds (default: 10)")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.001, kLongestDeadlineSeconds).description(""));
+  verb.add_flag("--watch,!--no-watch", options.watch,
+                "Reload the page when a file is saved (default for folders), or do not");
+  verb.add_flag("--no-open", options.no_open, "Do not open a browser");
+  verb.add_flag("--headless-browser", options.headless_browser,
+                "Open the simulator in a Chromium without a window, which ends with the run");
+  verb.add_flag("--test-hooks", options.test_hooks)->group("");
+}
+
+}  // namespace
+
+void AddRunVerb(CLI::App& command, Run& run) {
+  CLI::App* const verb =
+      command.add_subcommand("run", "Show an application on a television in the browser");
+  verb->group("Verbs");
+  const auto options = std::make_shared<RunVerbOptions>();
+  AddOptions(*verb, *options);
+  verb->footer(
+      "Serves the application and, at an address of its own, the simulated set around it, on this\n"
+      "machine only, until Ctrl-C. Ends with 0, or 2 when something cannot be used.\n\n"
+      "Example: orvane run examples/tour --profile fhd");
+  verb->callback([&run, verb, options] {
+    options->no_watch = verb->count("--watch") > 0 && !options->watch;
+    run = [options] { return RunApp(*options); };
+  });
+}
+
+}  // namespace orvane::cli

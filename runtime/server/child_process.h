@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orvane::server {
+
+// How a process ended: by a signal, or else with an exit code.
+struct ProcessEnd {
+  int signal = 0;
+  int exit_code = 0;
+};
+
+// A process that this one started, and ends: destruction kills it if it still runs, and waits for
+// it. One thread.
+class ChildProcess {
+ public:
+  // Which descriptor of this process becomes which of the child's. Every other one is closed there;
+  // a standard stream that is not among them is /dev/null.
+  using Descriptors = std::vector<std::pair<int, int>>;
+
+  // Throws std::system_error when it cannot be started.
+
+  ChildProcess(const std::vector<std::string>& arguments, const Descriptors& descriptors);
+  ~ChildProcess();
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+
+  pid_t pid() const { return pid_; }
+  // Nothing while it runs; does not wait.
+  std::optional<ProcessEnd> end();
+  void Signal(int signal);  // nothing happens once it has ended
+
+ private:
+  pid_t pid_ = -1;
+  std::optional<ProcessEnd> end_;
+};
+
+// "it was killed by signal 6 (Aborted)", "it ended with exit code 3".
+std::string Describe(const ProcessEnd& end);
+
+}  // namespace orvane::server

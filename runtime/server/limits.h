@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+
+namespace orvane::server {
+
+// What one client may cost. Tests make them smaller.
+struct Limits {
+  uint32_t header_bytes = 64U << 10U;
+  uint64_t body_bytes = uint64_t{16} << 20U;
+  size_t message_bytes = size_t{16} << 20U;
+  size_t queued_bytes = size_t{64} << 20U;  // on a WebSocket whose client does not read
+  size_t connections = 512;                 // of one origin
+  size_t contexts = 256;
+  std::chrono::seconds request_time{15};  // for a request's head and body to arrive
+  std::chrono::seconds idle_time{75};     // between two requests
+  std::chrono::seconds write_time{30};    // for a client to take a part of an answer
+};
+
+}  // namespace orvane::server

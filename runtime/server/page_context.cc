@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "server/page_context.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "server/json_writer.h"
+#include "server/secret.h"
+#include "server/wall_clock.h"
+
+namespace orvane::server {
+
+namespace {
+
+constexpr size_t kMostKept = 65536;
+constexpr size_t kMostKeptBytes = size_t{64} << 20U;
+constexpr uint16_t kGoingAway = 1001;
+
+}  // namespace
+
+PageContext::PageContext(asio::io_context& loop, int64_t id, Owner owner, const Times& times)
+    : id_(id),
+      secret_(MakeSecret()),
+      owner_(std::move(owner)),
+      times_(times),
+      opened_ns_(NowNs()),
+      timer_(loop) {
+  timer_.expires_at(std::chrono::steady_clock::time_point::max());
+}
+
+PageContext::~PageContext() {
+  if (socket_) socket_->Close(kGoingAway, "the page is closed");
+}
+
+void PageContext::Attach(std::shared_ptr<Socket> socket, int64_t last_received) {
+  if (socket_) socket_->Close(kGoingAway, "another connection took its place");
+  timer_.cancel();
+  socket_ = std::move(socket);
+  socket_->set_listener(this);
+  if (is_gone_) return GiveUp();
+  Acknowledge(last_received);
+  socket_->Send(std::make_shared<const std::string>(
+      JsonWriter().Text("type", "hello").Number("received", received_).Take()));
+  for (const Kept& kept : kept_) socket_->Send(kept.text);
+}
+
+void PageContext::Touch() {
+  if (!socket_) AbandonAfter(times_.first_contact);
+}
+
+void PageContext::Deliver(std::string_view members) {
+  if (is_gone_) return;
+  auto text = std::make_shared<std::string>(R"({"seq":)" + std::to_string(++last_seq_));
+  text->append(",").append(members).append("}");
+  kept_bytes_ += text->size();
+  kept_.push_back({last_seq_, text});
+  if (kept_.size() > kMostKept || (kept_.size() > 1 && kept_bytes_ > kMostKeptBytes)) {
+    return GiveUp();
+  }
+  // A copy of the pointer: a socket that fails while it is written to lets go of this context.
+  if (const auto socket = socket_) socket->Send(std::move(text));
+}
+
+void PageContext::Acknowledge(int64_t seq) {
+  while (!kept_.empty() && kept_.front().seq <= seq) {
+    kept_bytes_ -= kept_.front().text->size();
+    kept_.pop_front();
+  }
+}
+
+bool PageContext::Receive(int64_t message_id) {
+  if (message_id <= received_) return false;
+  received_ = message_id;
+  return true;
+}
+
+void PageContext::GiveUp() {
+  is_gone_ = true;
+  kept_.clear();
+  kept_bytes_ = 0;
+  if (socket_) socket_->Send(std::make_shared<const std::string>(R"({"type":"gone"})"));
+}
+
+void PageContext::SetState(const JsonObject& state) {
+  const auto take = [&](std::string_view name, std::string* value) {
+    const std::string_view raw = state.Raw(name);
+    if (!raw.empty()) *value = raw;
+  };
+  take("href", &href_);
+  take("title", &title_);
+  take("top", &top_);
+  take("visible", &visible_);
+  take("focused", &focused_);
+  take("editing", &editing_);
+  take("isolated", &isolated_);
+}
+
+void PageContext::set_href(const std::string& href) { href_ = JsonText(href); }
+
+std::string PageContext::Json() const {
+  JsonWriter json;
+  json.Number("context", id_).Raw("href", href_).Raw("title", title_).Raw("top", top_);
+  json.Raw("visible", visible_).Raw("focused", focused_).Raw("editing", editing_);
+  json.Raw("isolated", isolated_).Number("opened_ns", opened_ns_);
+  json.Raw("instances", JsonArray(instances_, JsonText)).Text("runtime", "ready");
+  return json.Take();
+}
+
+void PageContext::OnSocketMessage(std::string_view text) { owner_.on_message(*this, text); }
+
+void PageContext::OnSocketClosed() {
+  socket_.reset();
+  AbandonAfter(times_.grace);
+}
+
+void PageContext::AbandonAfter(std::chrono::milliseconds time) {
+  timer_.expires_after(time);
+  timer_.async_wait([weak = weak_from_this()](beast::error_code error) {
+    const auto self = weak.lock();
+    if (!error && self && !self->socket_) self->owner_.on_abandoned(*self);
+  });
+}
+
+}  // namespace orvane::server

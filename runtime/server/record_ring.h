@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+
+namespace orvane::server {
+
+// The newest of a stream of JSON objects, each with a number of its own, `seq`, that never comes
+// again. One thread.
+class RecordRing {
+ public:
+  RecordRing(size_t max_records, size_t max_bytes)
+      : max_records_(max_records), max_bytes_(max_bytes) {}
+
+  // `members` is what an object holds, without its braces. Returns the whole object, valid until
+  // the next call of a member that is not const.
+  const std::string& Add(std::string_view members);
+  void Clear();
+
+  // At most `limit` objects with numbers above `since`, as an array; `next` becomes the number to
+  // go on with.
+  std::string List(int64_t since, int64_t limit, int64_t* next) const;
+
+ private:
+  const size_t max_records_;
+  const size_t max_bytes_;
+  std::deque<std::string> records_;
+  size_t bytes_ = 0;
+  int64_t last_seq_ = 0;
+};
+
+}  // namespace orvane::server

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace orvane::server {
+
+// The file by which the command line finds the running server of a state folder:
+// run/simulator.json, for its owner alone. It is there while this object is. A later server of the
+// same folder takes it over.
+class RunRecord {
+ public:
+  // Throws std::system_error when it cannot be written.
+  RunRecord(const std::filesystem::path& state_folder, std::string json);
+  ~RunRecord();
+  RunRecord(const RunRecord&) = delete;
+  RunRecord& operator=(const RunRecord&) = delete;
+
+ private:
+  const std::filesystem::path file_;
+  const std::string json_;
+};
+
+}  // namespace orvane::server

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include "server/run_options.h"
+
+namespace orvane::server {
+
+// The server cannot start; what() says why and what to do.
+class RunError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// `orvane run`: serves an application to browsers, with the library behind it and the simulator
+// beside it. Owns the library process. Run() and the destructor belong to one thread.
+class RunServer {
+ public:
+  explicit RunServer(RunOptions options);
+  ~RunServer();
+  RunServer(const RunServer&) = delete;
+  RunServer& operator=(const RunServer&) = delete;
+
+  // Serves until Stop() or until the process is asked to end (SIGINT, SIGTERM); then ends what it
+  // started, within a few seconds. Throws RunError.
+  void Run();
+
+  void Stop();  // from any thread
+
+ private:
+  class Runner;
+  const std::unique_ptr<Runner> runner_;
+};
+
+}  // namespace orvane::server
