@@ -47,6 +47,7 @@ bool IsSameButForCase(std::string_view a, std::string_view b) {
 // The symbol of a key by what a person calls it: "XF86Red", or "red". Throws RequestError.
 std::string FindKey(const tvset::KeyGrabs& keys, const std::string& name) {
   if (keys.IsKnownKey(name)) return name;
+  if (IsSameButForCase(name, "Enter")) return "Return";  // as keyboards have it
   std::vector<std::string> names;
   for (const tvset::RemoteKey& key : keys.known_keys()) {
     if (IsSameButForCase(key.name, name) || IsSameButForCase(key.name, "XF86" + name)) {

@@ -35,6 +35,7 @@ TEST_F(SetControlTest, KnowsAKeyByItsShortName) {
         Control("keys.press", std::string(R"({"name":")") + name + "\"}").get("key_name").to_str(),
         "XF86Red");
   }
+  EXPECT_EQ(Control("keys.press", R"({"name":"enter"})").get("key_name").to_str(), "Return");
 }
 
 TEST_F(SetControlTest, NamesKeysThatAreNear) {
