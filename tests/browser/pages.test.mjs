@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// What a page gets from a real server and a real library.
+
+import assert from 'node:assert/strict';
+import test from 'node:test';
+
+import { until } from './support/orvane_run.mjs';
+import { makeScene } from './support/scene.mjs';
+
+const scene = makeScene();
+
+async function instancesOf(run) {
+  return (await run.call('pages.list')).filter(({ instances }) => instances.length > 0);
+}
+
+test('frames of the application have the object too, before their first script', async () => {
+  const run = await scene.run('tests/browser/apps/frames');
+  const page = await scene.open(run.appUrl);
+  assert.equal(await page.evaluate(() => window.own), '3.9');
+  assert.equal(await page.frames()[1].evaluate(() => window.own), 'FOREGROUND');
+  assert.equal((await instancesOf(run)).length, 2);
+});
+
+test('the page is isolated, and its calls go over the worker', async () => {
+  const run = await scene.run('examples/tour');
+  const page = await scene.open(run.appUrl);
+  assert.equal(await page.evaluate(() => window.crossOriginIsolated), true);
+  await until(async () => {
+    const before = await page.evaluate(() => performance.getEntriesByType('resource').length);
+    const after = await page.evaluate(() => {
+      window.dravelt.orvane.getAppState();
+      return performance.getEntriesByType('resource').length;
+    });
+    return before === after;
+  }, 'a call without a request');
+});
+
+test('a strict content policy of the page is no hindrance', async () => {
+  const run = await scene.run('tests/browser/apps/policy');
+  const page = await scene.open(run.appUrl);
+  assert.equal(await page.evaluate(() => window.version), '3.9');
+  assert.equal(await page.evaluate(() => window.dravelt.orvane.getAppState()), 'FOREGROUND');
+  assert.deepEqual(await run.call('explain.list'), []);
+});
+
+test('a reload destroys the instance and makes a new one', async () => {
+  const run = await scene.run('tests/browser/apps/frames');
+  const page = await scene.open(run.appUrl);
+  const before = (await instancesOf(run)).map(({ context }) => context);
+  await page.reload();
+  await until(async () => {
+    const now = (await instancesOf(run)).map(({ context }) => context);
+    return now.length === 2 && now.every((context) => !before.includes(context));
+  }, 'new instances in place of the old');
+});
+
+test('a browser that vanishes leaves no instance behind', async () => {
+  const run = await scene.run('tests/browser/apps/frames');
+  const page = await scene.open(run.appUrl);
+  await until(
+    async () => (await instancesOf(run)).filter(({ isolated }) => isolated).length === 2,
+    'the sockets of both pages'
+  );
+  // Without the beacon, as when the browser is killed.
+  await page.route('**/.orvane/bye*', (route) => route.abort());
+  await page.context().close();
+  await until(async () => (await instancesOf(run)).length === 0, 'the end of the instances');
+});
+
+test('two pages have an instance each, and are answered side by side', async () => {
+  const run = await scene.run('examples/tour');
+  const pages = [await scene.open(run.appUrl), await scene.open(run.appUrl)];
+  const states = await Promise.all(
+    pages.map((page) =>
+      page.evaluate(() => Array.from({ length: 50 }, () => window.dravelt.orvane.getAppState()))
+    )
+  );
+  assert.ok(states.flat().every((state) => state === 'FOREGROUND'));
+  assert.equal((await instancesOf(run)).length, 2);
+});
