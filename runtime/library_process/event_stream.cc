@@ -30,6 +30,7 @@ constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the s
 
 thread_local KeyPress g_press;
 thread_local bool g_is_injected = false;
+thread_local std::optional<int64_t> g_context;
 
 value Text(std::string_view text) { return value(std::string(text)); }
 
@@ -111,7 +112,7 @@ object EventStream::KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress&
 void EventStream::OnLogLine(const tvset::LogLine& line) {
   AddLogLine(line);
   // What the set itself says of a refusal.
-  if (line.tag == "TVSET" && line.priority >= DLOG_ERROR) Explain(line.text + ".", std::nullopt);
+  if (line.tag == "TVSET" && line.priority >= DLOG_ERROR) Explain(line.text + ".");
 }
 
 void EventStream::AddLogLine(const tvset::LogLine& line) {
@@ -159,9 +160,11 @@ object EventStream::MarkerEvent(const tvset::KernelMarker& marker) {
                 {"text", Text(marker.text)}};
 }
 
-void EventStream::Explain(const std::string& text, std::optional<int64_t> context) {
+void EventStream::SetContext(std::optional<int64_t> context) { g_context = context; }
+
+void EventStream::Explain(const std::string& text) {
   object data{{"text", Text(text)}};
-  if (context) data["context"] = value(static_cast<double>(*context));
+  if (g_context) data["context"] = value(static_cast<double>(*g_context));
   AddEvent("explain", value(data));
 }
 

@@ -50,8 +50,10 @@ class EventStream final : public tvset::Observer {
   void Touch(Part part);
   void TouchAll();
 
-  // Why something was refused, for people; `context` is the page context that asked.
-  void Explain(const std::string& text, std::optional<int64_t> context);
+  // Why something was refused, for people, to the page context that this thread works for.
+  void Explain(const std::string& text);
+  // For which page context this thread works until it is told otherwise; empty: for none.
+  static void SetContext(std::optional<int64_t> context);
 
   // What keys that this thread presses are, until it is told otherwise.
   static void SetKeyPress(const KeyPress& press);

@@ -105,7 +105,6 @@ void Dispatcher::HandleRequest(const Fields& fields) {
     }
     throw RequestError("There is no request \"" + op + "\".");
   } catch (const std::exception& error) {
-    if (television_) television_->set_current_context(std::nullopt);
     outbox_.AnswerError(id, error.what());
   }
 }
@@ -132,11 +131,13 @@ Television& Dispatcher::television() {
 
 void Dispatcher::Tell(const Request& request, std::string_view what, std::string_view name,
                       std::string_view text) {
-  const int64_t context = request.fields.Has("context") ? request.context() : 0;
-  television().set_current_context(context);
+  television();  // has to be there
+  std::optional<int64_t> context;
+  if (request.fields.Has("context")) context = request.context();
+  EventStream::SetContext(context);
   std::string body = R"({"op":"handling","id":)" + std::to_string(request.id);
   body.append(R"(,"what":")").append(what);
-  body.append(R"(","context":)").append(std::to_string(context)).append(R"(,"name":)");
+  body.append(R"(","context":)").append(std::to_string(context.value_or(0))).append(R"(,"name":)");
   frames::AppendJsonString(name, &body);
   body.append(R"(,"text":)");
   frames::AppendJsonString(Beginning(text), &body);
@@ -225,7 +226,6 @@ void Dispatcher::CallControl(const Request& request) {
   const std::string& method = request.fields.Text("method");
   const value* const given = request.fields.Find("params");
   Tell(request, "control", method, given == nullptr ? "" : given->serialize());
-  television().set_current_context(std::nullopt);
   const std::string owner = "the parameters of " + method;
   const Fields parameters = given == nullptr ? Fields(*kNone, owner) : Fields(*given, owner);
   const auto result = control_->Call(request.id, method, parameters);

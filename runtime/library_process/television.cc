@@ -50,22 +50,14 @@ Television::Television(StartOptions options, const picojson::value& snapshot, co
   settings_watch_ =
       std::make_unique<SettingsWatch>(set().paths(), [this] { events_->Touch(Part::kSettings); });
   services_ = std::make_unique<services::RuntimeServices>(
-      set(), options_.app.application.id, [this](const std::string& text) { Explain(text); });
+      set(), options_.app.application.id,
+      [this](const std::string& text) { events_->Explain(text); });
   MakeHost();
   LoadExtensions(home);
   contexts_ = std::make_unique<Contexts>(*host_, outbox);
 }
 
 Television::~Television() = default;
-
-void Television::set_current_context(std::optional<int64_t> context) {
-  current_context_.store(context.value_or(-1), std::memory_order_relaxed);
-}
-
-void Television::Explain(const std::string& text) {
-  const int64_t context = current_context_.load(std::memory_order_relaxed);
-  events_->Explain(text, context < 0 ? std::nullopt : std::optional<int64_t>(context));
-}
 
 void Television::LaunchApplication() {
   const std::string& id = options_.app.application.id;
@@ -91,7 +83,7 @@ void Television::Restore(const picojson::value& snapshot) {
 void Television::MakeHost() {
   host::Options options;
   options.app_id = options_.app.application.id;
-  options.warn = [this](const std::string& text) { Explain("Warning: " + text); };
+  options.warn = [this](const std::string& text) { events_->Explain("Warning: " + text); };
   options.access_check = [this](const std::string& api) { return services_->HasPrivilege(api); };
   options.sync_deadline = options_.deadline;
   host_ = std::make_unique<host::ExtensionHost>(std::move(options));

@@ -2,11 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <atomic>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,9 +54,6 @@ class Television {
   ShiftedClock& clock() { return *clock_; }
   const StartOptions& options() const { return options_; }
 
-  // The page context whose message is handled, for explanations; empty: none is.
-  void set_current_context(std::optional<int64_t> context);
-
  private:
   // Starts the set, and stops it after everything that uses it.
   struct RunningSet {
@@ -75,14 +69,12 @@ class Television {
   void LoadExtensions(const Home& home);
   void LoadExtension(const std::filesystem::path& file_or_folder);
   bool Publishes(const std::string& name) const;
-  void Explain(const std::string& text);
 
   const StartOptions options_;
   RunningSet running_set_;
   const std::shared_ptr<ShiftedClock> clock_;
   InstalledApplications applications_;
   const SetState state_;
-  std::atomic<int64_t> current_context_{-1};  // -1: none
   std::vector<std::string> warnings_;
   std::unique_ptr<EventStream> events_;
   std::unique_ptr<SettingsWatch> settings_watch_;

@@ -6,6 +6,7 @@ import './styles/simulator.css';
 import { connect } from './api/session.js';
 import { takeToken } from './api/token.js';
 import { onShortcut } from './remote/shortcuts.js';
+import { keepApplicationFocus } from './screen/focus.js';
 import { App } from './shell/app.js';
 import { html, render } from './view.js';
 
@@ -13,4 +14,5 @@ const room = document.getElementById('simulator');
 room.textContent = '';
 render(html`<${App} />`, room);
 document.addEventListener('keydown', onShortcut);
+document.addEventListener('mousedown', keepApplicationFocus);
 connect(takeToken());

@@ -42,9 +42,12 @@ test('a key that is held, or pressed with Shift, is a long press', async () => {
   await simulator.waitForCall('keys.press');
   await simulator.page.mouse.up();
   await red.click({ modifiers: ['Shift'] });
+  await red.focus();
+  await simulator.page.keyboard.press('Shift+Enter');
   await red.click();
-  await simulator.waitForCall('keys.press', 3);
+  await simulator.waitForCall('keys.press', 4);
   assert.deepEqual(simulator.called('keys.press'), [
+    { name: 'XF86Red', long: true },
     { name: 'XF86Red', long: true },
     { name: 'XF86Red', long: true },
     { name: 'XF86Red' },

@@ -193,6 +193,13 @@ test('other windows, the background and the end lie over the picture', async () 
   assert.deepEqual(await simulator.waitForCall('applications.launch'), { id: 'OrvaneTour.Tour' });
 });
 
+test('a focus that is elsewhere is told below the television', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.shows('.screen-status', 'Focus this application');
+  simulator.server('applications.focus', { id: '' });
+  await simulator.shows('.screen-status .chip-warn', 'Focus: nobody');
+});
+
 test('the application is reloaded on request', async () => {
   const simulator = await openSimulator(scene);
   await simulator.page.click('[aria-label="Reload the application\'s page"]');

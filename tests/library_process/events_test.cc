@@ -117,7 +117,9 @@ TEST_F(EventsTest, TellsManyChangesOfAPartAsFew) {
 
 TEST_F(EventsTest, ExplainsWhatTheSetItselfRefuses) {
   Orvane(7, "checkPlatformLevelPrivilege");
-  EXPECT_THAT(WaitForEvent("explain").get("text").to_str(), HasSubstr("privilege"));
+  const value explained = WaitForEvent("explain");
+  EXPECT_THAT(explained.get("text").to_str(), HasSubstr("privilege"));
+  EXPECT_EQ(explained.get("context").get<double>(), 7);
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ window.Lantern = window.Lantern || {};
 
     // The keyboard stands at the bottom, so that the results above it stay in view.
     placeKeyboard: () =>
-      attempt('keyboard', () => orvane.setIMEPosition('50%', '1040px', 'BOTTOM_CENTER')),
+      attempt('keyboard', () => orvane.setIMEPosition('50%', '96%', 'BOTTOM_CENTER')),
 
     recommend(words) {
       attempt('recommended words', function () {

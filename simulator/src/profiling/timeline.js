@@ -6,6 +6,10 @@ import { html } from '../view.js';
 import { duration } from '../ui/format.js';
 import { axisTicks } from './records.js';
 
+function tickText(ms) {
+  return ms < 1000 ? `${ms} ms` : `${ms / 1000} s`;
+}
+
 /** @param {{run: import('./records.js').ProfilingPoint[]}} props */
 export function Timeline({ run }) {
   const length = Math.max(run[run.length - 1].fromStartMs, 0.01);
@@ -16,7 +20,7 @@ export function Timeline({ run }) {
       ${axisTicks(length).map(
         (tick) =>
           html`<span key=${tick} class="timeline-tick" style=${{ left: percent(tick) }}
-            >${tick === 0 ? '0' : duration(tick)}</span
+            >${tickText(tick)}</span
           >`
       )}
     </div>

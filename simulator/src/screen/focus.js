@@ -8,10 +8,16 @@ import { set } from '../state/set.js';
 
 export const frameHasFocus = signal(false);
 
-/** Whether the application under test has the set's focus. */
-export const appHasFocus = computed(
-  () => set.focused.value !== '' && set.focused.value === appId.value
-);
+/**
+ * A pointer on a button of this page would take the focus from the field that the application
+ * edits, which a remote control does not. So buttons leave it there while the frame has it.
+ */
+export function keepApplicationFocus(event) {
+  const inFrame = document.activeElement?.classList.contains('app-frame');
+  if (inFrame && event.target.closest('button, summary')) {
+    event.preventDefault();
+  }
+}
 
 /** The running application as the set sees it, or null. */
 export const ownApplication = computed(

@@ -8,7 +8,7 @@ import { set } from '../state/set.js';
 import { keyHistory } from '../state/streams.js';
 import { AppWindow } from './app_window.js';
 import { Curtains } from './curtains.js';
-import { appHasFocus, frameHasFocus } from './focus.js';
+import { frameHasFocus } from './focus.js';
 import { fittingScale, screenHeight, screenWidth } from './geometry.js';
 import { OnScreenKeyboard } from './keyboard.js';
 import { LastSource } from './last_source.js';
@@ -57,16 +57,12 @@ export function Screen() {
   const room = useRef(null);
   const scale = useScale(room);
   useVolumeKeys();
-  const classes = [
-    'television',
-    appHasFocus.value && 'television-focused',
-    frameHasFocus.value && 'television-typing',
-  ];
+  const typing = frameHasFocus.value ? 'television-typing' : '';
   return html`<section class="stage" aria-labelledby="screen-title">
     <h2 id="screen-title" class="visually-hidden">Screen of the set</h2>
     <div class="stage-room" ref=${room}>
       <div
-        class=${classes.filter(Boolean).join(' ')}
+        class=${`television ${typing}`}
         style=${{ width: `${screenWidth * scale}px`, height: `${screenHeight * scale}px` }}
         tabindex="0"
         role="group"

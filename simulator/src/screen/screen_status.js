@@ -10,7 +10,7 @@ import { set } from '../state/set.js';
 import { keyHistory } from '../state/streams.js';
 import { describeKey } from '../remote/key_table.js';
 import { KeyOutcome } from '../remote/history.js';
-import { IconButton } from '../ui/controls.js';
+import { Chip, IconButton } from '../ui/controls.js';
 import { fileStamp } from '../ui/format.js';
 import { toast } from '../state/toasts.js';
 import { keyboardShown, keyboardWanted } from './keyboard.js';
@@ -45,10 +45,13 @@ function Focus() {
   if (focused === null) {
     return null;
   }
-  const text = focused === '' ? 'nobody' : focused === appId.value ? 'this application' : focused;
-  return html`<span class="status-item" title=${`The set's focus: ${focused || 'nobody'}`}
-    ><span class="muted">Focus</span>${' '}${text}</span
-  >`;
+  const title = `The set's focus: ${focused || 'nobody'}`;
+  if (focused === appId.value) {
+    return html`<span class="status-item" title=${title}>
+      <span class="muted">Focus</span>${' '}this application
+    </span>`;
+  }
+  return html`<${Chip} tone="warn" title=${title}>Focus: ${focused || 'nobody'}<//>`;
 }
 
 export function ScreenStatus({ scale, panel }) {

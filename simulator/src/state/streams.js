@@ -25,13 +25,17 @@ export const contextTask = signal(null);
 let lastKey = 0;
 let lastConsole = 0;
 
+function nowNs() {
+  return Date.now() * 1e6;
+}
+
 export function addKey(event) {
   const entry = { ...event, number: ++lastKey, at: Date.now() };
   keyHistory.value = [entry, ...keyHistory.value].slice(0, longestHistory);
 }
 
 export function addConsole(entries) {
-  consoleRows.add(entries.map((entry) => ({ ...entry, seq: ++lastConsole })));
+  consoleRows.add(entries.map((entry) => ({ time_ns: nowNs(), ...entry, seq: ++lastConsole })));
 }
 
 export function addMarker(marker) {
@@ -39,5 +43,6 @@ export function addMarker(marker) {
 }
 
 export function addExplanation(entry) {
-  explanations.value = [...explanations.value, entry].slice(-longestExplanations);
+  const entries = [...explanations.value, { time_ns: nowNs(), ...entry }];
+  explanations.value = entries.slice(-longestExplanations);
 }

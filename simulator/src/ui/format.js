@@ -25,6 +25,9 @@ export function clockTime(ns) {
 
 /** 0.42 ms, 12.3 ms, 1.20 s. */
 export function duration(ms) {
+  if (ms === 0) {
+    return '0 ms';
+  }
   if (ms < 1) {
     return `${ms.toFixed(2)} ms`;
   }
