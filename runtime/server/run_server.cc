@@ -11,6 +11,7 @@
 #include "server/api.h"
 #include "server/app_folder.h"
 #include "server/app_site.h"
+#include "server/dev_server.h"
 #include "server/event_hub.h"
 #include "server/http_server.h"
 #include "server/journal.h"
@@ -106,6 +107,7 @@ class RunServer::Runner final : public LibraryListener {
 
  private:
   void Open(const JsonObject& started);
+  void ServeContent(const Origin& app);
   void AddMethods();
   void AskProfile();
   void TakeProfile(std::string_view part);
@@ -128,7 +130,8 @@ class RunServer::Runner final : public LibraryListener {
 
   // From the moment the library process has started.
   std::optional<PageScript> script_;
-  std::optional<AppFolder> folder_;
+  std::optional<AppFolder> folder_;      // either this
+  std::optional<DevServer> dev_server_;  // or this
   std::optional<AppSite> app_site_;
   std::optional<SimulatorSite> simulator_site_;
   std::optional<RunRecord> record_;
@@ -155,12 +158,7 @@ void RunServer::Runner::Open(const JsonObject& started) {
   script_.emplace(started, PageAppJson(options_.app), options_.deadline, options_.check_script);
   app_site_.emplace(app, simulator, AppSite::Parts{contexts_, messages_, *script_},
                     StartPath(options_));
-  folder_.emplace(options_.app.folder);
-  app_site_->set_content([this](const std::shared_ptr<Exchange>& exchange) {
-    HttpResponse response = folder_->Answer(exchange->request());
-    app_site_->AddHeaders(&response);
-    exchange->Respond(std::move(response));
-  });
+  ServeContent(app);
   simulator_site_.emplace(simulator, app, secret, FindSimulatorFile, api_, hub_);
   AddMethods();
   AskProfile();
@@ -174,6 +172,21 @@ void RunServer::Runner::Open(const JsonObject& started) {
   app_server_.Serve(*app_site_);
   simulator_server_.Serve(*simulator_site_);
   if (options_.on_ready) options_.on_ready(addresses_);
+}
+
+void RunServer::Runner::ServeContent(const Origin& app) {
+  if (!options_.dev_server.empty()) {
+    dev_server_.emplace(loop_, options_.dev_server, app,
+                        [this](HttpResponse* response) { app_site_->AddHeaders(response); });
+    return app_site_->set_content(
+        [this](const std::shared_ptr<Exchange>& exchange) { dev_server_->Handle(exchange); });
+  }
+  folder_.emplace(options_.app.folder);
+  app_site_->set_content([this](const std::shared_ptr<Exchange>& exchange) {
+    HttpResponse response = folder_->Answer(exchange->request());
+    app_site_->AddHeaders(&response);
+    exchange->Respond(std::move(response));
+  });
 }
 
 void RunServer::Runner::AddMethods() {
