@@ -31,6 +31,7 @@ struct LogOptions {
 
 constexpr double kLinesPerCall = 5000;
 constexpr std::chrono::milliseconds kPause{150};  // between two looks
+constexpr std::chrono::milliseconds kEnding{4000};
 
 const std::map<std::string, std::string>& Levels() {
   static const std::map<std::string, std::string> levels = {
@@ -93,6 +94,15 @@ class LogReader {
   value since_ = value(0.0);
 };
 
+// A simulator that ends stops answering a moment before its process is gone.
+bool HasEnded(const Simulator& simulator) {
+  const auto end = std::chrono::steady_clock::now() + kEnding;
+  while (simulator.runs() && std::chrono::steady_clock::now() < end) {
+    std::this_thread::sleep_for(kPause);
+  }
+  return !simulator.runs();
+}
+
 ExitCode Log(const Simulator& simulator, const LogOptions& options) {
   LogReader reader(simulator, options);
   reader.PrintNew();
@@ -101,7 +111,7 @@ ExitCode Log(const Simulator& simulator, const LogOptions& options) {
     try {
       reader.PrintNew();
     } catch (const NoSimulator&) {
-      if (simulator.runs()) throw;
+      if (!HasEnded(simulator)) throw;
       Complain("the simulator has ended.");
       return ExitCode::kDone;
     }

@@ -23,7 +23,7 @@ class Simulator {
                                 "/tour' --no-open --no-watch --port 0 --state '" +
                                 state.string() + "' " + options + " 2>&1";
     pipe_ = popen(command.c_str(), "r");
-    pid_ = std::atoi(ReadLine().c_str());
+    pid_ = static_cast<pid_t>(std::strtol(ReadLine().c_str(), nullptr, 10));
     std::string line = ReadLine();
     while (!line.empty() && line.find("Ctrl-C") == std::string::npos) line = ReadLine();
     EXPECT_FALSE(line.empty()) << "it ended before it was ready";
@@ -93,6 +93,18 @@ TEST_F(RunningSimulatorTest, PrintsItsLogUntilItEnds) {
   EXPECT_EQ(Run({"log", "--json", "--level", "error"}).exit_code, 0);
   simulator.End();
   EXPECT_EQ(Run({"log", "-f"}).exit_code, 4);
+}
+
+TEST_F(RunningSimulatorTest, IsFollowedUntilItEnds) {
+  Simulator simulator(state(), "");
+  FILE* const log =
+      popen(("'" ORVANE_COMMAND "' log -f --state '" + state().string() + "'").c_str(), "r");
+  char line[4096];
+  ASSERT_NE(std::fgets(line, sizeof(line), log), nullptr);  // the library has logged its start
+  simulator.End();
+  while (std::fgets(line, sizeof(line), log) != nullptr) {
+  }
+  EXPECT_EQ(pclose(log), 0);
 }
 
 TEST_F(RunningSimulatorTest, HasNoPictureWithoutABrowser) {
