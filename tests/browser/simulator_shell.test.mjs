@@ -38,9 +38,9 @@ test('the first paint comes within a second', async (t) => {
 
 const death = {
   time_ns: 1.7e18,
-  signal: 'SIGABRT',
-  exit: null,
-  reason: '',
+  signal: 6,
+  exit: 0,
+  reason: 'it was killed by signal 6 (Aborted)',
   handling: {
     what: 'sync',
     context: 1,
@@ -53,7 +53,8 @@ const death = {
 test('when the library dies the page says of what, and starts it again', async () => {
   const simulator = await openSimulator(scene);
   simulator.server('dev.process', { state: 'down', pid: 0, deaths: [death] });
-  await simulator.shows('.banner', 'ended with SIGABRT while it handled getAppState');
+  await simulator.shows('.banner', 'ended while it handled getAppState');
+  await simulator.shows('.banner', 'it was killed by signal 6 (Aborted)');
   await simulator.shows('.banner', '"OrvaneManager_getAppState"');
   await simulator.page.click('.banner summary');
   await simulator.shows('.banner pre', 'assert(is<std::string>())');

@@ -61,12 +61,16 @@ function handledName(handling) {
   return ` while it handled ${method ? `${method} of ` : ''}${handling.name}`;
 }
 
+function howItEnded({ signal, exit, reason }) {
+  if (reason) {
+    return reason;
+  }
+  return signal ? `signal ${signal}` : `exit code ${exit ?? 'unknown'}`;
+}
+
 /** What ended the library's process, in one sentence. */
-export function deathText({ signal, exit, reason, handling }) {
-  const how = signal ? `with ${signal}` : `with exit code ${exit ?? 'unknown'}`;
-  const what = handledName(handling);
-  const why = reason ? ` (${reason})` : '';
-  return `The library's process ended ${how}${what}${why}.`;
+export function deathText(death) {
+  return `The library's process ended${handledName(death.handling)}: ${howItEnded(death)}.`;
 }
 
 export const problems = computed(() => [

@@ -30,7 +30,7 @@ function Banner({ tone, children, actions, details }) {
 }
 
 function Handled({ handling }) {
-  if (!handling?.text) {
+  if (!handling?.text || handling.text === '{}') {
     return null;
   }
   return html`<p>The message: <code class="wrap">${handling.text.slice(0, 400)}</code></p>`;
