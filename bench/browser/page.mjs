@@ -57,21 +57,21 @@ export async function prepare() {
   };
 }
 
-// Milliseconds per call of each kind, `rounds` values each.
+// Milliseconds of single calls of each kind, which take turns.
 export async function measure(rounds) {
   const { acknowledge, kinds } = window.bench;
-  const callsPerRound = { echo: 40, message: 40, worker: 40, request: 5 };
+  const callsPerRound = { echo: 40, message: 40, worker: 40, request: 10 };
   const times = { echo: [], message: [], worker: [], request: [] };
   for (let round = 0; round <= rounds; round += 1) {
     acknowledge();
     for (const [kind, call] of Object.entries(kinds)) {
-      const start = performance.now();
       for (let count = 0; count < callsPerRound[kind]; count += 1) {
+        const start = performance.now();
         await call();
-      }
-      // The first round is for warming up.
-      if (round > 0) {
-        times[kind].push((performance.now() - start) / callsPerRound[kind]);
+        // The first round is for warming up.
+        if (round > 0) {
+          times[kind].push(performance.now() - start);
+        }
       }
     }
   }

@@ -3,7 +3,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // browser/run.mjs PROGRAM
 // What a synchronous call costs a page in headless Chromium, against the round trip of a plain
-// WebSocket to the same server, in one run: rounds of each kind by turns, medians, ratios.
+// WebSocket to the same server, in one run: calls of each kind by turns, medians, ratios.
 // PROGRAM is the orvane executable.
 
 import path from 'node:path';
@@ -15,7 +15,12 @@ import { measure, prepare } from './page.mjs';
 
 const rounds = 21;
 
-const median = (values) => [...values].sort((one, other) => one - other)[values.length >> 1];
+function quantile(values, part) {
+  const sorted = [...values].sort((one, other) => one - other);
+  return sorted[Math.floor(sorted.length * part)];
+}
+
+const median = (values) => quantile(values, 0.5);
 
 function print(times) {
   const base = median(times.echo);
@@ -28,8 +33,9 @@ function print(times) {
   const width = Math.max(...rows.map(([name]) => name.length));
   for (const [name, values] of rows) {
     const ms = median(values);
-    const ratio = (ms / base).toFixed(2);
-    process.stdout.write(`${name.padEnd(width)}  ${ms.toFixed(3)} ms  ${ratio} round trips\n`);
+    const text = `${ms.toFixed(3)} ms  ${(ms / base).toFixed(2)} round trips`;
+    const slow = quantile(values, 0.9).toFixed(3);
+    process.stdout.write(`${name.padEnd(width)}  ${text}  (9 of 10 within ${slow} ms)\n`);
   }
   const gain = (median(times.request) / median(times.worker)).toFixed(1);
   process.stdout.write(`the worker's call is ${gain} times as fast as the request's\n`);
