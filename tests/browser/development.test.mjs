@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+// While an application is being written: the pages of a bundler's own server.
+
+import assert from 'node:assert/strict';
+import { cpSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { createServer } from 'node:http';
+import { tmpdir } from 'node:os';
+import path from 'node:path';
+import test from 'node:test';
+
+import { context } from 'esbuild';
+
+import { repository } from './support/orvane_run.mjs';
+import { makeScene } from './support/scene.mjs';
+
+const scene = makeScene();
+
+test('pages of a dev server have the object, and its sockets are relayed', async () => {
+  const { WebSocketServer } = await import('ws');
+  const server = createServer((request, response) => {
+    response.writeHead(200, { 'Content-Type': 'text/html' });
+    response.end(
+      '<!DOCTYPE html><title>Dev</title><script>window.own = dravelt.orvane.getVersion()</script>'
+    );
+  });
+  const sockets = new WebSocketServer({ server });
+  sockets.on('connection', (socket) => socket.on('message', (data) => socket.send(`hot ${data}`)));
+  await new Promise((resolve) => {
+    server.listen(0, '127.0.0.1', resolve);
+  });
+  scene.onEnd(() => {
+    sockets.clients.forEach((socket) => socket.terminate());
+    server.closeAllConnections();
+    server.close();
+  });
+  const address = `http://127.0.0.1:${server.address().port}`;
+  const run = await scene.run('examples/tour', { args: ['--url', address] });
+  const page = await scene.open(run.appUrl);
+  assert.equal(await page.evaluate(() => window.own), '3.9');
+  const relayed = await page.evaluate(
+    () =>
+      new Promise((resolve, reject) => {
+        const socket = new WebSocket(`ws://${location.host}/hmr`);
+        socket.onopen = () => socket.send('update');
+        socket.onmessage = ({ data }) => resolve(data);
+        socket.onerror = () => reject(new Error('refused'));
+      })
+  );
+  assert.equal(relayed, 'hot update');
+});
+
+test('a bundler serves the application and tells its page of changes', async () => {
+  const folder = mkdtempSync(path.join(tmpdir(), 'orvane-bundler-'));
+  scene.onEnd(() => rmSync(folder, { recursive: true, force: true }));
+  cpSync(path.join(repository, 'tests/browser/apps/bundled'), folder, { recursive: true });
+  const bundler = await context({
+    entryPoints: [path.join(folder, 'src/main.js')],
+    outfile: path.join(folder, 'assets/index.js'),
+    nodePaths: [path.join(repository, 'node_modules')],
+    bundle: true,
+    format: 'esm',
+  });
+  scene.onEnd(() => bundler.dispose());
+  await bundler.watch();
+  const { port } = await bundler.serve({ servedir: folder, host: '127.0.0.1' });
+
+  const run = await scene.run(folder, { args: ['--url', `http://127.0.0.1:${port}`] });
+  const page = await scene.open(run.appUrl);
+  await page.waitForSelector('#state:has-text("FOREGROUND")');
+  const changed = page.evaluate(
+    () =>
+      new Promise((resolve) => {
+        const events = new EventSource('/esbuild');
+        events.addEventListener('open', () => console.log('listening'));
+        events.addEventListener('change', ({ data }) => resolve(data));
+      })
+  );
+  await page.waitForEvent('console', (message) => message.text() === 'listening');
+  const file = path.join(folder, 'src/main.js');
+  writeFileSync(file, readFileSync(file, 'utf8').replace('Version', 'Edition'));
+  assert.match(await changed, /index\.js/);
+  await page.reload();
+  await page.waitForSelector('h1:has-text("Edition 3.9")');
+});
