@@ -169,6 +169,26 @@ test('a message is shown with its name, time and duration, and read in full', as
   simulator.assertClean();
 });
 
+test('arguments that are no text are shown as JSON', async () => {
+  const simulator = await openSimulator(scene, { preferences: { tab: 'messages' } });
+  const record = {
+    seq: 1,
+    time_ns: nowNs(),
+    context: 1,
+    direction: 'fromPage',
+    kind: 'widget',
+    peer: 'move',
+    payload: [10, 20],
+    reply: true,
+    us: 40,
+  };
+  simulator.server('dev.tell', { name: 'trace', data: [record] });
+  await simulator.shows('.message-row', '[10,20]');
+  await simulator.page.locator('.message-row').click();
+  await simulator.shows('.message-details', /10,\s+20/);
+  simulator.assertClean();
+});
+
 test('a synchronous call over the budget stands out, and the budget is set', async () => {
   const simulator = await openSimulator(scene, { preferences: { tab: 'messages' } });
   simulator.server('dev.call', { ...getState, us: 9000 });

@@ -20,8 +20,17 @@ const logFeed = new Feed(
 );
 const traceFeed = new Feed(
   async (since, limit) => ({ items: (await call('trace.list', { since, limit })).records }),
-  (records) => streams.trace.add(records)
+  (records) => streams.trace.add(records.map(withTexts))
 );
+
+/** Arguments and answers that are no texts are read as JSON. */
+function withTexts(record) {
+  const text = (value) =>
+    value === undefined || value === null || typeof value === 'string'
+      ? value
+      : JSON.stringify(value);
+  return { ...record, payload: text(record.payload), reply: text(record.reply) };
+}
 
 /** @returns {Promise<any>} */
 export function call(method, params) {
@@ -72,7 +81,7 @@ function processChanged(next) {
 /** The UUID is made by a call, and no event tells it. */
 function takeTrace(records) {
   traceFeed.push(records);
-  if (!set.uuid.value && records.some(({ payload }) => payload?.includes('_getUuid"'))) {
+  if (!set.uuid.value && records.some(({ payload }) => String(payload).includes('_getUuid"'))) {
     refreshSet();
   }
 }

@@ -8,7 +8,7 @@ import { html, useEffect, useRef } from '../view.js';
 import { contextTask, keyHistory } from '../state/streams.js';
 import { Icon } from '../ui/icons.js';
 
-const shownMs = 5000;
+const shownMs = 3000;
 
 function goBack() {
   contextTask.value = null;
