@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "browser/child_process.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include <gtest/gtest.h>
+
+#include "browser/browser_error.h"
+
+namespace orvane::browser {
+namespace {
+
+constexpr std::chrono::seconds kLong(30);
+
+TEST(ChildProcessTest, FindsAProgramOnThePath) {
+  EXPECT_NE(FindProgram({"no-such-program-here", "sh"}), "");
+  EXPECT_EQ(FindProgram({"no-such-program-here"}), "");
+}
+
+TEST(ChildProcessTest, RefusesAProgramThatIsNotThere) {
+  EXPECT_THROW(ChildProcess({"/no/such/program"}, {}), BrowserError);
+}
+
+TEST(ChildProcessTest, GivesItsDescriptors) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  ChildProcess child({"/bin/sh", "-c", "echo hello >&5"}, {{5, ends[1]}});
+  close(ends[1]);
+
+  char text[16] = {};
+  EXPECT_EQ(read(ends[0], text, sizeof text), 6);
+
+  EXPECT_STREQ(text, "hello\n");
+  close(ends[0]);
+}
+
+TEST(ChildProcessTest, EndsWithItsOwner) {
+  pid_t pid = 0;
+  {
+    ChildProcess child({"/bin/sleep", "600"}, {});
+    pid = child.pid();
+    EXPECT_TRUE(child.running());
+  }
+
+  EXPECT_EQ(kill(pid, 0), -1);
+  EXPECT_EQ(errno, ESRCH);
+}
+
+TEST(ChildProcessTest, KillsOneThatDoesNotListen) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  ChildProcess child({"/bin/sh", "-c", "trap '' TERM; echo x >&5; while :; do sleep 600; done"},
+                     {{5, ends[1]}});
+  close(ends[1]);
+  char text[2] = {};
+  ASSERT_EQ(read(ends[0], text, sizeof text), 2);  // it has its trap
+
+  child.Stop(std::chrono::milliseconds(50));
+
+  EXPECT_FALSE(child.running());
+  close(ends[0]);
+}
+
+TEST(ChildProcessTest, LeavesAloneWhatIsStartedAlone) {
+  EXPECT_TRUE(ChildProcess::StartAlone({"/bin/true", "an argument"}));
+}
+
+TEST(ChildProcessTest, StopsAtOnceWhatHasEnded) {
+  ChildProcess child({"/bin/true"}, {});
+
+  child.Stop(kLong);
+
+  EXPECT_FALSE(child.running());
+}
+
+}  // namespace
+}  // namespace orvane::browser
