@@ -10,20 +10,24 @@ import path from 'node:path';
 import test from 'node:test';
 
 import { context } from 'esbuild';
+import { WebSocketServer } from 'ws';
 
-import { repository } from './support/orvane_run.mjs';
+import { repository, until } from './support/orvane_run.mjs';
 import { makeScene } from './support/scene.mjs';
 
 const scene = makeScene();
 
-test('pages of a dev server have the object, and its sockets are relayed', async () => {
-  const { WebSocketServer } = await import('ws');
+const ownVersion = '<script src="version.js"></script>';
+
+// A server of pages, as a framework brings one; answers on WebSockets with "hot" and what it got.
+async function startDevServer(headers = {}) {
   const server = createServer((request, response) => {
-    response.writeHead(200, { 'Content-Type': 'text/html' });
-    response.end(
-      '<!DOCTYPE html><title>Dev</title><script>window.own = dravelt.orvane.getVersion()</script>'
-    );
+    const isScript = request.url.endsWith('.js');
+    const type = isScript ? 'text/javascript' : 'text/html';
+    response.writeHead(200, { 'Content-Type': type, ...headers });
+    response.end(isScript ? 'window.own = dravelt.orvane.getVersion()' : html);
   });
+  const html = `<!DOCTYPE html><title>Dev</title>${ownVersion}`;
   const sockets = new WebSocketServer({ server });
   sockets.on('connection', (socket) => socket.on('message', (data) => socket.send(`hot ${data}`)));
   await new Promise((resolve) => {
@@ -34,8 +38,11 @@ test('pages of a dev server have the object, and its sockets are relayed', async
     server.closeAllConnections();
     server.close();
   });
-  const address = `http://127.0.0.1:${server.address().port}`;
-  const run = await scene.run('examples/tour', { args: ['--url', address] });
+  return `http://127.0.0.1:${server.address().port}`;
+}
+
+test('pages of a dev server have the object, and its sockets are relayed', async () => {
+  const run = await scene.run('examples/tour', { args: ['--url', await startDevServer()] });
   const page = await scene.open(run.appUrl);
   assert.equal(await page.evaluate(() => window.own), '3.9');
   const relayed = await page.evaluate(
@@ -48,6 +55,22 @@ test('pages of a dev server have the object, and its sockets are relayed', async
       })
   );
   assert.equal(relayed, 'hot update');
+});
+
+test('a policy that forbids the worker is explained, and calls work', async () => {
+  const address = await startDevServer({
+    'Content-Security-Policy': "worker-src 'none'",
+  });
+  const run = await scene.run('examples/tour', { args: ['--url', address] });
+  const page = await scene.open(run.appUrl);
+  assert.equal(await page.evaluate(() => window.own), '3.9');
+  const explained = await until(async () => {
+    const all = await run.call('explain.list');
+    return all.find(({ text }) => text.includes('worker-src'));
+  }, 'the explanation');
+  assert.match(explained.text, /add 'self' to worker-src/);
+  const state = () => window.dravelt.orvane.getAppState();
+  assert.equal(await page.evaluate(state), 'FOREGROUND');
 });
 
 test('a bundler serves the application and tells its page of changes', async () => {
