@@ -182,8 +182,22 @@ test('what is pushed while the list is fetched comes after it, once', async () =
   const caughtUp = feed.catchUp();
   feed.push(numbered(3, 6));
   answer({ items: numbered(1, 4) });
+  await new Promise(setImmediate);
+  answer({ items: [] });
   await caughtUp;
   assert.deepEqual(got, [1, 2, 3, 4, 5, 6]);
+});
+
+test('what was there before the first push is fetched', async () => {
+  const all = numbered(1, 5);
+  const got = [];
+  const feed = new Feed(
+    async (since) => ({ items: all.filter((item) => item.seq > since) }),
+    (items) => got.push(...items.map((item) => item.seq))
+  );
+  feed.push(numbered(4, 5));
+  await new Promise(setImmediate);
+  assert.deepEqual(got, [1, 2, 3, 4, 5]);
 });
 
 test('a gap in what is pushed is fetched', async () => {

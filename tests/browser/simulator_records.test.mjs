@@ -6,6 +6,7 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
 
+import { until } from './support/orvane_run.mjs';
 import { makeScene } from './support/scene.mjs';
 import { openSimulator } from './support/simulator.mjs';
 
@@ -248,16 +249,22 @@ test('recorded labels are a timeline with the gaps between them, and exported', 
 });
 
 test('resources are sampled while their panel is open, and only then', async () => {
-  const simulator = await openSimulator(scene, { preferences: { tab: 'resources' } });
+  const simulator = await openSimulator(scene);
+  const sampled = () => simulator.called('stat.read').length;
+  await simulator.page.clock.install();
+  await simulator.tab('resources');
+  await until(async () => {
+    await simulator.page.clock.runFor(1000);
+    return sampled() >= 6;
+  }, 'three samples');
   await simulator.page.locator('.chart-room canvas').nth(1).waitFor();
-  await simulator.waitForCall('stat.read', 4);
   await simulator.tab('log');
-  await simulator.shows('#tab-log[aria-selected=true]', 'Log');
-  const before = simulator.called('stat.read').length;
-  await new Promise((done) => {
-    setTimeout(done, 2500);
-  });
-  assert.ok(simulator.called('stat.read').length <= before + 2);
+  await simulator.page.locator('.chart-room').first().waitFor({ state: 'detached' });
+  const before = sampled();
+  await simulator.page.clock.runFor(30000);
+  simulator.server('log.write', { text: 'the end' });
+  await simulator.shows('.log-row', 'the end');
+  assert.ok(sampled() <= before + 2, `${sampled()} after ${before}`); // one was under way
   simulator.assertClean();
 });
 

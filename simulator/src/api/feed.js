@@ -3,7 +3,7 @@
 // A numbered stream that is both pushed and listed: the log, the trace. What was pushed while the
 // connection was away is fetched, in order and once, so that nothing is missing or doubled.
 
-const pageLimit = 20000;
+const pageLimit = 5000;
 
 export class Feed {
   #list;
@@ -29,10 +29,10 @@ export class Feed {
     try {
       for (;;) {
         const { items } = await this.#list(this.#last, pageLimit);
-        this.#take(items);
-        if (items.length < pageLimit) {
+        if (items.length === 0) {
           break;
         }
+        this.#take(items);
       }
     } finally {
       const held = this.#held;
@@ -47,7 +47,7 @@ export class Feed {
       return;
     }
     const first = items[0]?.seq;
-    if (first !== undefined && this.#last !== 0 && first > this.#last + 1) {
+    if (first !== undefined && first > this.#last + 1) {
       this.#fill(items);
       return;
     }

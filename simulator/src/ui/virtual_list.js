@@ -71,6 +71,9 @@ export function VirtualList(props) {
   const end = Math.min(rows.length, Math.ceil((top + height) / rowHeight) + spareRows);
 
   const onScroll = () => {
+    if (!element.current) {
+      return; // the list has gone since
+    }
     const { scrollTop, scrollHeight, clientHeight } = element.current;
     setTop(scrollTop);
     const atEnd = scrollTop + clientHeight >= scrollHeight - rowHeight;
