@@ -68,6 +68,20 @@ test('a browser that vanishes leaves no instance behind', async () => {
   await until(async () => (await instancesOf(run)).length === 0, 'the end of the instances');
 });
 
+test('a page loads again when the server has been started again', async () => {
+  const first = await scene.run('tests/browser/apps/frames');
+  const page = await scene.open(first.appUrl);
+  await until(async () => (await instancesOf(first)).every(({ isolated }) => isolated), 'sockets');
+  await page.evaluate(() => {
+    window.isOld = true;
+  });
+  await first.stop();
+  const { port } = new URL(first.appUrl);
+  const second = await scene.run('tests/browser/apps/frames', { port });
+  await page.waitForFunction(() => !window.isOld && window.own === '3.9');
+  assert.equal((await instancesOf(second)).length, 2);
+});
+
 test('two pages have an instance each, and are answered side by side', async () => {
   const run = await scene.run('examples/tour');
   const pages = [await scene.open(run.appUrl), await scene.open(run.appUrl)];

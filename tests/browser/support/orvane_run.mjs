@@ -45,11 +45,13 @@ export class OrvaneRun {
 
   // `app` is a folder or package, or null with --url among `args`. `state` is a folder to use and
   // to leave behind; without one, there is a new one.
-  constructor(app, { args = [], state } = {}) {
+  constructor(app, { args = [], state, port = 0 } = {}) {
     this.ownState = state === undefined;
     this.state = state ?? mkdtempSync(path.join(tmpdir(), 'orvane-browser-'));
-    const all = ['run', ...(app ? [app] : []), '--no-open', '--port', '0', '--state', this.state];
-    this.process = spawn(orvaneProgram(), [...all, ...args], { stdio: ['ignore', 'pipe', 'pipe'] });
+    const all = ['run', ...(app ? [app] : []), '--no-open', '--port', port, '--state', this.state];
+    this.process = spawn(orvaneProgram(), [...all, ...args].map(String), {
+      stdio: ['ignore', 'pipe', 'pipe'],
+    });
     for (const stream of [this.process.stdout, this.process.stderr]) {
       stream.setEncoding('utf8').on('data', (text) => {
         this.output += text;
