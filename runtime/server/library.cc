@@ -306,7 +306,8 @@ std::string Library::HandlingJson() const {
 }
 
 std::string Library::HandlingWords() const {
-  const auto frame = JsonObject::Parse(HandlingJson());
+  const std::string json = HandlingJson();
+  const auto frame = JsonObject::Parse(json);
   if (!frame) return "nothing that it told of";
   const std::string text = frame->Text("text").value_or("");
   const auto message = JsonObject::Parse(text);

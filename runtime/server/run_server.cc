@@ -6,11 +6,15 @@
 
 #include <csignal>
 #include <optional>
+#include <system_error>
 #include <utility>
 
+#include "browser/folder_watcher.h"
+#include "browser/open_in_browser.h"
 #include "server/api.h"
 #include "server/app_folder.h"
 #include "server/app_site.h"
+#include "server/browser_desk.h"
 #include "server/dev_server.h"
 #include "server/event_hub.h"
 #include "server/http_server.h"
@@ -108,6 +112,9 @@ class RunServer::Runner final : public LibraryListener {
  private:
   void Open(const JsonObject& started);
   void ServeContent(const Origin& app);
+  void WatchFolder();
+  void OpenBrowser();
+  void TakePicture(const Api::Reply& reply);
   void AddMethods();
   void AskProfile();
   void TakeProfile(std::string_view part);
@@ -134,7 +141,9 @@ class RunServer::Runner final : public LibraryListener {
   std::optional<DevServer> dev_server_;  // or this
   std::optional<AppSite> app_site_;
   std::optional<SimulatorSite> simulator_site_;
+  std::optional<browser::FolderWatcher> watcher_;
   std::optional<RunRecord> record_;
+  BrowserDesk browser_desk_{loop_};
   RunAddresses addresses_;
   std::string profile_;
   int64_t started_ns_ = 0;
@@ -171,7 +180,9 @@ void RunServer::Runner::Open(const JsonObject& started) {
                                              .Take());
   app_server_.Serve(*app_site_);
   simulator_server_.Serve(*simulator_site_);
+  WatchFolder();
   if (options_.on_ready) options_.on_ready(addresses_);
+  OpenBrowser();
 }
 
 void RunServer::Runner::ServeContent(const Origin& app) {
@@ -189,7 +200,38 @@ void RunServer::Runner::ServeContent(const Origin& app) {
   });
 }
 
+void RunServer::Runner::WatchFolder() {
+  if (!options_.watch || !options_.dev_server.empty()) return;
+  try {
+    watcher_.emplace(loop_, options_.app.folder, [this](const std::string& file) {
+      hub_.Publish("reload", JsonWriter().Text("file", file).Take());
+      contexts_.Reload();
+    });
+  } catch (const std::system_error& error) {
+    journal_.AddExplanation(
+        R"("text":)" +
+        JsonText(std::string("Saved files do not reload the page: ") + error.what() + "."));
+  }
+}
+
+void RunServer::Runner::OpenBrowser() {
+  if (options_.open_browser) browser::OpenInBrowser(addresses_.simulator);
+  if (!options_.headless_browser) return;
+  browser_desk_.Open(addresses_.simulator, [this](const std::string& why) { Fail(why); });
+}
+
+void RunServer::Runner::TakePicture(const Api::Reply& reply) {
+  browser_desk_.TakePicture(
+      addresses_.app + StartPath(options_), [reply](const BrowserDesk::Picture& picture) {
+        if (!picture.error.empty()) return reply(Api::Error(picture.error));
+        reply(Api::Result(
+            JsonWriter().Text("png", picture.png).Flag("fresh", picture.is_fresh).Take()));
+      });
+}
+
 void RunServer::Runner::AddMethods() {
+  api_.AddSlow("screenshot",
+               [this](const JsonObject&, const Api::Reply& reply) { TakePicture(reply); });
   journal_.AddMethods(api_, AppJson(options_.app), [this] { return profile_; });
   api_.Add("run.info", [this](const JsonObject&) {
     return RunInfoJson(options_, addresses_, profile_, started_ns_);
@@ -271,6 +313,7 @@ void RunServer::Runner::BeginStop() {
   app_server_.Stop();
   simulator_server_.Stop();
   record_.reset();
+  watcher_.reset();
   beast::error_code ignored;
   signals_.cancel(ignored);
   library_.Stop([this] { loop_.stop(); });

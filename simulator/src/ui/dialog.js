@@ -16,12 +16,12 @@ export function Dialog({ title, onClose, children, actions }) {
     aria-labelledby="dialog-title"
     onClose=${onClose}
   >
-    <div class="dialog-head">
+    <header>
       <h2 id="dialog-title">${title}</h2>
       <${IconButton} icon="close" label="Close" onClick=${() => element.current.close()} />
-    </div>
+    </header>
     <div class="dialog-body">${children}</div>
-    ${actions && html`<div class="dialog-actions">${actions(() => element.current.close())}</div>`}
+    ${actions && html`<footer>${actions(() => element.current.close())}</footer>`}
   </dialog>`;
 }
 

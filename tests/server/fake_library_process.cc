@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "frames/frame.h"
+#include "server/json_object.h"
+#include "server/json_writer.h"
+
+namespace {
+
+using orvane::server::JsonObject;
+using orvane::server::JsonWriter;
+
+constexpr int kSocket = 3;
+
+void Send(const std::string& body) {
+  std::string bytes;
+  orvane::frames::AppendFrame(body, &bytes);
+  if (!orvane::frames::SendBytes(kSocket, bytes)) _exit(0);
+}
+
+void Answer(const JsonObject& frame, std::string_view result) {
+  if (frame.Raw("id").empty()) return;
+  Send(JsonWriter()
+           .Text("op", "answer")
+           .Raw("id", frame.Raw("id"))
+           .Raw("result", result)
+           .Number("us", 7)
+           .Take());
+}
+
+void SendPosts(const JsonObject& frame, int count) {
+  for (int i = 1; i <= count; ++i) {
+    Send(JsonWriter()
+             .Text("op", "posted")
+             .Raw("context", frame.Raw("context"))
+             .Raw("extension", frame.Raw("extension"))
+             .Text("text", std::to_string(i))
+             .Take());
+  }
+}
+
+// Does what the text's command says: {"cmd":"echo"}, "crash", "hang" or "post", which has a count.
+void HandleMessage(const JsonObject& frame) {
+  Send(R"({"op":"handling","id":)" + std::string(frame.Raw("id").empty() ? "0" : frame.Raw("id")) +
+       R"(,"what":"sync","context":)" + std::string(frame.Raw("context")) + R"(,"name":)" +
+       std::string(frame.Raw("extension")) + R"(,"text":)" + std::string(frame.Raw("text")) + "}");
+  const std::string text = frame.Text("text").value_or("");
+  const auto message = JsonObject::Parse(text);
+  const std::string command = message ? message->Text("cmd").value_or("") : "";
+  if (command == "crash") {
+    static_cast<void>(!write(STDERR_FILENO, "about to crash\n", 15));
+    std::abort();
+  }
+  if (command == "hang") {
+    while (true) pause();
+  }
+  if (command == "post") SendPosts(frame, static_cast<int>(message->Integer("count").value_or(0)));
+  Answer(frame, frame.Raw("text"));
+}
+
+void Handle(const JsonObject& frame) {
+  const std::string operation = frame.Text("op").value_or("");
+  if (operation == "shutdown") _exit(0);
+  if (operation == "start") {
+    Send(JsonWriter()
+             .Text("op", "snapshot")
+             .Raw("data", R"({"starts":)" + std::string(frame.Raw("snapshot")) + "}")
+             .Take());
+    return Send(R"({"op":"started","catalogue":[{"name":"test.ext","entryPoints":[]}],)"
+                R"("scripts":{"test.ext":"exports.one = 1;"},"warnings":[]})");
+  }
+  if (operation == "sync" || operation == "post") return HandleMessage(frame);
+  if (operation == "close") {
+    Send(R"({"op":"event","name":"closed","data":)" + std::string(frame.Raw("context")) + "}");
+  }
+  if (operation == "control" && frame.Text("method") == "event") {
+    Send(R"({"op":"event",)" + std::string(frame.Raw("params").substr(1)));
+  }
+  Answer(frame, operation == "control" ? frame.Raw("params") : "true");
+}
+
+}  // namespace
+
+int main() {
+  orvane::frames::FrameReader reader;
+  while (const auto body = orvane::frames::ReceiveFrame(kSocket, &reader)) {
+    const std::string text(*body);
+    const auto frame = JsonObject::Parse(text);
+    if (frame) Handle(*frame);
+  }
+  return 0;
+}

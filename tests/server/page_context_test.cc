@@ -1,0 +1,128 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "test_server.h"
+
+namespace orvane::server {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+class PageContextTest : public ServerTest {
+ protected:
+  static std::string Posted(int seq) {
+    return R"({"seq":)" + std::to_string(seq) +
+           R"(,"type":"posted","extension":"test.ext","text":")" + std::to_string(seq) + "\"}";
+  }
+};
+
+TEST_F(PageContextTest, BringsPostedMessagesInOrder) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "post", R"(,"count":100)"));
+  for (int seq = 1; seq <= 100; ++seq) EXPECT_EQ(page.client.ReceiveText(), Posted(seq));
+}
+
+TEST_F(PageContextTest, SendsWhatAPageMissedAfterAShortLoss) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "post", R"(,"count":5)"));
+  for (int seq = 1; seq <= 5; ++seq) page.client.ReceiveText();
+  page.client.Drop();
+  Sync(page, Message(2, "post", R"(,"count":0)"));
+  Connect(page, 2);
+  EXPECT_EQ(page.client.ReceiveText(), R"({"type":"hello","received":2})");
+  for (int seq = 3; seq <= 5; ++seq) EXPECT_EQ(page.client.ReceiveText(), Posted(seq));
+}
+
+TEST_F(PageContextTest, ClosesAContextWhosePageVanished) {
+  options().context_grace = std::chrono::milliseconds(50);
+  Start();
+  TestPage page = ConnectPage();
+  EXPECT_THAT(Call("pages.list"), HasSubstr(R"("context":1)"));
+  page.client.Drop();
+  EXPECT_EQ(CallUntil("pages.list", R"("result":[])"), R"({"result":[]})");
+  Connect(page, 0);
+  EXPECT_EQ(page.client.ReceiveText(), R"({"type":"gone"})");
+}
+
+TEST_F(PageContextTest, ClosesAContextAtOnceWhenItsPageSaysSo) {
+  Start();
+  TestPage page = ConnectPage();
+  RawClient(app_port())
+      .Request("POST", "/.orvane/bye" + page.query,
+               {{"Host", app_host()}, {"Origin", app_origin()}});
+  EXPECT_EQ(Call("pages.list"), R"({"result":[]})");
+}
+
+TEST_F(PageContextTest, TellsWhatPagesSayOfThemselves) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(
+      R"({"type":"state","href":"http://x/","title":"A \"title\"","focused":true,"visible":true,)"
+      R"("top":true,"editing":true,"isolated":true})");
+  EXPECT_THAT(CallUntil("pages.list", "A \\\"title\\\""),
+              AllOf(HasSubstr(R"("editing":true)"), HasSubstr(R"("isolated":true)")));
+}
+
+TEST_F(PageContextTest, BringsKeysThatTheSetDelivers) {
+  Start();
+  TestPage page = ConnectPage();
+  Call("event", R"({"name":"key","data":{"key_name":"XF86Red","key_code":403,"delivered":true,)"
+                R"("app":"0123456789.App"}})");
+  EXPECT_EQ(page.client.ReceiveText(),
+            R"({"seq":1,"type":"key","key_name":"XF86Red","key_code":403,"phase":"press"})");
+}
+
+TEST_F(PageContextTest, KeepsKeysFromThePageThatAreNotForIt) {
+  Start();
+  TestPage page = ConnectPage();
+  for (const char* more :
+       {R"("delivered":false,"app":"0123456789.App")", R"("delivered":true,"app":"another.App")",
+        R"("delivered":true,"native":true,"app":"0123456789.App")"}) {
+    Call("event",
+         R"({"name":"key","data":{"key_name":"Left","key_code":37,)" + std::string(more) + "}}");
+  }
+  page.client.SendText(R"({"type":"echo","id":1})");
+  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("type":"answer")"));
+}
+
+TEST_F(PageContextTest, RepeatsAKeyThatIsHeld) {
+  Start();
+  TestPage page = ConnectPage();
+  Call("event", R"({"name":"key","data":{"key_name":"Left","key_code":37,"delivered":true,)"
+                R"("long":true,"app":"0123456789.App"}})");
+  EXPECT_THAT(page.client.ReceiveText().value_or(""),
+              AllOf(HasSubstr(R"("phase":"down")"), Not(HasSubstr("repeat"))));
+  EXPECT_THAT(page.client.ReceiveText().value_or(""),
+              AllOf(HasSubstr(R"("phase":"down")"), HasSubstr(R"("repeat":true)")));
+  std::string last;
+  do {
+    last = page.client.ReceiveText().value_or(R"("phase":"up")");
+  } while (last.find(R"("phase":"up")") == std::string::npos);
+  EXPECT_THAT(last, HasSubstr(R"("key_name":"Left")"));
+}
+
+TEST_F(PageContextTest, TypesTextIntoThePage) {
+  Start();
+  TestPage page = ConnectPage();
+  Call("ime.input", R"({"op":"text","text":"a<b"})");
+  EXPECT_EQ(page.client.ReceiveText(), R"({"seq":1,"type":"ime","op":"text","text":"a<b"})");
+  EXPECT_THAT(Call("ime.input", R"({"op":"jump"})"), HasSubstr("error"));
+}
+
+TEST_F(PageContextTest, ReloadsPages) {
+  Start();
+  TestPage page = ConnectPage();
+  EXPECT_EQ(Call("page.reload"), R"({"result":null})");
+  EXPECT_EQ(page.client.ReceiveText(), R"({"seq":1,"type":"reload"})");
+  EXPECT_THAT(Call("page.reload", R"({"context":99})"), HasSubstr("There is no page 99."));
+}
+
+}  // namespace
+}  // namespace orvane::server

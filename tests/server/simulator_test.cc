@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "test_server.h"
+
+namespace orvane::server {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+class SimulatorTest : public ServerTest {
+ protected:
+  RawClient OpenSimulator() const {
+    RawClient client(simulator_port());
+    EXPECT_EQ(client.Upgrade("/api?token=" + secret(),
+                             {{"Host", simulator_host()}, {"Origin", simulator_origin()}}),
+              101);
+    return client;
+  }
+};
+
+TEST_F(SimulatorTest, HandsUnknownMethodsToTheLibraryProcess) {
+  Start();
+  RawClient simulator = OpenSimulator();
+  simulator.SendText(R"({"id":5,"method":"keys.press","params":{"name":"Left"}})");
+  EXPECT_EQ(simulator.ReceiveText(), R"({"id":5,"result":{"name":"Left"}})");
+}
+
+TEST_F(SimulatorTest, RefusesCallsThatAreNone) {
+  Start();
+  EXPECT_THAT(Call("", "{}"), HasSubstr("error"));
+  EXPECT_THAT(Call("run.info", "[]"), HasSubstr("error"));
+  EXPECT_EQ(RawClient(simulator_port())
+                .Request("POST", "/api/call",
+                         {{"Host", simulator_host()}, {"X-Orvane-Token", secret()}}, "nonsense")
+                .status,
+            400);
+}
+
+TEST_F(SimulatorTest, TellsEventsAsTheyCome) {
+  Start();
+  RawClient simulator = OpenSimulator();
+  simulator.SendText(R"({"id":1,"method":"event","params":{"name":"focus","data":"x"}})");
+  const std::string both =
+      simulator.ReceiveText().value_or("") + simulator.ReceiveText().value_or("");
+  EXPECT_THAT(both, AllOf(HasSubstr(R"({"events":[{"name":"focus","data":"x"}]})"),
+                          HasSubstr(R"({"id":1,"result":)")));
+}
+
+TEST_F(SimulatorTest, NumbersLogLinesAndKeepsThem) {
+  Start();
+  Call("event", R"({"name":"log","data":[{"text":"one"},{"text":"two"}]})");
+  EXPECT_EQ(Call("log.list"),
+            R"({"result":{"lines":[{"seq":1,"text":"one"},{"seq":2,"text":"two"}],"next":2}})");
+  EXPECT_EQ(Call("log.list", R"({"since":1})"),
+            R"({"result":{"lines":[{"seq":2,"text":"two"}],"next":2}})");
+}
+
+TEST_F(SimulatorTest, TracesACallAsOneRecordWithItsAnswer) {
+  Start();
+  Sync(OpenPage(), Message(1, "echo"));
+  EXPECT_THAT(Call("trace.list"),
+              AllOf(HasSubstr(R"("direction":"fromPage","kind":"nativeSync","peer":"test.ext")"),
+                    HasSubstr(R"("payload":"{\"cmd\":\"echo\"}","reply":"{\"cmd\":\"echo\"}")"),
+                    HasSubstr(R"("us":7)"), HasSubstr(R"("next":1)")));
+}
+
+TEST_F(SimulatorTest, TracesWhatTheLibraryPosts) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "post", R"(,"count":1)"));
+  page.client.ReceiveText();
+  EXPECT_THAT(
+      Call("trace.list"),
+      HasSubstr(R"("direction":"toPage","kind":"nativePost","peer":"test.ext","payload":"1")"));
+}
+
+TEST_F(SimulatorTest, ExportsASession) {
+  Start();
+  Sync(OpenPage(), Message(1, "echo"));
+  EXPECT_THAT(Call("trace.export"), AllOf(HasSubstr(R"({"orvane":1,"created":"20)"),
+                                          HasSubstr(R"("records":[{"seq":1)")));
+}
+
+TEST_F(SimulatorTest, KeepsTheConsoleAndTheExplanations) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(R"({"type":"console","level":"warn","text":"careful"})");
+  page.client.SendText(R"({"type":"explain","text":"because"})");
+  EXPECT_THAT(CallUntil("explain.list", "because"), HasSubstr(R"("context":1)"));
+  EXPECT_THAT(Call("console.list"), HasSubstr(R"("level":"warn","text":"careful","context":1)"));
+}
+
+TEST_F(SimulatorTest, TellsOfTheRun) {
+  Start();
+  EXPECT_THAT(Call("run.info"), AllOf(HasSubstr(R"("id":"0123456789.App")"),
+                                      HasSubstr(R"("appUrl":")" + app_origin() + "\""),
+                                      HasSubstr(R"("startPath":"/index.html")")));
+}
+
+}  // namespace
+}  // namespace orvane::server

@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "test_server.h"
+
+namespace orvane::server {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+
+class SupervisionTest : public ServerTest {};
+
+TEST_F(SupervisionTest, AnswersASynchronousMessageOverTheSocket) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "echo"));
+  EXPECT_EQ(page.client.ReceiveText(),
+            R"({"seq":1,"type":"answer","id":1,"result":"{\"cmd\":\"echo\"}","us":7})");
+}
+
+TEST_F(SupervisionTest, AnswersASynchronousMessageOverARequest) {
+  Start();
+  const TestPage page = OpenPage();
+  EXPECT_EQ(Sync(page, Message(1, "echo")).body,
+            R"({"type":"answer","id":1,"result":"{\"cmd\":\"echo\"}","us":7})");
+}
+
+TEST_F(SupervisionTest, RefusesMalformedMessagesAndGoesOn) {
+  Start();
+  TestPage page = ConnectPage();
+  for (const char* text : {"", "nonsense", "[]", "{\"id\":", R"({"type":"sync"})", "{\"id\":{}}"}) {
+    page.client.SendText(text);
+  }
+  page.client.SendText(R"({"type":"sync","id":1,"extension":5,"text":"x"})");
+  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("id":1,"error":)"));
+  page.client.SendText(R"({"type":"echo","id":2})");
+  EXPECT_EQ(page.client.ReceiveText(), R"({"seq":2,"type":"answer","id":2,"result":null})");
+}
+
+TEST_F(SupervisionTest, HandlesAMessageThatIsSentAgainOnce) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "echo"));
+  page.client.SendText(Message(1, "echo"));
+  page.client.SendText(R"({"type":"echo","id":2})");
+  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("seq":1)"));
+  EXPECT_THAT(page.client.ReceiveText().value_or(""),
+              HasSubstr(R"("seq":2,"type":"answer","id":2)"));
+}
+
+TEST_F(SupervisionTest, FailsTheCallThatTheLibraryDiedOf) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "crash"));
+  EXPECT_THAT(page.client.ReceiveText().value_or(""),
+              AllOf(HasSubstr(R"("id":1,"error":"test.ext crash: )"), HasSubstr("signal 6")));
+  EXPECT_EQ(page.client.ReceiveText(), R"({"seq":2,"type":"restarted"})");
+  page.client.SendText(Message(2, "echo"));
+  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("id":2,"result":)"));
+}
+
+TEST_F(SupervisionTest, ReportsADeathWithItsMessageAndItsLastWords) {
+  Start();
+  Sync(OpenPage(), Message(1, "crash"));
+  EXPECT_THAT(CallUntil("process.get", R"("state":"running")"),
+              AllOf(HasSubstr(R"("signal":6)"), HasSubstr("about to crash"),
+                    HasSubstr(R"("handling":{"what":"sync","context":1,"name":"test.ext")")));
+}
+
+TEST_F(SupervisionTest, StopsRestartingALibraryThatDiesAgainAndAgain) {
+  Start();
+  const TestPage page = OpenPage();
+  for (int id = 1; id <= 3; ++id) Sync(page, Message(id, "crash"));
+  EXPECT_THAT(CallUntil("process.get", R"("state":"down")"), HasSubstr(R"("pid":0)"));
+  EXPECT_THAT(Sync(page, Message(4, "echo")).body, HasSubstr("the library process is down"));
+  Call("process.restart");
+  EXPECT_THAT(Sync(page, Message(5, "echo")).body, HasSubstr(R"("result":)"));
+}
+
+TEST_F(SupervisionTest, FailsACallAtItsDeadlineAndNamesIt) {
+  options().deadline = std::chrono::milliseconds(200);
+  Start();
+  EXPECT_THAT(Sync(OpenPage(), Message(1, "hang")).body,
+              AllOf(HasSubstr("test.ext hang: there was no answer within 0.2 s"),
+                    HasSubstr(R"(sync test.ext \"hang\")")));
+}
+
+TEST_F(SupervisionTest, EndsALibraryThatStaysInAHandler) {
+  options().deadline = std::chrono::milliseconds(100);
+  options().patience = std::chrono::milliseconds(200);
+  Start();
+  const TestPage page = OpenPage();
+  Sync(page, Message(1, "hang"));
+  EXPECT_THAT(CallUntil("process.get", R"("signal":9)"), HasSubstr("for more than 0.3 s"));
+}
+
+TEST_F(SupervisionTest, EndsInTimeWhileTheLibraryHangs) {
+  options().deadline = std::chrono::milliseconds(100);
+  Start();
+  Sync(OpenPage(), Message(1, "hang"));
+  const auto begin = std::chrono::steady_clock::now();
+  StopServer();
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+}
+
+TEST_F(SupervisionTest, SaysWhyALibraryCannotStart) {
+  options().library_command = {"/bin/false"};
+  RunServer server(options());
+  EXPECT_THROW(server.Run(), RunError);
+}
+
+}  // namespace
+}  // namespace orvane::server
