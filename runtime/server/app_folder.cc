@@ -23,7 +23,7 @@ constexpr uint64_t kMostDocumentBytes = uint64_t{64} << 20U;
 
 // Where an open descriptor leads to, without links.
 std::string PathOf(const UniqueFd& file) {
-  std::array<char, PATH_MAX> path;
+  std::array<char, PATH_MAX> path{};
   const std::string link = "/proc/self/fd/" + std::to_string(file.get());
   const ssize_t length = readlink(link.c_str(), path.data(), path.size());
   return length <= 0 ? "" : std::string(path.data(), static_cast<size_t>(length));
@@ -82,10 +82,9 @@ std::optional<Range> ParseRange(std::string_view header, uint64_t size) {
 
 bool WantsDocument(const HttpRequest& request) {
   const std::string_view destination = request.Header("Sec-Fetch-Dest");
-  for (const std::string_view document : {"", "document", "iframe", "frame", "object", "embed"}) {
-    if (destination == document) return true;
-  }
-  return false;
+  constexpr std::array<std::string_view, 6> kDocuments{"",      "document", "iframe",
+                                                       "frame", "object",   "embed"};
+  return std::find(kDocuments.begin(), kDocuments.end(), destination) != kDocuments.end();
 }
 
 AppFolder::AppFolder(const std::filesystem::path& folder)

@@ -31,9 +31,9 @@ int64_t QueryNumber(const HttpRequest& request, std::string_view name) {
 
 }  // namespace
 
-AppSite::AppSite(Origin origin, const Origin& simulator, Parts parts, std::string start_path)
+AppSite::AppSite(Origin origin, Origin simulator, Parts parts, std::string start_path)
     : origin_(std::move(origin)),
-      simulator_(simulator),
+      simulator_(std::move(simulator)),
       parts_(parts),
       start_path_(std::move(start_path)) {}
 
@@ -66,7 +66,8 @@ void AppSite::AddHeaders(HttpResponse* response) const {
 
 void AppSite::HandleOwn(const std::shared_ptr<Exchange>& exchange) {
   const HttpRequest& request = exchange->request();
-  const std::string_view name = std::string_view(request.path).substr(kOwnPaths.size());
+  const std::string_view path = request.path;
+  const std::string_view name = path.substr(kOwnPaths.size());
   if (request.method == "GET" && name == "page.js") return SendPageScript(exchange);
   if (request.method == "GET" && name == "worker.js") return SendWorkerScript(exchange);
   if (name == "socket" && request.is_socket_upgrade) return OpenSocket(exchange);

@@ -27,7 +27,7 @@ class AppSite final : public Site {
     const PageScript& script;
   };
 
-  AppSite(Origin origin, const Origin& simulator, Parts parts, std::string start_path);
+  AppSite(Origin origin, Origin simulator, Parts parts, std::string start_path);
 
   void set_content(Content content) { content_ = std::move(content); }
 

@@ -31,8 +31,8 @@ struct SpawnSetup {
   SpawnSetup(const SpawnSetup&) = delete;
   SpawnSetup& operator=(const SpawnSetup&) = delete;
 
-  posix_spawn_file_actions_t actions;
-  posix_spawnattr_t attributes;
+  posix_spawn_file_actions_t actions{};
+  posix_spawnattr_t attributes{};
 };
 
 // The server blocks signals for nobody, and ignores SIGPIPE for itself alone.
@@ -71,7 +71,12 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
   }
   AddStandardStreams(descriptors, &setup.actions);
   std::vector<char*> argv;
-  for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
+  argv.reserve(arguments.size() + 1);
+  // posix_spawn takes them as non-const and leaves them alone.
+  for (const std::string& argument : arguments) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
+    argv.push_back(const_cast<char*>(argument.c_str()));
+  }
   argv.push_back(nullptr);
   const int error =
       posix_spawnp(&pid_, argv[0], &setup.actions, &setup.attributes, argv.data(), environ);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/dev_server.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "server/app_folder.h"
@@ -19,10 +20,8 @@ constexpr std::chrono::seconds kAnswerTime{120};  // a first bundling takes long
 constexpr uint64_t kMostDocumentBytes = uint64_t{64} << 20U;
 
 bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
-  for (const std::string_view other : names) {
-    if (EqualsIgnoringCase(name, other)) return true;
-  }
-  return false;
+  return std::any_of(names.begin(), names.end(),
+                     [name](std::string_view other) { return EqualsIgnoringCase(name, other); });
 }
 
 // `text` with `from` at its beginning replaced.
@@ -77,7 +76,8 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   void Start() {
     resolver_.async_resolve(
         target_->host, target_->port,
-        [self = shared_from_this()](beast::error_code error, tcp::resolver::results_type results) {
+        [self = shared_from_this()](beast::error_code error,
+                                    const tcp::resolver::results_type& results) {
           if (error) return self->Fail(error);
           self->Connect(results);
         });
@@ -117,7 +117,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
 
   void OnHead() {
     const auto& head = parser_.get();
-    const bool is_document = IsDocumentType(std::string(head[http::field::content_type])) &&
+    const bool is_document = IsDocumentType(head[http::field::content_type].to_string()) &&
                              head[http::field::content_encoding].empty() &&
                              WantsDocument(exchange_->request());
     if (!is_document || exchange_->request().method == "HEAD") {
@@ -167,8 +167,10 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   std::string PassedHead() const {
     const HttpResponse response = Head();
     std::string head = "HTTP/1.1 " + std::to_string(response.status) + " " +
-                       std::string(parser_.get().reason()) + "\r\n";
-    for (const auto& [name, value] : response.headers) head += name + ": " + value + "\r\n";
+                       parser_.get().reason().to_string() + "\r\n";
+    for (const auto& [name, value] : response.headers) {
+      head.append(name).append(": ").append(value).append("\r\n");
+    }
     return head + "Connection: close\r\n\r\n";
   }
 

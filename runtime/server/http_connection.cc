@@ -73,8 +73,8 @@ void HttpConnection::RefuseRequest(beast::error_code error) {
 void HttpConnection::TakeRequest() {
   auto& message = parser_->get();
   request_ = {};
-  request_.method = std::string(message.method_string());
-  request_.target = std::string(message.target());
+  request_.method = message.method_string().to_string();
+  request_.target = message.target().to_string();
   request_.path = DecodePath(request_.target).value_or("");
   const size_t query = request_.target.find('?');
   if (query != std::string::npos) request_.query = request_.target.substr(query + 1);

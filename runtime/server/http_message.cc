@@ -76,7 +76,7 @@ std::optional<std::string> DecodePercent(std::string_view text) {
 }
 
 std::optional<std::string> DecodePath(std::string_view target) {
-  const auto path = DecodePercent(target.substr(0, target.find_first_of("?#")));
+  auto path = DecodePercent(target.substr(0, target.find_first_of("?#")));
   if (!path || path->empty() || path->front() != '/') return std::nullopt;
   if (std::any_of(path->begin(), path->end(), IsControl)) return std::nullopt;
   if (path->find('\\') != std::string::npos || HasParentStep(*path)) return std::nullopt;

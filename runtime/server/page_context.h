@@ -32,6 +32,8 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
 
   PageContext(asio::io_context& loop, int64_t id, Owner owner, const Times& times);
   ~PageContext() override;
+  PageContext(const PageContext&) = delete;
+  PageContext& operator=(const PageContext&) = delete;
 
   int64_t id() const { return id_; }
   const std::string& secret() const { return secret_; }

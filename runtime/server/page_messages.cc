@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/page_messages.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -61,10 +62,8 @@ struct PageMessages::Message {
 
   void Refuse(std::string_view why) const { reply(ErrorMembers(id, JsonText(why))); }
   bool HasTexts(std::initializer_list<std::string_view> names) const {
-    for (const std::string_view name : names) {
-      if (fields.RawText(name).empty()) return false;
-    }
-    return true;
+    return std::none_of(names.begin(), names.end(),
+                        [this](std::string_view name) { return fields.RawText(name).empty(); });
   }
   TraceRecord Record(std::string_view kind, std::string_view peer, std::string_view payload) const {
     TraceRecord record;

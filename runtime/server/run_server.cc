@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <optional>
 #include <system_error>
@@ -38,13 +39,14 @@ namespace orvane::server {
 namespace {
 
 bool FindSimulatorFile(const std::string& path, std::string* bytes, std::string* type) {
-  for (const simulator::File& file : simulator::Files()) {
-    if (file.path != path) continue;
-    *bytes = file.bytes;
-    *type = file.type;
-    return true;
-  }
-  return false;
+  const auto& files = simulator::Files();
+  const auto file =
+      std::find_if(files.begin(), files.end(),
+                   [&path](const simulator::File& candidate) { return candidate.path == path; });
+  if (file == files.end()) return false;
+  *bytes = file->bytes;
+  *type = file->type;
+  return true;
 }
 
 LibraryOptions MakeLibraryOptions(const RunOptions& options) {

@@ -13,7 +13,7 @@ namespace orvane::server {
 
 std::string MakeSecret() {
   constexpr char kDigits[] = "0123456789abcdef";
-  std::array<unsigned char, 16> bytes;
+  std::array<unsigned char, 16> bytes{};
   if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
     throw std::system_error(errno, std::generic_category(), "getrandom");
   }

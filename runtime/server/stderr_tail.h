@@ -28,7 +28,7 @@ class StderrTail : public std::enable_shared_from_this<StderrTail> {
   void Take(size_t count);
 
   asio::posix::stream_descriptor pipe_;
-  std::array<char, 4096> buffer_;
+  std::array<char, 4096> buffer_{};
   std::string text_;
 };
 
