@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// While an application is being written: the pages of a bundler's own server.
+// While an application is being written: the pages of a bundler's own server, and saved files.
 
 import assert from 'node:assert/strict';
 import { cpSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
@@ -105,4 +105,16 @@ test('a bundler serves the application and tells its page of changes', async () 
   assert.match(await changed, /index\.js/);
   await page.reload();
   await page.waitForSelector('h1:has-text("Edition 3.9")');
+});
+
+test('a saved file reloads the page', async () => {
+  const folder = mkdtempSync(path.join(tmpdir(), 'orvane-watch-'));
+  scene.onEnd(() => rmSync(folder, { recursive: true, force: true }));
+  cpSync(path.join(repository, 'tests/browser/apps/frames'), folder, { recursive: true });
+  const run = await scene.run(folder);
+  const page = await scene.open(run.appUrl);
+  await until(async () => (await run.call('run.info')).watch === true, 'the watch');
+  const file = path.join(folder, 'index.html');
+  writeFileSync(file, readFileSync(file, 'utf8').replace('Frames', 'Saved'));
+  await page.waitForFunction(() => document.title === 'Saved');
 });

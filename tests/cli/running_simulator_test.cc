@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <string>
 
 #include "command.h"
@@ -107,11 +108,25 @@ TEST_F(RunningSimulatorTest, IsFollowedUntilItEnds) {
   EXPECT_EQ(pclose(log), 0);
 }
 
-TEST_F(RunningSimulatorTest, HasNoPictureWithoutABrowser) {
+TEST_F(RunningSimulatorTest, TakesAPictureOfAFreshPage) {
   const Simulator simulator(state(), "");
   const Outcome outcome = Run({"screenshot", "shot.png"});
+  EXPECT_EQ(outcome.exit_code, 0) << outcome.err;
+  std::ifstream file(folder() / "shot.png", std::ios::binary);
+  std::string head(24, '\0');
+  file.read(head.data(), static_cast<std::streamsize>(head.size()));
+  // A PNG's header, with the width and the height of the screen: 1920 and 1080.
+  EXPECT_EQ(head.substr(1, 3), "PNG");
+  EXPECT_EQ(head.substr(16), std::string("\0\0\x07\x80\0\0\x04\x38", 8));
+}
+
+TEST_F(RunningSimulatorTest, HasNoPictureWithoutABrowser) {
+  ASSERT_EQ(setenv("ORVANE_BROWSER", "/no/such/browser", 1), 0);
+  const Simulator simulator(state(), "");
+  ASSERT_EQ(unsetenv("ORVANE_BROWSER"), 0);
+  const Outcome outcome = Run({"screenshot", "shot.png"});
   EXPECT_EQ(outcome.exit_code, 1);
-  EXPECT_NE(outcome.err, "");
+  EXPECT_THAT(outcome.err, HasSubstr("/no/such/browser"));
   EXPECT_FALSE(std::filesystem::exists(folder() / "shot.png"));
 }
 
