@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "server/app_folder.h"
+#include "server/content_policy.h"
 #include "server/html_injection.h"
 #include "server/media_types.h"
 #include "server/run_server.h"
@@ -33,7 +34,7 @@ std::string WithPrefix(std::string_view text, const std::string& from, const std
 }  // namespace
 
 DevServer::DevServer(asio::io_context& loop, const std::string& url, Origin app,
-                     AddHeaders add_headers)
+                     AddHeaders add_headers, Explain explain)
     : loop_(loop) {
   constexpr std::string_view kScheme = "http://";
   const std::string host_port =
@@ -57,6 +58,7 @@ DevServer::DevServer(asio::io_context& loop, const std::string& url, Origin app,
   }
   target.origin.host = host_port;
   target.app = std::move(app);
+  target.explain = std::move(explain);
   target.add_headers = std::move(add_headers);
   target_ = std::make_shared<const Target>(std::move(target));
 }
@@ -134,7 +136,17 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
     HttpResponse response = Head();
     response.headers.emplace_back("Cache-Control", "no-store");
     response.body = InjectPageScript(parser_.get().body());
+    ExplainPolicy();
     exchange_->Respond(std::move(response));
+  }
+
+  // A page without the script says nothing itself.
+  void ExplainPolicy() const {
+    for (const auto& field : parser_.get()) {
+      if (!IsOneOf(field.name_string().to_string(), {"Content-Security-Policy"})) continue;
+      const std::string why = WhyPolicyForbidsScript(field.value().to_string(), target_->app.url());
+      if (!why.empty()) target_->explain(exchange_->request().path + ": " + why);
+    }
   }
 
   // The answer without its body, as a browser gets it.

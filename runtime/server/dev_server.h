@@ -18,10 +18,13 @@ namespace orvane::server {
 class DevServer {
  public:
   using AddHeaders = std::function<void(HttpResponse* response)>;
+  using Explain = std::function<void(const std::string& text)>;
 
   // `url` is "http://HOST:PORT", with or without a path, which is not used here. Throws RunError
-  // for another form. `app` is where browsers see the application. Borrows the loop.
-  DevServer(asio::io_context& loop, const std::string& url, Origin app, AddHeaders add_headers);
+  // for another form. `app` is where browsers see the application. `explain` hears of documents
+  // whose own policy keeps the page's script out. Borrows the loop.
+  DevServer(asio::io_context& loop, const std::string& url, Origin app, AddHeaders add_headers,
+            Explain explain);
 
   void Handle(const std::shared_ptr<Exchange>& exchange) const;
 
@@ -32,6 +35,7 @@ class DevServer {
     Origin origin;  // as the development server knows itself
     Origin app;
     AddHeaders add_headers;
+    Explain explain;
   };
   class Run;
 

@@ -115,6 +115,7 @@ class RunServer::Runner final : public LibraryListener {
   void Open(const JsonObject& started);
   void ServeContent(const Origin& app);
   void WatchFolder();
+  void Explain(const std::string& text);
   void OpenBrowser();
   void TakePicture(const Api::Reply& reply);
   void AddMethods();
@@ -189,8 +190,10 @@ void RunServer::Runner::Open(const JsonObject& started) {
 
 void RunServer::Runner::ServeContent(const Origin& app) {
   if (!options_.dev_server.empty()) {
-    dev_server_.emplace(loop_, options_.dev_server, app,
-                        [this](HttpResponse* response) { app_site_->AddHeaders(response); });
+    dev_server_.emplace(
+        loop_, options_.dev_server, app,
+        [this](HttpResponse* response) { app_site_->AddHeaders(response); },
+        [this](const std::string& text) { Explain(text); });
     return app_site_->set_content(
         [this](const std::shared_ptr<Exchange>& exchange) { dev_server_->Handle(exchange); });
   }
@@ -210,10 +213,12 @@ void RunServer::Runner::WatchFolder() {
       contexts_.Reload();
     });
   } catch (const std::system_error& error) {
-    journal_.AddExplanation(
-        R"("text":)" +
-        JsonText(std::string("Saved files do not reload the page: ") + error.what() + "."));
+    Explain(std::string("Saved files do not reload the page: ") + error.what() + ".");
   }
+}
+
+void RunServer::Runner::Explain(const std::string& text) {
+  journal_.AddExplanation(R"("text":)" + JsonText(text));
 }
 
 void RunServer::Runner::OpenBrowser() {

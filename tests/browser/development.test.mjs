@@ -118,3 +118,16 @@ test('a saved file reloads the page', async () => {
   writeFileSync(file, readFileSync(file, 'utf8').replace('Frames', 'Saved'));
   await page.waitForFunction(() => document.title === 'Saved');
 });
+
+test('a policy that keeps the runtime out is explained', async () => {
+  const policy = "default-src 'self'; script-src 'nonce-own'";
+  const address = await startDevServer({ 'Content-Security-Policy': policy });
+  const run = await scene.run('examples/tour', { args: ['--url', address] });
+  const page = await scene.open(run.appUrl);
+  assert.equal(await page.evaluate(() => typeof window.dravelt), 'undefined');
+  const explained = await until(async () => {
+    const all = await run.call('explain.list');
+    return all.find(({ text }) => text.includes('Content-Security-Policy'));
+  }, 'the explanation');
+  assert.match(explained.text, /add 'self' to script-src while you develop/);
+});

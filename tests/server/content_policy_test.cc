@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "server/content_policy.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace orvane::server {
+namespace {
+
+using ::testing::HasSubstr;
+
+std::string Why(std::string_view policy) {
+  return WhyPolicyForbidsScript(policy, "http://127.0.0.1:8630");
+}
+
+TEST(ContentPolicyTest, LetsTheScriptInThatThePolicyAllows) {
+  EXPECT_EQ(Why(""), "");
+  EXPECT_EQ(Why("img-src 'none'"), "");
+  EXPECT_EQ(Why("default-src 'self'"), "");
+  EXPECT_EQ(Why("default-src 'none'; script-src 'SELF' 'nonce-x'"), "");
+  EXPECT_EQ(Why("Script-Src *"), "");
+  EXPECT_EQ(Why("script-src http://127.0.0.1:8630"), "");
+  EXPECT_EQ(Why("script-src 127.0.0.1:8630;"), "");
+  EXPECT_EQ(Why("script-src 'none'; script-src-elem 'self'"), "");
+}
+
+TEST(ContentPolicyTest, NamesTheDirectiveThatForbidsIt) {
+  EXPECT_THAT(Why("default-src 'none'"), HasSubstr("add 'self' to default-src"));
+  EXPECT_THAT(Why("script-src 'nonce-x'; default-src *"), HasSubstr("add 'self' to script-src"));
+  EXPECT_THAT(Why("script-src-elem https://cdn.example; script-src 'self'"),
+              HasSubstr("add 'self' to script-src-elem"));
+  EXPECT_THAT(Why("script-src"), HasSubstr("add 'self' to script-src"));
+}
+
+TEST(ContentPolicyTest, KnowsThatStrictDynamicOutweighsSelf) {
+  EXPECT_THAT(Why("script-src 'self' 'strict-dynamic' 'nonce-x'"),
+              HasSubstr("take 'strict-dynamic' out of script-src"));
+}
+
+}  // namespace
+}  // namespace orvane::server
