@@ -70,6 +70,7 @@ class LogReader {
     while (true) {
       const value answer =
           simulator_.Call("log.list", {{"since", since_}, {"limit", value(kLinesPerCall)}});
+      has_answer_ = true;
       const value& lines = answer.get("lines");
       if (!lines.is<picojson::array>() || lines.get<picojson::array>().empty()) break;
       for (const value& line : lines.get<picojson::array>()) Print(line);
@@ -77,6 +78,8 @@ class LogReader {
     }
     std::fflush(stdout);
   }
+
+  bool has_answer() const { return has_answer_; }  // the simulator answered at least once
 
  private:
   void Print(const value& json) {
@@ -92,6 +95,7 @@ class LogReader {
   const tvset::LogFormat format_;
   const tvset::LogFilter filter_;
   value since_ = value(0.0);
+  bool has_answer_ = false;
 };
 
 // A simulator that ends stops answering a moment before its process is gone.
@@ -105,18 +109,18 @@ bool HasEnded(const Simulator& simulator) {
 
 ExitCode Log(const Simulator& simulator, const LogOptions& options) {
   LogReader reader(simulator, options);
-  reader.PrintNew();
-  while (options.follow) {
-    std::this_thread::sleep_for(kPause);
+  while (true) {
     try {
       reader.PrintNew();
     } catch (const NoSimulator&) {
-      if (!HasEnded(simulator)) throw;
+      // One that never answered is none that has ended.
+      if (!options.follow || !reader.has_answer() || !HasEnded(simulator)) throw;
       Complain("the simulator has ended.");
       return ExitCode::kDone;
     }
+    if (!options.follow) return ExitCode::kDone;
+    std::this_thread::sleep_for(kPause);
   }
-  return ExitCode::kDone;
 }
 
 }  // namespace
