@@ -49,10 +49,10 @@ bool IsLocal(const std::string& host) {
          EndsWith(host, ".localhost");
 }
 
-// What a resolver may not know: every name below localhost is this machine.
+// What a resolver may not know: localhost and every name below it are this machine.
 std::string NodeOf(const std::string& host) {
   if (host == "[::1]") return "::1";
-  return EndsWith(host, ".localhost") ? "localhost" : host;
+  return host == "localhost" || EndsWith(host, ".localhost") ? "127.0.0.1" : host;
 }
 
 void SetPatience(const Socket& socket, std::chrono::seconds patience) {

@@ -184,6 +184,7 @@ void Library::OnAnswer(const JsonObject& frame) {
 }
 
 void Library::OnProcessStarted(const JsonObject& frame) {
+  if (state_ != State::kStarting) return;  // it was told to stop meanwhile
   state_ = State::kRunning;
   for (const std::string& body : std::exchange(held_, {})) process_->channel->Send(body);
   if (std::exchange(was_started_, true)) {
@@ -194,6 +195,7 @@ void Library::OnProcessStarted(const JsonObject& frame) {
 }
 
 void Library::OnProcessFailed(const JsonObject& frame) {
+  if (state_ != State::kStarting) return;
   const std::string why = frame.Text("error").value_or("the library process could not start");
   if (was_started_) return GoDown(why);
   listener_.OnStartFailed(why);
@@ -275,7 +277,7 @@ void Library::CheckDeadlines() {
   for (auto& [id, pending] : pending_) {
     if (now < pending.deadline) break;  // they all have the same time, so that the rest is later
     if (pending.receiver) late.push_back(std::exchange(pending.receiver, nullptr));
-    if (kill_reason_.empty() && IsStuck(id, pending, now)) {
+    if (kill_reason_.empty() && IsStuck(pending, now)) {
       kill_reason_ = "it was ended because it handled " + HandlingWords() + " for more than " +
                      Seconds(options_.deadline + options_.patience);
       process_->child->Signal(SIGKILL);
@@ -288,7 +290,7 @@ void Library::CheckDeadlines() {
 }
 
 // The request waits, whether in its own handler or behind another that does not end.
-bool Library::IsStuck(uint64_t, const Pending& pending, TimePoint now) const {
+bool Library::IsStuck(const Pending& pending, TimePoint now) const {
   return state_ == State::kRunning && now >= pending.deadline + options_.patience &&
          now >= handling_since_ + options_.patience;
 }

@@ -106,7 +106,7 @@ class Library {
   void FailPending(const std::string& why);
   void WatchDeadlines();
   void CheckDeadlines();
-  bool IsStuck(uint64_t id, const Pending& pending, TimePoint now) const;
+  bool IsStuck(const Pending& pending, TimePoint now) const;
   std::string HandlingJson() const;
   std::string HandlingWords() const;
   void NoteDeath(const ProcessEnd& end, const std::string& stderr_text);
