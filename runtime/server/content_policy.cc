@@ -55,9 +55,9 @@ bool Allows(const Sources& sources, std::string_view origin) {
   // It makes a browser pass over everything that names an origin.
   if (Has(sources, "'strict-dynamic'")) return false;
   const std::string_view host = origin.substr(origin.find("//") + 2);
-  const std::array<std::string_view, 5> kOwn{"'self'", "*", "http:", origin, host};
-  return std::any_of(kOwn.begin(), kOwn.end(),
-                     [&sources](std::string_view own) { return Has(sources, own); });
+  const std::array<std::string_view, 5> own{"'self'", "*", "http:", origin, host};
+  return std::any_of(own.begin(), own.end(),
+                     [&sources](std::string_view source) { return Has(sources, source); });
 }
 
 }  // namespace

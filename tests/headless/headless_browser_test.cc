@@ -51,8 +51,11 @@ TEST(HeadlessBrowserTest, SaysThatAnElementIsNotThere) {
 }
 
 TEST(HeadlessBrowserTest, SaysThatAPageCannotBeOpened) {
-  EXPECT_THAT([] { HeadlessBrowser("http://127.0.0.1:1/", {320, 180}, kLimit); },
-              ThrowsMessage<BrowserError>(HasSubstr("http://127.0.0.1:1/")));
+  EXPECT_THAT(
+      [] {
+        HeadlessBrowser("http://127.0.0.1:1/", {320, 180}, kLimit);
+      },
+      ThrowsMessage<BrowserError>(HasSubstr("http://127.0.0.1:1/")));
 }
 
 TEST(HeadlessBrowserTest, EndsWithItsOwner) {

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The texts of which the server makes the scripts that a browser page gets; README.md of this folder
-// says how they fit together. Constant, ASCII, ended by a null byte; usable from any thread.
+// The texts of which the server makes the scripts that a browser page gets; README.md of this
+// folder says how they fit together. Constant, ASCII, ended by a null byte; usable from any thread.
 extern "C" {
 extern const char kPageClient[];
 extern const char kPageClientEnd[];
