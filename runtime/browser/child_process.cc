@@ -91,8 +91,9 @@ std::string FindProgram(const std::vector<std::string>& names) {
   for (const std::string& name : names) {
     std::istringstream folders(path);
     for (std::string folder; std::getline(folders, folder, ':');) {
-      std::string file = folder + "/" + name;
-      if (!folder.empty() && access(file.c_str(), X_OK) == 0) return file;
+      if (folder.empty()) continue;
+      std::string file = folder.append("/").append(name);
+      if (access(file.c_str(), X_OK) == 0) return file;
     }
   }
   return {};

@@ -59,8 +59,8 @@ picojson::object DevToolsPipe::Call(const std::string& method, const picojson::o
         answered->second.get<double>() != id) {
       continue;
     }
-    const std::string error = ErrorText(answer);
-    if (!error.empty()) throw BrowserError("The browser refused " + method + ": " + error);
+    std::string error = ErrorText(answer);
+    if (!error.empty()) throw BrowserError(error.insert(0, "The browser refused " + method + ": "));
     const picojson::value& result = answer["result"];
     return result.is<picojson::object>() ? result.get<picojson::object>() : picojson::object();
   }

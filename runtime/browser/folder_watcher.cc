@@ -79,7 +79,7 @@ class FolderWatcher::Watch : public std::enable_shared_from_this<Watch> {
   }
 
   void Read() {
-    alignas(inotify_event) std::array<char, 16384> buffer;
+    alignas(inotify_event) std::array<char, 16384> buffer{};
     while (true) {
       const ssize_t size = read(inotify_.native_handle(), buffer.data(), buffer.size());
       if (size <= 0) return;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "browser/open_in_browser.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include "browser/child_process.h"
@@ -11,11 +13,11 @@ namespace orvane::browser {
 namespace {
 
 bool HasDisplay() {
-  for (const char* name : {"WAYLAND_DISPLAY", "DISPLAY"}) {
+  constexpr std::array<const char*, 2> kNames{"WAYLAND_DISPLAY", "DISPLAY"};
+  return std::any_of(kNames.begin(), kNames.end(), [](const char* name) {
     const char* const text = std::getenv(name);
-    if (text != nullptr && *text != '\0') return true;
-  }
-  return false;
+    return text != nullptr && *text != '\0';
+  });
 }
 
 }  // namespace

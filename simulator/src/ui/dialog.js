@@ -16,12 +16,12 @@ export function Dialog({ title, onClose, children, actions }) {
     aria-labelledby="dialog-title"
     onClose=${onClose}
   >
-    <header>
+    <div class="dialog-head">
       <h2 id="dialog-title">${title}</h2>
       <${IconButton} icon="close" label="Close" onClick=${() => element.current.close()} />
-    </header>
+    </div>
     <div class="dialog-body">${children}</div>
-    ${actions && html`<footer>${actions(() => element.current.close())}</footer>`}
+    ${actions && html`<div class="dialog-actions">${actions(() => element.current.close())}</div>`}
   </dialog>`;
 }
 

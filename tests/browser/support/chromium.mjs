@@ -34,7 +34,7 @@ export function findChromium() {
     .flatMap((name) => folders.map((folder) => path.join(folder, name)))
     .find(isExecutable);
   if (!found) {
-    throw new Error(`none of ${names.join(', ')} is on the PATH; run script/setup`);
+    throw new Error(`none of ${names.join(', ')} is on the PATH; run script/setup build browser`);
   }
   return found;
 }
