@@ -14,8 +14,8 @@
 #include <picojson.h>
 
 #include "browser/browser_error.h"
-#include "browser/child_process.h"
 #include "browser/devtools_pipe.h"
+#include "process/child_process.h"
 
 namespace orvane::browser {
 
@@ -50,7 +50,7 @@ struct Ends {
 std::string FindBrowser() {
   const char* const given = std::getenv("ORVANE_BROWSER");
   if (given != nullptr && *given != '\0') return given;
-  std::string found = FindProgram({"chromium", "chromium-browser"});
+  std::string found = process::FindProgram({"chromium", "chromium-browser"});
   if (found.empty()) {
     throw BrowserError(
         "There is no chromium on the PATH. Install it (on Debian: apt-get install chromium), or "
@@ -81,6 +81,16 @@ std::vector<std::string> Arguments(const fs::path& profile, ViewSize size) {
   if (geteuid() == 0) arguments.emplace_back("--no-sandbox");
   arguments.emplace_back("about:blank");
   return arguments;
+}
+
+std::unique_ptr<process::ChildProcess> StartBrowser(
+    const std::vector<std::string>& arguments,
+    const process::ChildProcess::Descriptors& descriptors) {
+  try {
+    return std::make_unique<process::ChildProcess>(arguments, descriptors);
+  } catch (const std::system_error& error) {
+    throw BrowserError(arguments.front() + " cannot be started: " + error.code().message() + ".");
+  }
 }
 
 std::string Text(const object& from, const std::string& name) {
@@ -136,18 +146,20 @@ HeadlessBrowser::HeadlessBrowser(const std::string& url, ViewSize size,
   {
     const Ends ends;  // gone before an answer is waited for, so that the browser's end is noticed
     pipe_ = std::make_unique<DevToolsPipe>(ends.own);
-    process_ = std::make_unique<ChildProcess>(
-        arguments,
-        ChildProcess::Descriptors{{kBrowserReads, ends.browsers}, {kBrowserWrites, ends.browsers}});
+    process_ =
+        StartBrowser(arguments, {{ends.browsers, kBrowserReads}, {ends.browsers, kBrowserWrites}});
   }
   Attach(size, In(limit));
   Open(url, In(limit));
 }
 
-HeadlessBrowser::~HeadlessBrowser() = default;
+HeadlessBrowser::~HeadlessBrowser() {
+  constexpr std::chrono::seconds kPatience(2);
+  process_->Stop(kPatience);
+}
 
 pid_t HeadlessBrowser::pid() const { return process_->pid(); }
-bool HeadlessBrowser::running() const { return process_->running(); }
+bool HeadlessBrowser::running() const { return !process_->end(); }
 
 // The browser's first page may take a moment to be there.
 void HeadlessBrowser::Attach(ViewSize size, Deadline deadline) {

@@ -9,9 +9,12 @@
 #include <memory>
 #include <string>
 
+namespace orvane::process {
+class ChildProcess;
+}
+
 namespace orvane::browser {
 
-class ChildProcess;
 class DevToolsPipe;
 
 struct ViewSize {
@@ -52,7 +55,7 @@ class HeadlessBrowser {
 
   // In this order: the profile's folder goes when the process is gone.
   std::unique_ptr<Profile> profile_;
-  std::unique_ptr<ChildProcess> process_;
+  std::unique_ptr<process::ChildProcess> process_;
   std::unique_ptr<DevToolsPipe> pipe_;
   std::string session_;
 };

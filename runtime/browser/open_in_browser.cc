@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdlib>
 
-#include "browser/child_process.h"
+#include "process/child_process.h"
 
 namespace orvane::browser {
 
@@ -23,11 +23,11 @@ bool HasDisplay() {
 }  // namespace
 
 bool OpenInBrowser(const std::string& url) {
-  const std::string opener = FindProgram({"xdg-open"});
+  const std::string opener = process::FindProgram({"xdg-open"});
   if (!HasDisplay() || opener.empty()) return false;
   // The opener hands the address over. Some openers stay for as long as the browser does, so it is
   // left to end by itself.
-  return ChildProcess::StartAlone({opener, url});
+  return process::ChildProcess::StartAlone({opener, url});
 }
 
 }  // namespace orvane::browser

@@ -62,7 +62,7 @@ std::string OrNull(std::string_view json) { return json.empty() ? "null" : std::
 }  // namespace
 
 struct Library::Process {
-  Process(asio::io_context& loop, std::unique_ptr<ChildProcess> started, UniqueFd output)
+  Process(asio::io_context& loop, std::unique_ptr<process::ChildProcess> started, UniqueFd output)
       : child(std::move(started)),
         tail(std::make_shared<StderrTail>(loop, std::move(output))),
         timer(loop) {}
@@ -72,7 +72,7 @@ struct Library::Process {
   Process(const Process&) = delete;
   Process& operator=(const Process&) = delete;
 
-  const std::unique_ptr<ChildProcess> child;
+  const std::unique_ptr<process::ChildProcess> child;
   const std::shared_ptr<StderrTail> tail;
   std::shared_ptr<FrameChannel> channel;
   asio::steady_timer timer;
@@ -90,9 +90,9 @@ void Library::Start() { Spawn(); }
 void Library::Spawn() {
   auto [server_end, child_end] = MakeSocketPair();
   auto [read_end, write_end] = MakePipe();
-  auto child = std::make_unique<ChildProcess>(
+  auto child = std::make_unique<process::ChildProcess>(
       options_.command,
-      ChildProcess::Descriptors{
+      process::ChildProcess::Descriptors{
           {write_end.get(), 1}, {write_end.get(), 2}, {child_end.get(), kChildSocket}});
   process_ = std::make_shared<Process>(loop_, std::move(child), std::move(read_end));
   process_->tail->Start();
@@ -214,7 +214,7 @@ void Library::Reap(TimePoint kill_at) {
       });
 }
 
-void Library::OnDeath(const ProcessEnd& end) {
+void Library::OnDeath(const process::ProcessEnd& end) {
   if (state_ == State::kStopping) return stopped_ ? std::exchange(stopped_, nullptr)() : void();
   NoteDeath(end, process_->tail->Finish());
   const std::string why = "the library process ended while it handled " + HandlingWords() + ": " +
@@ -229,7 +229,7 @@ void Library::OnDeath(const ProcessEnd& end) {
   listener_.OnProcessChanged();
 }
 
-void Library::NoteDeath(const ProcessEnd& end, const std::string& stderr_text) {
+void Library::NoteDeath(const process::ProcessEnd& end, const std::string& stderr_text) {
   JsonWriter json;
   json.Number("time_ns", NowNs());
   json.Number("signal", end.signal).Number("exit", end.exit_code);

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "server/child_process.h"
+#include "process/child_process.h"
 #include "server/json_object.h"
 
 namespace boost::asio {
@@ -100,7 +100,7 @@ class Library {
   void OnProcessFailed(const JsonObject& frame);
   void OnClosed();
   void Reap(TimePoint kill_at);
-  void OnDeath(const ProcessEnd& end);
+  void OnDeath(const process::ProcessEnd& end);
   bool DiesTooOften() const;
   void GoDown(const std::string& why);
   void FailPending(const std::string& why);
@@ -109,7 +109,7 @@ class Library {
   bool IsStuck(const Pending& pending, TimePoint now) const;
   std::string HandlingJson() const;
   std::string HandlingWords() const;
-  void NoteDeath(const ProcessEnd& end, const std::string& stderr_text);
+  void NoteDeath(const process::ProcessEnd& end, const std::string& stderr_text);
 
   boost::asio::io_context& loop_;
   LibraryListener& listener_;

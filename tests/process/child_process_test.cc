@@ -1,17 +1,16 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "browser/child_process.h"
+#include "process/child_process.h"
 
 #include <signal.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <system_error>
 
 #include <gtest/gtest.h>
 
-#include "browser/browser_error.h"
-
-namespace orvane::browser {
+namespace orvane::process {
 namespace {
 
 constexpr std::chrono::seconds kLong(30);
@@ -22,13 +21,13 @@ TEST(ChildProcessTest, FindsAProgramOnThePath) {
 }
 
 TEST(ChildProcessTest, RefusesAProgramThatIsNotThere) {
-  EXPECT_THROW(ChildProcess({"/no/such/program"}, {}), BrowserError);
+  EXPECT_THROW(ChildProcess({"/no/such/program"}, {}), std::system_error);
 }
 
 TEST(ChildProcessTest, GivesItsDescriptors) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
-  ChildProcess child({"/bin/sh", "-c", "echo hello >&5"}, {{5, ends[1]}});
+  ChildProcess child({"/bin/sh", "-c", "echo hello >&5"}, {{ends[1], 5}});
   close(ends[1]);
 
   char text[16] = {};
@@ -43,7 +42,7 @@ TEST(ChildProcessTest, EndsWithItsOwner) {
   {
     ChildProcess child({"/bin/sleep", "600"}, {});
     pid = child.pid();
-    EXPECT_TRUE(child.running());
+    EXPECT_FALSE(child.end());
   }
 
   EXPECT_EQ(kill(pid, 0), -1);
@@ -54,14 +53,14 @@ TEST(ChildProcessTest, KillsOneThatDoesNotListen) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
   ChildProcess child({"/bin/sh", "-c", "trap '' TERM; echo x >&5; while :; do sleep 600; done"},
-                     {{5, ends[1]}});
+                     {{ends[1], 5}});
   close(ends[1]);
   char text[2] = {};
   ASSERT_EQ(read(ends[0], text, sizeof text), 2);  // it has its trap
 
   child.Stop(std::chrono::milliseconds(50));
 
-  EXPECT_FALSE(child.running());
+  EXPECT_TRUE(child.end());
   close(ends[0]);
 }
 
@@ -74,8 +73,8 @@ TEST(ChildProcessTest, StopsAtOnceWhatHasEnded) {
 
   child.Stop(kLong);
 
-  EXPECT_FALSE(child.running());
+  EXPECT_TRUE(child.end());
 }
 
 }  // namespace
-}  // namespace orvane::browser
+}  // namespace orvane::process

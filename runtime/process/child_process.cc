@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/child_process.h"
+#include "process/child_process.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -10,11 +10,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
+#include <sstream>
 #include <system_error>
+#include <thread>
 
 #include <spawn.h>
 
-namespace orvane::server {
+namespace orvane::process {
 
 namespace {
 
@@ -61,6 +64,20 @@ void AddStandardStreams(const ChildProcess::Descriptors& descriptors,
 
 }  // namespace
 
+std::string FindProgram(const std::vector<std::string>& names) {
+  const char* const path = std::getenv("PATH");
+  if (path == nullptr) return {};
+  for (const std::string& name : names) {
+    std::istringstream folders(path);
+    for (std::string folder; std::getline(folders, folder, ':');) {
+      if (folder.empty()) continue;
+      std::string file = folder.append("/").append(name);
+      if (access(file.c_str(), X_OK) == 0) return file;
+    }
+  }
+  return {};
+}
+
 ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
                            const Descriptors& descriptors) {
   SpawnSetup setup;
@@ -83,11 +100,39 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
   if (error != 0) throw std::system_error(error, std::generic_category(), arguments[0]);
 }
 
-ChildProcess::~ChildProcess() {
-  if (end()) return;
-  Signal(SIGKILL);
-  while (waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) {
+bool ChildProcess::StartAlone(const std::vector<std::string>& arguments) {
+  // A shell that is waited for starts the program, so that the program becomes init's.
+  std::vector<std::string> shell = {"/bin/sh", "-c", "\"$@\" &", "sh"};
+  shell.insert(shell.end(), arguments.begin(), arguments.end());
+  try {
+    ChildProcess starter(shell, {});
+    int status = 0;
+    const bool ended = waitpid(starter.pid_, &status, 0) == starter.pid_;
+    starter.end_ = ProcessEnd{0, WEXITSTATUS(status)};
+    return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  } catch (const std::system_error&) {
+    return false;
   }
+}
+
+ChildProcess::~ChildProcess() { Kill(); }
+
+// Its own children are in its group.
+void ChildProcess::Kill() {
+  if (end()) return;
+  kill(-pid_, SIGKILL);
+  int status = 0;
+  while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
+  }
+  end_ = ProcessEnd{SIGKILL, 0};
+}
+
+void ChildProcess::Stop(std::chrono::milliseconds patience) {
+  constexpr std::chrono::milliseconds kStep(5);
+  Signal(SIGTERM);
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (!end() && std::chrono::steady_clock::now() < deadline) std::this_thread::sleep_for(kStep);
+  Kill();
 }
 
 std::optional<ProcessEnd> ChildProcess::end() {
@@ -109,4 +154,4 @@ std::string Describe(const ProcessEnd& end) {
          ")";
 }
 
-}  // namespace orvane::server
+}  // namespace orvane::process
