@@ -27,6 +27,7 @@ class FrameChannel : public std::enable_shared_from_this<FrameChannel> {
   void Start();
   // Written at once as far as the socket takes it.
   void Send(std::string_view body);
+  size_t queued_bytes() const { return waiting_.size() + writing_.size(); }  // not written yet
   // Nothing is received from now on.
   void Close();
 

@@ -57,6 +57,11 @@ std::string Seconds(milliseconds time) {
   return text + " s";
 }
 
+std::string TooLong(size_t bytes) {
+  return "it has " + std::to_string(bytes) + " bytes, and the library process takes at most " +
+         std::to_string(frames::kMaxBodyBytes) + "; send less at a time";
+}
+
 std::string OrNull(std::string_view json) { return json.empty() ? "null" : std::string(json); }
 
 }  // namespace
@@ -118,18 +123,27 @@ void Library::Request(std::string_view operation, std::string_view members, Rece
     return receiver(answer);
   }
   const uint64_t id = ++last_id_;
-  pending_[id] = {std::move(receiver), steady_clock::now() + options_.deadline};
-  WatchDeadlines();
   std::string body = R"({"op":")";
   body.append(operation).append(R"(","id":)").append(std::to_string(id));
   if (!members.empty()) body.append(",").append(members);
   body += '}';
+  if (body.size() > frames::kMaxBodyBytes) {
+    LibraryAnswer answer;
+    answer.failure = TooLong(body.size());
+    return receiver(answer);
+  }
+  pending_[id] = {std::move(receiver), steady_clock::now() + options_.deadline};
+  WatchDeadlines();
   Send(body);
 }
 
 void Library::Post(std::string_view operation, std::string_view members) {
   std::string body = R"({"op":")";
   body.append(operation).append("\",").append(members).append("}");
+  if (body.size() > frames::kMaxBodyBytes) {
+    const std::string text = "A posted message was dropped: " + TooLong(body.size()) + ".";
+    return listener_.OnEvent("explain", JsonWriter().Text("text", text).Take());
+  }
   if (state_ == State::kStarting || state_ == State::kRunning) Send(body);
 }
 
@@ -139,6 +153,12 @@ void Library::Send(std::string_view body) {
   } else {
     process_->channel->Send(body);
   }
+}
+
+size_t Library::queued_bytes() const {
+  size_t bytes = process_ && process_->channel ? process_->channel->queued_bytes() : 0;
+  for (const std::string& body : held_) bytes += body.size();
+  return bytes;
 }
 
 void Library::OnFrame(std::string_view body) {

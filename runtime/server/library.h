@@ -79,6 +79,8 @@ class Library {
   // Starts it again, also when it died too often.
   void Restart();
 
+  size_t queued_bytes() const;  // for the process, which has not taken them yet
+
   pid_t pid() const;         // 0: there is none
   std::string Json() const;  // state, pid and deaths, for people
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "frames/json_text.h"
 #include "server/json_writer.h"
 #include "server/secret.h"
 #include "server/wall_clock.h"
@@ -16,6 +17,12 @@ namespace {
 constexpr size_t kMostKept = 65536;
 constexpr size_t kMostKeptBytes = size_t{64} << 20U;
 constexpr uint16_t kGoingAway = 1001;
+// Of an address or a title: every simulator is sent them again and again.
+constexpr size_t kMostTextBytes = 2048;
+
+std::string BoundedText(const std::string& text) {
+  return JsonText(frames::WellFormed(text.substr(0, kMostTextBytes)));
+}
 
 }  // namespace
 
@@ -83,26 +90,28 @@ void PageContext::GiveUp() {
 }
 
 void PageContext::SetState(const JsonObject& state) {
-  const auto take = [&](std::string_view name, std::string* value) {
+  const std::pair<const char*, std::string*> texts[] = {{"href", &href_}, {"title", &title_}};
+  for (const auto& [name, value] : texts) {
+    if (const auto text = state.Text(name)) *value = BoundedText(*text);
+  }
+  const std::pair<const char*, bool*> flags[] = {{"top", &top_},
+                                                 {"visible", &visible_},
+                                                 {"focused", &focused_},
+                                                 {"editing", &editing_},
+                                                 {"isolated", &isolated_}};
+  for (const auto& [name, value] : flags) {
     const std::string_view raw = state.Raw(name);
-    if (!raw.empty()) *value = raw;
-  };
-  take("href", &href_);
-  take("title", &title_);
-  take("top", &top_);
-  take("visible", &visible_);
-  take("focused", &focused_);
-  take("editing", &editing_);
-  take("isolated", &isolated_);
+    if (raw == "true" || raw == "false") *value = raw == "true";
+  }
 }
 
-void PageContext::set_href(const std::string& href) { href_ = JsonText(href); }
+void PageContext::set_href(const std::string& href) { href_ = BoundedText(href); }
 
 std::string PageContext::Json() const {
   JsonWriter json;
-  json.Number("context", id_).Raw("href", href_).Raw("title", title_).Raw("top", top_);
-  json.Raw("visible", visible_).Raw("focused", focused_).Raw("editing", editing_);
-  json.Raw("isolated", isolated_).Number("opened_ns", opened_ns_);
+  json.Number("context", id_).Raw("href", href_).Raw("title", title_).Flag("top", top_);
+  json.Flag("visible", visible_).Flag("focused", focused_).Flag("editing", editing_);
+  json.Flag("isolated", isolated_).Number("opened_ns", opened_ns_);
   json.Raw("instances", JsonArray(instances_, JsonText)).Text("runtime", "ready");
   return json.Take();
 }

@@ -24,6 +24,7 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   struct Owner {
     std::function<void(PageContext& context, std::string_view text)> on_message;
     std::function<void(PageContext& context)> on_abandoned;  // closes it
+    std::function<bool()> may_receive;                       // whether the library keeps up
   };
   struct Times {
     std::chrono::milliseconds first_contact{30000};  // between the script and a message of it
@@ -48,17 +49,18 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   // Whether the message with this number is a new one; from then on it is not.
   bool Receive(int64_t message_id);
 
-  // What the page told about itself; empty values are not replaced.
+  // What the page told about itself. Members of another type are passed over, long texts cut.
   void SetState(const JsonObject& state);
-  bool is_top() const { return top_ != "false"; }
+  bool is_top() const { return top_; }
   int64_t focus_order() const { return focus_order_; }
   void set_focus_order(int64_t order) { focus_order_ = order; }
-  bool is_focused() const { return focused_ == "true"; }
+  bool is_focused() const { return focused_; }
   void set_href(const std::string& href);
   std::set<std::string>& instances() { return instances_; }
   std::string Json() const;
 
   void OnSocketMessage(std::string_view text) override;
+  bool MayReceive() const override { return owner_.may_receive(); }
   void OnSocketClosed() override;
 
  private:
@@ -83,9 +85,14 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   size_t kept_bytes_ = 0;
   bool is_gone_ = false;
 
-  // JSON, as the page told them.
-  std::string href_ = "\"\"", title_ = "\"\"", top_ = "true", visible_ = "true";
-  std::string focused_ = "false", editing_ = "false", isolated_ = "false";
+  // As the page told them.
+  std::string href_ = "\"\"";  // JSON, as the title
+  std::string title_ = "\"\"";
+  bool top_ = true;
+  bool visible_ = true;
+  bool focused_ = false;
+  bool editing_ = false;
+  bool isolated_ = false;
   int64_t focus_order_ = 0;          // grows each time a page gets the focus or is loaded
   std::set<std::string> instances_;  // names of extensions
 };

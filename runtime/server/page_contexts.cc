@@ -11,13 +11,19 @@ namespace orvane::server {
 
 PageContexts::PageContexts(asio::io_context& loop, Library& library, EventHub& hub,
                            const Limits& limits, const PageContext::Times& times)
-    : loop_(loop), library_(library), hub_(hub), most_contexts_(limits.contexts), times_(times) {}
+    : loop_(loop),
+      library_(library),
+      hub_(hub),
+      most_contexts_(limits.contexts),
+      most_queued_bytes_(limits.library_bytes),
+      times_(times) {}
 
 std::shared_ptr<PageContext> PageContexts::Open(const std::string& href) {
   if (contexts_.size() >= most_contexts_) return nullptr;
   PageContext::Owner owner{
       [this](PageContext& context, std::string_view text) { on_message_(context, text); },
-      [this](PageContext& context) { Close(context); }};
+      [this](PageContext& context) { Close(context); },
+      [this] { return library_.queued_bytes() < most_queued_bytes_; }};
   auto context = std::make_shared<PageContext>(loop_, ++last_id_, std::move(owner), times_);
   context->set_href(href);
   context->Touch();
@@ -63,6 +69,11 @@ void PageContexts::Reload() {
   for (const auto& [id, context] : contexts) {
     if (context->is_top()) context->Deliver(R"("type":"reload")");
   }
+}
+
+void PageContexts::NoteInstance(int64_t id, std::string_view extension) {
+  const auto context = Find(id);
+  if (context && context->instances().insert(DecodeJsonString(extension)).second) TellChange();
 }
 
 void PageContexts::ForgetInstances() {

@@ -40,6 +40,8 @@ class PageContexts {
   void DeliverToAll(std::string_view members);
   // Those that are top documents load again, and take the others with them.
   void Reload();
+  // The page has an instance of that extension, whose name is a JSON string.
+  void NoteInstance(int64_t id, std::string_view extension);
   void ForgetInstances();
 
   std::string Json() const;
@@ -50,6 +52,7 @@ class PageContexts {
   Library& library_;
   EventHub& hub_;
   const size_t most_contexts_;
+  const size_t most_queued_bytes_;
   const PageContext::Times times_;
   MessageReceiver on_message_;
   std::map<int64_t, std::shared_ptr<PageContext>> contexts_;

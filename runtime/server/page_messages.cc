@@ -147,36 +147,34 @@ void PageMessages::Widget(const Message& message) {
 // The record borrows from the message, which is gone when the answer comes.
 void PageMessages::Ask(const Message& message, std::string_view operation,
                        const std::string& members, TraceRecord record) {
-  if (operation == "create" || operation == "sync") {
-    if (message.context.instances().insert(DecodeJsonString(record.peer)).second) {
-      contexts_.TellChange();
-    }
-  }
+  const bool needs_instance = operation == "create" || operation == "sync";
   record.time_ns = NowNs();
   const auto begin = steady_clock::now();
-  library_.Request(
-      operation, members,
-      [this, reply = message.reply, id = message.id, record, peer = std::string(record.peer),
-       payload = std::string(record.payload), begin](const LibraryAnswer& answer) mutable {
-        std::string failure;
-        if (!answer.ok()) {
-          failure = answer.error.empty()
-                        ? JsonText(NameOf(peer, payload) + ": " + answer.failure + ".")
-                        : std::string(answer.error);
-        }
-        const auto turn = steady_clock::now() - begin;
-        record.microseconds =
-            answer.microseconds >= 0
-                ? answer.microseconds
-                : std::chrono::duration_cast<std::chrono::microseconds>(turn).count();
-        reply(answer.ok() ? AnswerMembers(id, answer.result, answer.microseconds)
-                          : ErrorMembers(id, failure));
-        record.peer = peer;
-        record.payload = payload;
-        record.reply = answer.result;
-        record.error = failure;
-        journal_.AddTrace(record);
-      });
+  library_.Request(operation, members,
+                   [this, needs_instance, reply = message.reply, id = message.id, record,
+                    peer = std::string(record.peer), payload = std::string(record.payload),
+                    begin](const LibraryAnswer& answer) mutable {
+                     if (needs_instance && answer.ok())
+                       contexts_.NoteInstance(record.context, peer);
+                     std::string failure;
+                     if (!answer.ok()) {
+                       failure = answer.error.empty()
+                                     ? JsonText(NameOf(peer, payload) + ": " + answer.failure + ".")
+                                     : std::string(answer.error);
+                     }
+                     const auto turn = steady_clock::now() - begin;
+                     record.microseconds =
+                         answer.microseconds >= 0
+                             ? answer.microseconds
+                             : std::chrono::duration_cast<std::chrono::microseconds>(turn).count();
+                     reply(answer.ok() ? AnswerMembers(id, answer.result, answer.microseconds)
+                                       : ErrorMembers(id, failure));
+                     record.peer = peer;
+                     record.payload = payload;
+                     record.reply = answer.result;
+                     record.error = failure;
+                     journal_.AddTrace(record);
+                   });
 }
 
 void PageMessages::Post(const Message& message) {

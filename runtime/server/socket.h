@@ -15,6 +15,9 @@ class SocketListener {
  public:
   virtual ~SocketListener() = default;
   virtual void OnSocketMessage(std::string_view text) = 0;
+  // Whether the next message may come. While it may not, it stays with the client, and the question
+  // is asked again a moment later.
+  virtual bool MayReceive() const { return true; }
   virtual void OnSocketClosed() = 0;  // once; nothing comes after it
 };
 

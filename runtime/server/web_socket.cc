@@ -10,12 +10,16 @@ namespace orvane::server {
 namespace {
 
 constexpr std::chrono::seconds kHandshakeTime{10};
+constexpr std::chrono::milliseconds kPause{5};
 constexpr std::chrono::seconds kSilence{60};  // then a ping is sent, then the connection is over
 
 }  // namespace
 
 WebSocket::WebSocket(beast::tcp_stream stream, const Limits& limits, std::shared_ptr<void> token)
-    : stream_(std::move(stream)), limits_(limits), token_(std::move(token)) {
+    : stream_(std::move(stream)),
+      limits_(limits),
+      token_(std::move(token)),
+      pause_(stream_.get_executor()) {
   stream_.next_layer().expires_never();
   websocket::stream_base::timeout timeout{};
   timeout.handshake_timeout = kHandshakeTime;
@@ -73,7 +77,14 @@ void WebSocket::OnRead(beast::error_code error) {
     listener_->OnSocketMessage({static_cast<const char*>(bytes.data()), bytes.size()});
   }
   buffer_.consume(buffer_.size());
-  if (state_ == State::kOpen) Read();
+  ReadWhenWanted();
+}
+
+void WebSocket::ReadWhenWanted() {
+  if (state_ != State::kOpen) return;
+  if (listener_ == nullptr || listener_->MayReceive()) return Read();
+  pause_.expires_after(kPause);
+  pause_.async_wait([self = shared_from_this()](beast::error_code) { self->ReadWhenWanted(); });
 }
 
 void WebSocket::Write() {

@@ -32,6 +32,7 @@ class WebSocket final : public Socket, public std::enable_shared_from_this<WebSo
   enum class State { kOpen, kClosing, kClosed };
 
   void Read();
+  void ReadWhenWanted();
   void OnRead(beast::error_code error);
   void Write();
   void OnWritten(beast::error_code error);
@@ -43,6 +44,7 @@ class WebSocket final : public Socket, public std::enable_shared_from_this<WebSo
   const std::shared_ptr<void> token_;
   SocketListener* listener_ = nullptr;
   beast::flat_buffer buffer_;
+  asio::steady_timer pause_;                              // before the listener is asked again
   std::deque<std::shared_ptr<const std::string>> queue_;  // the first is being written
   size_t queued_bytes_ = 0;
   State state_ = State::kOpen;

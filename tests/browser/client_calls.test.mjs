@@ -45,6 +45,34 @@ test('an answer of a megabyte arrives whole', async () => {
   assert.ok(same);
 });
 
+for (const isolated of [true, false]) {
+  const kind = isolated ? 'over the worker' : 'over requests';
+  test(`a message that is too long is refused, and the next goes on, ${kind}`, async () => {
+    const { runtime, page } = await openFake(scene, { isolated });
+    if (isolated) {
+      await linked(runtime, page);
+    }
+    const results = await page.evaluate(() => {
+      const long = 'ä'.repeat(9 * 1024 * 1024);
+      const messageOf = (call) => {
+        try {
+          return call();
+        } catch (error) {
+          return error.message;
+        }
+      };
+      return [
+        messageOf(() => dravelt.echo.send(long)),
+        messageOf(() => dravelt.echo.post(long)),
+        messageOf(() => dravelt.echo.send('next')),
+      ];
+    });
+    assert.match(results[0], /^dravelt\.echo did not answer a message: the message is longer than/);
+    assert.match(results[1], /^dravelt\.echo was not sent a message: the message is longer than/);
+    assert.equal(results[2], 'next');
+  });
+}
+
 test('posts and calls keep their order, over both ways', async () => {
   const { runtime, page } = await openFake(scene);
   const mix = () => {

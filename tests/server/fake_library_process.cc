@@ -74,6 +74,13 @@ void Handle(const JsonObject& frame) {
                 R"("scripts":{"test.ext":"exports.one = 1;"},"warnings":[]})");
   }
   if (operation == "sync" || operation == "post") return HandleMessage(frame);
+  if (operation == "create" && frame.Text("extension") == "refuse.me") {
+    return Send(JsonWriter()
+                    .Text("op", "answer")
+                    .Raw("id", frame.Raw("id"))
+                    .Text("error", "refused")
+                    .Take());
+  }
   if (operation == "close") {
     Send(R"({"op":"event","name":"closed","data":)" + std::string(frame.Raw("context")) + "}");
   }

@@ -70,6 +70,46 @@ TEST_F(PageContextTest, TellsWhatPagesSayOfThemselves) {
               AllOf(HasSubstr(R"("editing":true)"), HasSubstr(R"("isolated":true)")));
 }
 
+TEST_F(PageContextTest, PassesOverWhatAPageSaysOfItselfInAnotherForm) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(R"({"type":"state","href":{"a":1},"title":5,"top":"x","editing":[true]})");
+  page.client.SendText(R"({"type":"state","isolated":true})");
+  EXPECT_THAT(CallUntil("pages.list", R"("isolated":true)"),
+              AllOf(HasSubstr(R"("title":"","top":true)"), HasSubstr(R"("editing":false)")));
+}
+
+TEST_F(PageContextTest, LetsAPageWaitThatIsFasterThanTheLibrary) {
+  options().limits.library_bytes = 1000000;
+  options().deadline = std::chrono::minutes(10);
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "hang"));
+  const std::string text = R"(,"extension":"test.ext","text":")" + std::string(100000, 'x') + "\"}";
+  int sent = 0;
+  while (sent < 1000) {  // a hundred megabytes, of which the kernel keeps a few
+    if (!page.client.TrySendText(R"({"type":"post","id":)" + std::to_string(sent + 2) + text))
+      break;
+    ++sent;
+  }
+  EXPECT_LT(sent, 500);
+}
+
+TEST_F(PageContextTest, CutsALongTitle) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(R"({"type":"state","title":")" + std::string(1000000, 't') + "\"}");
+  EXPECT_LT(CallUntil("pages.list", "ttt").size(), 10000U);
+}
+
+TEST_F(PageContextTest, ListsTheInstancesThatAPageHas) {
+  Start();
+  const TestPage page = OpenPage();
+  Sync(page, R"({"type":"create","id":1,"extension":"refuse.me"})");
+  Sync(page, R"({"type":"create","id":2,"extension":"test.ext"})");
+  EXPECT_THAT(Call("pages.list"), HasSubstr(R"("instances":["test.ext"])"));
+}
+
 TEST_F(PageContextTest, BringsKeysThatTheSetDelivers) {
   Start();
   TestPage page = ConnectPage();

@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 
 #include <arpa/inet.h>
@@ -16,6 +17,7 @@ namespace orvane::server {
 namespace {
 
 constexpr int kLongestWaitMs = 30000;
+constexpr int kRefusalMs = 1000;
 
 uint64_t BigEndian(const std::string& bytes, size_t at, size_t count) {
   uint64_t value = 0;
@@ -103,7 +105,7 @@ int RawClient::Upgrade(const std::string& target, const Headers& headers) {
   return Request("GET", target, all).status;
 }
 
-void RawClient::SendText(const std::string& text) {
+std::string RawClient::TextFrame(const std::string& text) {
   std::string frame = "\x81";
   if (text.size() < 126) {
     frame.push_back(static_cast<char>(0x80U | text.size()));
@@ -114,7 +116,22 @@ void RawClient::SendText(const std::string& text) {
       frame.push_back(static_cast<char>(text.size() >> static_cast<unsigned>(shift) & 0xffU));
     }
   }
-  Send(frame + std::string(4, '\0') + text);  // a mask that changes nothing
+  return frame + std::string(4, '\0') + text;  // a mask that changes nothing
+}
+
+void RawClient::SendText(const std::string& text) { Send(TextFrame(text)); }
+
+bool RawClient::TrySendText(const std::string& text) {
+  const std::string frame = TextFrame(text);
+  for (size_t sent = 0; sent < frame.size();) {
+    pollfd wait{socket_.get(), POLLOUT, 0};
+    if (poll(&wait, 1, kRefusalMs) <= 0) return false;
+    const ssize_t count =
+        send(socket_.get(), frame.data() + sent, frame.size() - sent, MSG_NOSIGNAL | MSG_DONTWAIT);
+    if (count < 0 && errno != EAGAIN) return false;
+    if (count > 0) sent += static_cast<size_t>(count);
+  }
+  return true;
 }
 
 std::optional<std::string> RawClient::ReceiveText() {

@@ -37,6 +37,8 @@ class RawClient {
   // Asks for a WebSocket; the status is 101 when there is one.
   int Upgrade(const std::string& target, const Headers& headers);
   void SendText(const std::string& text);
+  // The same; false when the server does not take it for a while.
+  bool TrySendText(const std::string& text);
   // The next text message; nothing when the socket was closed, whose code is then in close_code().
   std::optional<std::string> ReceiveText();
   int close_code() const { return close_code_; }
@@ -44,6 +46,7 @@ class RawClient {
   void Drop() { socket_.Reset(); }
 
  private:
+  static std::string TextFrame(const std::string& text);
   bool Fill();  // false: the end of the stream, or too long a wait
   bool Need(size_t bytes);
 

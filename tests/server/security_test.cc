@@ -176,6 +176,23 @@ TEST_F(SecurityTest, DisconnectsAPageWhoseMessageIsTooLong) {
   EXPECT_FALSE(page.client.ReceiveText());
 }
 
+TEST_F(SecurityTest, AnswersAMessageThatIsTooLongForTheLibraryProcess) {
+  Start();
+  const TestPage page = OpenPage();
+  const std::string message =
+      Message(1, "echo", R"(,"more":")" + std::string(size_t{16} << 20U, 'x') + "\"");
+  EXPECT_THAT(Sync(page, message).body, HasSubstr("the library process takes at most 16777216"));
+  EXPECT_THAT(Call(std::string(size_t{16} << 20U, 'x')), HasSubstr("send less at a time"));
+  EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr(R"("id":2,"result":)"));
+}
+
+TEST_F(SecurityTest, DropsAPostThatIsTooLongForTheLibraryProcessAndSaysSo) {
+  Start();
+  const std::string text(size_t{16} << 20U, 'x');
+  Sync(OpenPage(), R"({"type":"post","id":1,"extension":"test.ext","text":")" + text + "\"}");
+  EXPECT_THAT(Call("explain.list"), HasSubstr("A posted message was dropped"));
+}
+
 TEST_F(SecurityTest, DisconnectsAClientThatDoesNotSendItsRequest) {
   options().limits.request_time = std::chrono::seconds(1);
   Start();

@@ -85,6 +85,12 @@ export const sendBeacon = (address) => beacon(navigator, address);
 export const fetchAddress = inDocument ? globalFunction('fetch') : undefined;
 export const dispatch = method(EventTarget.prototype, 'dispatchEvent');
 
+// The length of a text on its way to the server. The usual ones are short, and not looked at.
+const encodeText = method(TextEncoder.prototype, 'encode');
+const encoder = new TextEncoder();
+export const isLongerThan = (text, bytes) =>
+  text.length * 3 > bytes && encodeText(encoder, text).length > bytes;
+
 // Text as it can be sent: a half of a surrogate pair alone becomes U+FFFD, as on the way to any
 // native code.
 const makeWellFormed = String.prototype.toWellFormed;

@@ -2,10 +2,22 @@
 // SPDX-License-Identifier: Apache-2.0
 // The messages of a page context: their numbers, their answers, and errors that name the call.
 
-import { parse, stringify } from './builtins.js';
+import { isLongerThan, parse, stringify } from './builtins.js';
 
 // Posts are not answered. After so many, one message that is answered tells how many arrived.
 const postsPerEcho = 64;
+// What the server takes. A longer message would cost the page its connection.
+const longestMessageBytes = 16 * 1024 * 1024;
+
+function messageText(message) {
+  const text = stringify(message);
+  if (isLongerThan(text, longestMessageBytes)) {
+    throw new RangeError(
+      `the message is longer than ${longestMessageBytes} bytes; send less at a time`
+    );
+  }
+  return text;
+}
 
 export class Caller {
   // `transport` is set once, after construction: it and the caller know each other.
@@ -20,7 +32,7 @@ export class Caller {
     const id = this.number();
     let frame;
     try {
-      frame = this.transport.call(id, stringify({ ...message, id }));
+      frame = this.transport.call(id, messageText({ ...message, id }));
     } catch (error) {
       throw new Error(`${name()}: ${error.message}`);
     }
@@ -31,9 +43,14 @@ export class Caller {
     return frame.result;
   }
 
-  post(message) {
+  // Throws an Error that begins with `name()`.
+  post(message, name) {
     const id = this.number();
-    this.transport.send(id, stringify({ ...message, id }), false);
+    try {
+      this.transport.send(id, messageText({ ...message, id }), false);
+    } catch (error) {
+      throw new Error(`${name()}: ${error.message}`);
+    }
     this.postsSinceAnswer += 1;
     if (this.postsSinceAnswer >= postsPerEcho) {
       this.postsSinceAnswer = 0;
@@ -47,7 +64,7 @@ export class Caller {
     const id = this.number();
     this.waiting.set(id, { name, receive });
     try {
-      this.transport.send(id, stringify({ ...message, id }), true);
+      this.transport.send(id, messageText({ ...message, id }), true);
     } catch (error) {
       this.waiting.delete(id);
       throw new Error(`${name()}: ${error.message}`);

@@ -36,7 +36,12 @@ export function watchConsole(report) {
     }
     telling = true;
     try {
-      report({ type: 'console', level, text: text.slice(0, longestText), where });
+      report({
+        type: 'console',
+        level,
+        text: text.slice(0, longestText),
+        where: where?.slice(-longestText),
+      });
     } finally {
       telling = false;
     }

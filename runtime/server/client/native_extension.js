@@ -46,7 +46,10 @@ export class NativeExtension {
         `${this.name} cannot be sent binary messages from a page in a browser; send text.`
       );
     }
-    this.caller.post({ type: 'post', extension: this.name, text: wellFormed(message) });
+    this.caller.post(
+      { type: 'post', extension: this.name, text: wellFormed(message) },
+      () => `${this.name} was not sent a message`
+    );
   }
 
   setMessageListener(listener) {

@@ -8,12 +8,14 @@ import { focusedElement, isEditable, isOnFocusPath, isTopPage } from './frames.j
 
 // Several events of one moment make one report.
 const settleMs = 20;
+// What a person reads of an address or a title; a page may have a megabyte there.
+const longestText = 2048;
 
 function readState() {
   return {
     type: 'state',
-    href: location.href,
-    title: document.title,
+    href: location.href.slice(0, longestText),
+    title: document.title.slice(0, longestText),
     focused: document.hasFocus(),
     visible: document.visibilityState === 'visible',
     top: isTopPage(),
