@@ -71,8 +71,7 @@ KeyDelivery ToNobody(KeyRoute reason, const std::string& text) {
 
 KeyDelivery MandatoryRoute(const std::string& key_name, const std::string& focused) {
   if (focused.empty()) {
-    return ToNobody(KeyRoute::kMandatory,
-                    key_name + " reaches nobody: no application has the focus");
+    return ToNobody(KeyRoute::kNoFocus, key_name + " reaches nobody: no application has the focus");
   }
   return To(focused, KeyRoute::kMandatory,
             key_name + " reaches " + focused + ", as every application receives it with the focus");
@@ -103,6 +102,19 @@ KeyDelivery RouteOf(const std::string& key_name, const GrabsOfKey& grabs,
                   key_name + " reaches nobody: " +
                       (focused.empty() ? "no application has" : focused + " has not") +
                       " registered it with registerKey");
+}
+
+bool MayRegisterKeys(const Application& application) {
+  const std::vector<std::string>& held = application.privileges;
+  return std::find(held.begin(), held.end(), kKeyPrivilege) != held.end();
+}
+
+// A key that nobody registered, when the focused application could not have done it.
+void NameMissingPrivilege(const Application& focused, KeyDelivery* delivery) {
+  delivery->reason = KeyRoute::kNoPrivilege;
+  delivery->text = delivery->key_name + " reaches nobody: " + focused.id +
+                   " lacks the privilege to register keys. Add <tizen:privilege name=\"" +
+                   kKeyPrivilege + "\"/> to its config.xml";
 }
 
 }  // namespace
@@ -183,6 +195,11 @@ KeyDelivery KeyGrabs::Route(const std::string& key_name) const {
                        HighestFirst(stack, applications_.raise_order()));
   }
   delivery.key_name = key_name;
+  if (delivery.reason == KeyRoute::kNotRegistered) {
+    const std::optional<Application> application = applications_.Find(focused);
+    if (application && !MayRegisterKeys(*application))
+      NameMissingPrivilege(*application, &delivery);
+  }
   if (const std::optional<RemoteKey> key = FindKey(key_name)) delivery.key_code = key->key_code;
   return delivery;
 }

@@ -46,6 +46,10 @@ std::string_view ReasonOf(tvset::KeyRoute route) {
       return "notRegistered";
     case tvset::KeyRoute::kGrabbedByOther:
       return "grabbedByOther";
+    case tvset::KeyRoute::kNoPrivilege:
+      return "noPrivilege";
+    case tvset::KeyRoute::kNoFocus:
+      return "noFocus";
   }
   return "notRegistered";
 }

@@ -17,7 +17,6 @@ namespace {
 constexpr char kSuccess[] = "success";
 constexpr char kError[] = "error";
 constexpr char kNotSupported[] = "notsupportederror";
-constexpr char kKeyPrivilege[] = "http://tizen.org/privilege/tv.inputdevice";
 
 std::string MissingPrivilege(const std::string& privilege) {
   return "the application does not hold the privilege. Add <tizen:privilege name=\"" + privilege +
@@ -87,7 +86,7 @@ RuntimeServices::Outcome RuntimeServices::RegisterKey(const std::string& text) {
 }
 
 RuntimeServices::Outcome RuntimeServices::UnregisterKey(const std::string& text) {
-  if (!Holds(kKeyPrivilege)) return {kError, MissingPrivilege(kKeyPrivilege)};
+  if (!Holds(tvset::kKeyPrivilege)) return {kError, MissingPrivilege(tvset::kKeyPrivilege)};
   switch (set_.key_grabs().Ungrab(app_id_, text)) {
     case tvset::GrabResult::kDone:
     case tvset::GrabResult::kNotGrabbed:  // what the page wants is so already
@@ -115,7 +114,7 @@ RuntimeServices::Outcome RuntimeServices::RegisterKeyInSpecialMode(const std::st
 }
 
 RuntimeServices::Outcome RuntimeServices::Grab(const std::string& key_name, tvset::GrabMode mode) {
-  if (!Holds(kKeyPrivilege)) return {kError, MissingPrivilege(kKeyPrivilege)};
+  if (!Holds(tvset::kKeyPrivilege)) return {kError, MissingPrivilege(tvset::kKeyPrivilege)};
   switch (set_.key_grabs().Grab(app_id_, key_name, mode)) {
     case tvset::GrabResult::kDone:
       return {kSuccess, ""};

@@ -10,6 +10,9 @@ const stateNames = ['UNDEFINED', 'FOREGROUND', 'BACKGROUND', 'SERVICE', 'TERMINA
 /** What happens to a pressed key, by the rules of the set. */
 function route(state, key) {
   const grab = state.keyGrabs.find((each) => each.key === key.name);
+  if (key.mandatory && !state.focused) {
+    return { delivered: false, reason: 'noFocus', text: 'no application has the focus' };
+  }
   if (key.mandatory) {
     return { delivered: true, reason: 'mandatory', text: 'every application receives it' };
   }
@@ -160,7 +163,7 @@ function runMethods(set, appUrl) {
     'stat.read': ({ resource }) => ({
       value: (resource === 'CPU' ? 3 : 58) + Math.round(Math.random() * 6),
     }),
-    'ime.input': (input) => set.tell('imeResult', { ok: true, ...input }),
+    'ime.input': () => null,
     screenshot: () => {
       throw new Error('this server has no browser of its own to take a picture with');
     },

@@ -95,6 +95,20 @@ test('keys that reach the application are marked, and say so', async () => {
   assert.match(await red.getAttribute('title'), /not registered/);
 });
 
+test('without the focus, only keys that are had anywhere are marked', async () => {
+  const simulator = await openSimulator(scene);
+  const marked = () =>
+    simulator.page
+      .locator('.remote-body .key-reaches')
+      .evaluateAll((keys) => keys.map((key) => key.dataset.key));
+  assert.ok((await marked()).includes('XF86Back'));
+  simulator.server('applications.focus', { id: '' });
+  await simulator.page.locator('[data-key=XF86Back]:not(.key-reaches)').waitFor();
+  assert.deepEqual(await marked(), ['XF86AudioPlay']);
+  await simulator.page.click('[data-key=XF86Back]');
+  await simulator.shows('.press', 'nobody has the focus');
+});
+
 test('the shortcuts are listed', async () => {
   const simulator = await openSimulator(scene);
   await simulator.page.click('[aria-label="Keyboard shortcuts"]');

@@ -217,6 +217,9 @@ test('a refusal is explained where it happens', async () => {
   await page.focus('.television');
   await page.keyboard.press('Enter');
   await shows(page, '.problem', 'http://tizen.org/privilege/tv.inputdevice');
+  await press(page, 'XF86Red');
+  await shows(page, '.press', 'privilege missing');
+  await shows(page, '.press', 'http://tizen.org/privilege/tv.inputdevice');
 });
 
 test('five thousand lines a second come through from the library, none dropped', async (t) => {

@@ -27,6 +27,7 @@ TEST_F(SetControlTest, RoutesKeysByTheSetsRules) {
   Runtime("sync", "tizen://api/inputdevice/registerKey", "XF86Red");
   Control("applications.focus", R"({"id":""})");
   EXPECT_EQ(Reason(R"({"name":"XF86Red"})"), "grabbedByOther");
+  EXPECT_EQ(Reason(R"({"name":"Left"})"), "noFocus");
 }
 
 TEST_F(SetControlTest, KnowsAKeyByItsShortName) {

@@ -22,6 +22,14 @@ class KeysTest : public SetTest {
  protected:
   static KeyGrabs& grabs() { return set().key_grabs(); }
 
+  // One that may register keys.
+  static void Launch(const std::string& id) {
+    Application application = SetTest::Install(id);
+    application.privileges = {kKeyPrivilege};
+    set().applications().Install(application);
+    set().applications().Launch(id, getpid());
+  }
+
   static void ExpectRoute(const std::string& key, const std::string& app, KeyRoute reason) {
     const KeyDelivery delivery = grabs().Route(key);
     EXPECT_EQ(delivery.app, app) << delivery.text;
@@ -81,7 +89,16 @@ TEST_F(KeysTest, MandatoryKeyReachesTheFocusedApplicationInSpiteOfGrabs) {
 }
 
 TEST_F(KeysTest, WithoutFocusAMandatoryKeyReachesNobody) {
-  ExpectRoute("Left", "", KeyRoute::kMandatory);
+  ExpectRoute("Left", "", KeyRoute::kNoFocus);
+}
+
+TEST_F(KeysTest, KeyOfAnApplicationThatMayNotRegisterItLacksThePrivilege) {
+  SetTest::Launch(kPlayer);
+  ExpectRoute(kRed, "", KeyRoute::kNoPrivilege);
+  EXPECT_EQ(grabs().Route(kRed).text,
+            std::string(kRed) + " reaches nobody: " + kPlayer +
+                " lacks the privilege to register keys. Add <tizen:privilege name=\"" +
+                kKeyPrivilege + "\"/> to its config.xml");
 }
 
 TEST_F(KeysTest, OtherKeyNeedsRegistration) {

@@ -12,10 +12,26 @@ import { shortcutOf } from './shortcuts.js';
 
 const longMs = 500;
 
+/** Whether a grab of the application under test gives it the key now. */
+function isHeld({ mode }) {
+  switch (mode) {
+    case 'registered':
+      return true;
+    case 'topmost':
+      return set.windows.value?.stack[0] === appId.value;
+    default:
+      return set.focused.value === appId.value;
+  }
+}
+
 /** Whether the application under test would get the key now, as far as can be told from here. */
 function reaches(key) {
-  const grabs = set.keyGrabs.value ?? [];
-  return key.mandatory || grabs.some((grab) => grab.app === appId.value && grab.key === key.name);
+  if (key.mandatory) {
+    return set.focused.value === appId.value;
+  }
+  return (set.keyGrabs.value ?? []).some(
+    (grab) => grab.app === appId.value && grab.key === key.name && isHeld(grab)
+  );
 }
 
 function title(key, { scriptName }) {
@@ -23,7 +39,7 @@ function title(key, { scriptName }) {
   const grab = (set.keyGrabs.value ?? []).find((each) => each.key === key.name);
   return [
     `${scriptName} · ${key.name} · keyCode ${key.keyCode}`,
-    key.mandatory && 'every application receives it',
+    key.mandatory && 'every application receives it while it has the focus',
     grab && `registered by ${grab.app} (${grab.mode})`,
     !key.mandatory && !grab && 'not registered',
     shortcut && `keyboard: ${shortcut}`,

@@ -55,6 +55,8 @@ enum class KeyRoute {
   kSpecialGrab,     // an application with a special grab receives it before the focused one
   kNotRegistered,   // nobody receives it
   kGrabbedByOther,  // the focused application did not register it, another one did
+  kNoPrivilege,     // nobody receives it, and the focused application may not register it
+  kNoFocus,         // a mandatory key while no application has the focus
 };
 
 struct KeyDelivery {

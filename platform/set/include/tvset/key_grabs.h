@@ -31,6 +31,9 @@ enum class GrabResult {
   kNotGrabbed,  // Ungrab of a key that the application had not asked for
 };
 
+// What an application needs to hold to register keys.
+inline constexpr char kKeyPrivilege[] = "http://tizen.org/privilege/tv.inputdevice";
+
 struct KeyGrab {
   std::string app;
   std::string key_name;
