@@ -96,7 +96,9 @@ void PrintRun(const server::RunOptions& options, const server::RunAddresses& add
   PrintList("Privileges",
             app.privileges.empty() ? std::vector<std::string>{"none"} : app.privileges);
   std::vector<std::string> metadata;
-  for (const auto& [key, value] : app.metadata) metadata.push_back(key + " = " + value);
+  for (const auto& [key, value] : app.metadata) {
+    metadata.push_back(std::string(key).append(" = ").append(value));
+  }
   PrintList("Metadata", metadata.empty() ? std::vector<std::string>{"none"} : metadata);
   PrintList("Page", {addresses.app + "/"});
   PrintList("Television", {addresses.simulator});

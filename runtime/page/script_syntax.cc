@@ -9,7 +9,7 @@
 namespace orvane::page {
 
 std::string SyntaxErrorOf(const std::string& script, const std::string& name) {
-  JSGlobalContextRef const context = JSGlobalContextCreate(nullptr);
+  JSGlobalContextRef context = JSGlobalContextCreate(nullptr);
   JSValueRef exception = nullptr;
   std::string why;
   // As the body of a function, which is what becomes of it; a stray brace must not end that.
