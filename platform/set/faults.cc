@@ -108,7 +108,7 @@ const std::vector<std::string>& FaultTable::accesses() {
   return *names;
 }
 
-void FaultTable::Fail(const std::string& function, int code, FaultMode mode) {
+void FaultTable::Fail(const std::string& function, int code, FaultMode mode, uint64_t hits) {
   const std::vector<std::string> names = AllNames();
   if (std::find(names.begin(), names.end(), function) == names.end()) {
     throw SetError(UnknownFunctionText(function));
@@ -117,7 +117,7 @@ void FaultTable::Fail(const std::string& function, int code, FaultMode mode) {
     throw SetError("code 0 is success; give " + function + " another one to fail with");
   {
     std::lock_guard<std::mutex> lock(mutex_);
-    faults_[function] = Fault{function, code, mode};
+    faults_[function] = Fault{function, code, mode, hits};
     count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
   }
   Changed();

@@ -48,6 +48,20 @@ void ScreenSaver::ResetTimeout() { Update(Cause::kReset); }
 
 void ScreenSaver::NoteInput() { Update(Cause::kInput); }
 
+void ScreenSaver::GoOn(const ScreenSaverState& earlier) {
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    state_.app_id = earlier.app_id;
+    state_.timeout_seconds = earlier.timeout_seconds;
+    state_.resets = earlier.resets;
+    state_.inputs = earlier.inputs;
+    state_.on = false;
+    since_ = clock_->Now() - earlier.idle;
+    alarm_.reset();  // it may be for a later time than this one needs
+  }
+  Update(Cause::kSetting);
+}
+
 void ScreenSaver::set_clock(std::shared_ptr<Clock> clock) {
   {
     std::lock_guard<std::mutex> lock(mutex_);

@@ -77,7 +77,7 @@ void Set::State::Start(const Options& options) {
   running = false;
   settings.Reset(nullptr);
   folder.reset();
-  new_folder->Use();
+  new_folder->Use(options.goes_on);
   folder = std::move(new_folder);
   Reset(&new_paths);
   log.set_capacity(LogBuffer::kDefaultCapacity);

@@ -107,8 +107,8 @@ StateFolder::~StateFolder() { close(lock_); }
 // The lock is exclusive while the settings are removed and shared afterwards. Between the two
 // another process may hold it exclusively and remove them once more, which then costs nobody a
 // value.
-void StateFolder::Use() {
-  if (Lock(lock_, F_OFD_SETLK, F_WRLCK)) RemoveFolder(paths_.memory_settings());
+void StateFolder::Use(bool keeps_memory) {
+  if (!keeps_memory && Lock(lock_, F_OFD_SETLK, F_WRLCK)) RemoveFolder(paths_.memory_settings());
   if (!Lock(lock_, F_OFD_SETLKW, F_RDLCK)) Unusable(paths_.lock_file(), std::strerror(errno));
   MakeFolder(paths_.memory_settings());
 }

@@ -16,8 +16,9 @@ class StateFolder {
   StateFolder(const StateFolder&) = delete;
   StateFolder& operator=(const StateFolder&) = delete;
 
-  // Begins the use: removes the settings under "memory/" when no other process uses the folder.
-  void Use();
+  // Begins the use: removes the settings under "memory/" when no other process uses the folder,
+  // unless they are to be kept.
+  void Use(bool keeps_memory);
 
   // Whether any process uses the folder.
   static bool IsUsed(const Paths& paths);

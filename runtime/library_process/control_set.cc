@@ -104,8 +104,12 @@ value Control::ScreenSaverActivity(const Fields&) {
 
 value Control::ClockAdvance(const Fields& parameters) {
   constexpr int64_t kLongestStep = 366LL * 24 * 60 * 60 * 1000;
-  const int64_t step = parameters.Integer("ms", 0, kLongestStep);
-  television_.clock().Advance(std::chrono::milliseconds(step));
+  const std::chrono::milliseconds step(parameters.Integer("ms", 0, kLongestStep));
+  if (television_.clock().shift() + step > ShiftedClock::kMostShift) {
+    throw RequestError(
+        "The set's clock is a hundred years ahead already. Start the simulator again.");
+  }
+  television_.clock().Advance(step);
   television_.events().Touch(Part::kScreenSaver);
   return television_.state().ValueOf(Part::kScreenSaver);
 }

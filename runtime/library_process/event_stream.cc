@@ -73,6 +73,16 @@ double RealtimeNanoseconds() {
   return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
 }
 
+// What was to be sent is lost, such as a setting that fills more than a frame.
+void Complain(const std::exception& error) {
+  std::fprintf(stderr, "orvane: an event could not be sent: %s\n", error.what());
+}
+
+// What a snapshot holds, but for the wait of the screen saver.
+bool IsKept(Part part) {
+  return part != Part::kSettings && part != Part::kPanel && part != Part::kScreenSaver;
+}
+
 uint32_t BitOf(Part part) { return uint32_t{1} << static_cast<unsigned>(part); }
 
 }  // namespace
@@ -209,8 +219,31 @@ void EventStream::Touch(Part part) {
   const std::lock_guard<std::mutex> lock(mutex_);
   parts_ |= BitOf(part);
   BeginLocked(&parts_due_, kPartsDelay);
-  BeginLocked(&snapshot_due_, kSnapshotDelay);
+  if (IsKept(part)) snapshot_changed_ = true;
+  if (IsKept(part) || part == Part::kScreenSaver) BeginLocked(&snapshot_due_, kSnapshotDelay);
   added_.notify_one();
+}
+
+void EventStream::SendChangedSnapshot() {
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (!snapshot_changed_) return;
+    snapshot_due_.reset();
+  }
+  try {
+    SendSnapshot();
+  } catch (const std::exception& error) {
+    Complain(error);  // the caller's message is to be handled all the same
+  }
+}
+
+void EventStream::SendSnapshot() {
+  const std::lock_guard<std::mutex> snapshot_lock(snapshot_mutex_);
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    snapshot_changed_ = false;
+  }
+  outbox_.Send(R"({"op":"snapshot","data":)" + snapshot_().serialize() + "}");
 }
 
 void EventStream::AddEvent(std::string_view name, const value& data) {
@@ -232,8 +265,7 @@ void EventStream::Run() {
     try {
       Send(*load);
     } catch (const std::exception& error) {
-      // The rest of the load is lost, such as a setting that fills more than a frame.
-      std::fprintf(stderr, "orvane: an event could not be sent: %s\n", error.what());
+      Complain(error);
     }
   }
 }
@@ -292,8 +324,7 @@ void EventStream::Send(const Load& load) {
     if ((load.parts & BitOf(part)) == 0) continue;
     outbox_.Event(SetState::NameOf(part), state_.ValueOf(part));
   }
-  if (!load.snapshot) return;
-  outbox_.Send(R"({"op":"snapshot","data":)" + snapshot_().serialize() + "}");
+  if (load.snapshot) SendSnapshot();
 }
 
 }  // namespace orvane::library_process

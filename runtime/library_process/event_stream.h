@@ -50,6 +50,10 @@ class EventStream final : public tvset::Observer {
   void Touch(Part part);
   void TouchAll();
 
+  // Sends a snapshot now when the set is not as the last one told: what the calling thread does
+  // next may end the process. A screen saver's wait that began afresh is not worth one.
+  void SendChangedSnapshot();
+
   // Why something was refused, for people, to the page context that this thread works for.
   void Explain(const std::string& text);
   // For which page context this thread works until it is told otherwise; empty: for none.
@@ -98,6 +102,7 @@ class EventStream final : public tvset::Observer {
   Load TakeDueLocked(TimePoint now);
   TimePoint NextDueLocked() const;
   void Send(const Load& load);
+  void SendSnapshot();
   void AddEvent(std::string_view name, const picojson::value& data);
   void AddLogLine(const tvset::LogLine& line);
   void BeginLocked(std::optional<TimePoint>* due, std::chrono::milliseconds delay);
@@ -106,6 +111,7 @@ class EventStream final : public tvset::Observer {
   const SetState& state_;
   const MakeSnapshot snapshot_;
   Outbox& outbox_;
+  std::mutex snapshot_mutex_;  // held while one is taken and sent, so that the later one is newer
   std::mutex mutex_;
   std::condition_variable added_;
   std::condition_variable sent_;
@@ -117,6 +123,7 @@ class EventStream final : public tvset::Observer {
   std::optional<TimePoint> log_due_;
   std::optional<TimePoint> parts_due_;
   std::optional<TimePoint> snapshot_due_;
+  bool snapshot_changed_ = false;
   bool is_over_ = false;
   std::thread thread_;  // last: begins with everything else in place
 };

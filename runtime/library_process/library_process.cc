@@ -25,10 +25,7 @@ using picojson::value;
 namespace {
 
 constexpr std::chrono::milliseconds kGrace{3000};
-constexpr size_t kMostTold = 4096;  // bytes of a message's text that the server is told
 constexpr int64_t kMostId = int64_t{1} << 53;
-
-std::string_view Beginning(std::string_view text) { return text.substr(0, kMostTold); }
 
 class Dispatcher {
  public:
@@ -117,7 +114,7 @@ void Dispatcher::Start(const Fields& fields) {
         std::make_unique<Television>(ReadStartOptions(fields.Object("options")),
                                      snapshot == nullptr ? value() : *snapshot, home_, outbox_);
     control_ = std::make_unique<Control>(*television_, outbox_);
-    outbox_.Send(value(television_->Started()).serialize());
+    outbox_.Send(value(television_->Started(outbox_)).serialize());
   } catch (const std::exception& error) {
     outbox_.Send(value(picojson::object{{"op", value("failed")}, {"error", value(error.what())}})
                      .serialize());
@@ -131,18 +128,13 @@ Television& Dispatcher::television() {
 
 void Dispatcher::Tell(const Request& request, std::string_view what, std::string_view name,
                       std::string_view text) {
-  television();  // has to be there
+  // What the runtime answers itself cannot end the process.
+  Television& set = television();  // has to be there
+  if (what != "runtime") set.events().SendChangedSnapshot();
   std::optional<int64_t> context;
   if (request.fields.Has("context")) context = request.context();
   EventStream::SetContext(context);
-  std::string body = R"({"op":"handling","id":)" + std::to_string(request.id);
-  body.append(R"(,"what":")").append(what);
-  body.append(R"(","context":)").append(std::to_string(context.value_or(0))).append(R"(,"name":)");
-  frames::AppendJsonString(name, &body);
-  body.append(R"(,"text":)");
-  frames::AppendJsonString(Beginning(text), &body);
-  body.push_back('}');
-  outbox_.Send(body);
+  outbox_.Handling(request.id, what, context.value_or(0), name, text);
 }
 
 void Dispatcher::Create(const Request& request) {
@@ -168,6 +160,7 @@ void Dispatcher::Post(const Request& request) {
   const std::string& text = request.fields.Text("text");
   Tell(request, "post", extension, text);
   television().contexts().Post(request.context(), extension, text);
+  outbox_.Handled();
 }
 
 void Dispatcher::Runtime(const Request& request) {

@@ -10,6 +10,7 @@ namespace orvane::library_process {
 namespace {
 
 constexpr size_t kKeptBytes = size_t{256} << 10;
+constexpr size_t kMostTold = 4096;  // bytes of a message's text
 
 std::string AnswerHead(int64_t id) { return R"({"op":"answer","id":)" + std::to_string(id); }
 
@@ -49,5 +50,19 @@ void Outbox::Event(std::string_view name, const picojson::value& data) {
   frames::AppendJsonString(name, &body);
   Send(body + R"(,"data":)" + data.serialize() + "}");
 }
+
+void Outbox::Handling(int64_t id, std::string_view what, int64_t context, std::string_view name,
+                      std::string_view text) {
+  std::string body = R"({"op":"handling","id":)" + std::to_string(id);
+  body.append(R"(,"what":")").append(what);
+  body.append(R"(","context":)").append(std::to_string(context)).append(R"(,"name":)");
+  frames::AppendJsonString(name, &body);
+  body.append(R"(,"text":)");
+  frames::AppendJsonString(text.substr(0, kMostTold), &body);
+  body.push_back('}');
+  Send(body);
+}
+
+void Outbox::Handled() { Send(R"({"op":"handled"})"); }
 
 }  // namespace orvane::library_process

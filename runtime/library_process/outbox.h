@@ -33,6 +33,12 @@ class Outbox {
 
   void Event(std::string_view name, const picojson::value& data);
 
+  // What the process does from now on, so that its end can name it: `what` is a request's operation
+  // or "load", `id` is 0 for what gets no answer and then ends with Handled.
+  void Handling(int64_t id, std::string_view what, int64_t context, std::string_view name,
+                std::string_view text);
+  void Handled();
+
  private:
   const int socket_;
   std::mutex mutex_;

@@ -25,7 +25,8 @@ void ShiftedClock::SetAlarm(TimePoint when, std::function<void()> ring) {
 void ShiftedClock::Advance(std::chrono::nanoseconds step) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
-    shift_ += std::max(step, std::chrono::nanoseconds(0));
+    const std::chrono::nanoseconds most = kMostShift;
+    shift_ += std::clamp(step, std::chrono::nanoseconds(0), most - shift_);
   }
   RingDue();
 }

@@ -17,6 +17,9 @@ namespace orvane::library_process {
 // other clock that are under way find out that it is gone.
 class ShiftedClock final : public tvset::Clock, public std::enable_shared_from_this<ShiftedClock> {
  public:
+  // Beyond it the clock is moved no further: its times would not fit their type.
+  static constexpr std::chrono::milliseconds kMostShift = std::chrono::hours(100 * 366 * 24);
+
   static std::shared_ptr<ShiftedClock> Create(
       std::shared_ptr<tvset::Clock> base = tvset::Clock::Steady());
 

@@ -6,8 +6,6 @@
 #include <limits>
 #include <utility>
 
-#include <vconf.h>
-
 #include "library_process/fields.h"
 #include "library_process/set_state.h"
 
@@ -18,12 +16,18 @@ namespace {
 using picojson::array;
 using picojson::object;
 using picojson::value;
+using std::chrono::milliseconds;
 
 constexpr int64_t kLowestInt = std::numeric_limits<int>::min();
 constexpr int64_t kHighestInt = std::numeric_limits<int>::max();
+constexpr int64_t kMostCount = int64_t{1} << 53;
 
 value Text(std::string_view text) { return value(std::string(text)); }
 value Number(double number) { return value(number); }
+
+double Milliseconds(std::chrono::nanoseconds time) {
+  return static_cast<double>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+}
 
 array Applications(tvset::Set& set, const InstalledApplications& applications) {
   array rows;
@@ -46,15 +50,17 @@ array Running(tvset::Set& set) {
   return rows;
 }
 
-// Those that a restart of the set forgets.
-array MemorySettings(tvset::Set& set) {
-  array rows;
-  for (const tvset::Setting& setting : set.settings().list()) {
-    if (setting.key.rfind(VCONF_PREFIX_MEMORY, 0) != 0) continue;
-    rows.emplace_back(object{
-        {"key", Text(setting.key)}, {"type", Number(setting.type)}, {"text", Text(setting.value)}});
-  }
-  return rows;
+// The last reset or key is told as the time on the set's clock, which goes on while no process
+// runs.
+value ScreenSaver(tvset::Set& set, const ShiftedClock& clock) {
+  const tvset::ScreenSaverState saver = set.screen_saver().state();
+  const auto since = clock.Now() - saver.idle;
+  return value(object{{"owner", Text(saver.app_id)},
+                      {"timeoutSeconds", Number(saver.timeout_seconds)},
+                      {"resets", Number(static_cast<double>(saver.resets))},
+                      {"inputs", Number(static_cast<double>(saver.inputs))},
+                      {"sinceMs", Number(Milliseconds(since.time_since_epoch()))},
+                      {"clockShiftMs", Number(Milliseconds(clock.shift()))}});
 }
 
 // Puts the parts of a snapshot back one by one; a part that fails leaves the others alone.
@@ -148,19 +154,19 @@ class Restorer {
 
   void ScreenSaver(ShiftedClock& clock) {
     Guard([&] {
-      constexpr int64_t kLongestShift = 366LL * 24 * 60 * 60 * 1000;
       const Fields state = snapshot_.Object("screenSaver");
-      set_.screen_saver().SetAppId(state.Text("owner"));
-      set_.screen_saver().SetTimeout(Int(state, "timeoutSeconds"));
-      clock.Advance(std::chrono::milliseconds(state.Integer("clockShiftMs", 0, kLongestShift, 0)));
-      // Time that the old set was ahead is no time without input.
-      set_.screen_saver().ResetTimeout();
-    });
-  }
-
-  void Settings() {
-    ForEach("memorySettings", [&](const Fields& row) {
-      set_.settings().Set(row.Text("key"), Int(row, "type"), row.Text("text"));
+      const auto count = [&](const char* name, int64_t most) {
+        return state.Integer(name, 0, most);
+      };
+      clock.Advance(milliseconds(count("clockShiftMs", ShiftedClock::kMostShift.count())));
+      tvset::ScreenSaverState earlier;
+      earlier.app_id = state.Text("owner");
+      earlier.timeout_seconds = static_cast<int>(count("timeoutSeconds", kHighestInt));
+      earlier.resets = static_cast<uint64_t>(count("resets", kMostCount));
+      earlier.inputs = static_cast<uint64_t>(count("inputs", kMostCount));
+      const milliseconds since(count("sinceMs", 2 * ShiftedClock::kMostShift.count()));
+      earlier.idle = std::max(clock.Now().time_since_epoch() - since, std::chrono::nanoseconds(0));
+      set_.screen_saver().GoOn(earlier);
     });
   }
 
@@ -168,7 +174,8 @@ class Restorer {
     ForEach("faults", [&](const Fields& row) {
       const bool once = row.Text("mode") == FaultModeName(tvset::FaultMode::kOnce);
       set_.faults().Fail(row.Text("function"), Int(row, "code"),
-                         once ? tvset::FaultMode::kOnce : tvset::FaultMode::kAlways);
+                         once ? tvset::FaultMode::kOnce : tvset::FaultMode::kAlways,
+                         static_cast<uint64_t>(row.Integer("hits", 0, kMostCount, 0)));
     });
   }
 
@@ -229,22 +236,16 @@ class Restorer {
 value TakeSnapshot(tvset::Set& set, const InstalledApplications& applications,
                    const ShiftedClock& clock) {
   const SetState state(set, applications, "");
-  const tvset::ScreenSaverState saver = set.screen_saver().state();
-  const auto shift = std::chrono::duration_cast<std::chrono::milliseconds>(clock.shift());
-  return value(object{
-      {"profile", Text(set.profile().string())},
-      {"features", state.ValueOf(Part::kFeatures)},
-      {"applications", value(Applications(set, applications))},
-      {"running", value(Running(set))},
-      {"focused", Text(set.applications().focused())},
-      {"windows", state.ValueOf(Part::kWindows)},
-      {"inputMethod", state.ValueOf(Part::kInputMethod)},
-      {"keyGrabs", state.ValueOf(Part::kKeyGrabs)},
-      {"screenSaver", value(object{{"owner", Text(saver.app_id)},
-                                   {"timeoutSeconds", Number(saver.timeout_seconds)},
-                                   {"clockShiftMs", Number(static_cast<double>(shift.count()))}})},
-      {"memorySettings", value(MemorySettings(set))},
-      {"faults", state.ValueOf(Part::kFaults)}});
+  return value(object{{"profile", Text(set.profile().string())},
+                      {"features", state.ValueOf(Part::kFeatures)},
+                      {"applications", value(Applications(set, applications))},
+                      {"running", value(Running(set))},
+                      {"focused", Text(set.applications().focused())},
+                      {"windows", state.ValueOf(Part::kWindows)},
+                      {"inputMethod", state.ValueOf(Part::kInputMethod)},
+                      {"keyGrabs", state.ValueOf(Part::kKeyGrabs)},
+                      {"screenSaver", ScreenSaver(set, clock)},
+                      {"faults", state.ValueOf(Part::kFaults)}});
 }
 
 std::vector<std::string> RestoreSnapshot(const value& snapshot, const std::string& main_app,
@@ -260,7 +261,6 @@ std::vector<std::string> RestoreSnapshot(const value& snapshot, const std::strin
   restorer.InputMethod();
   restorer.KeyGrabs();
   restorer.ScreenSaver(clock);
-  restorer.Settings();
   restorer.Faults();
   return restorer.TakeWarnings();
 }

@@ -14,8 +14,7 @@
 namespace orvane::library_process {
 
 // What brings a set that was just started back to where another one was: the process that held that
-// one has died. Settings that outlive a restart and the applications' data are in files and not
-// part of it.
+// one has died. Settings and the applications' data are in files and not part of it.
 
 // Any thread.
 picojson::value TakeSnapshot(tvset::Set& set, const InstalledApplications& applications,

@@ -26,8 +26,8 @@ picojson::array Texts(const std::vector<std::string>& texts) {
 
 }  // namespace
 
-Television::RunningSet::RunningSet(const StartOptions& options) {
-  tvset::Set::Start({options.state_folder, options.profile});
+Television::RunningSet::RunningSet(const StartOptions& options, bool goes_on) {
+  tvset::Set::Start({options.state_folder, options.profile, goes_on});
 }
 
 Television::RunningSet::~RunningSet() { tvset::Set::Stop(); }
@@ -35,7 +35,7 @@ Television::RunningSet::~RunningSet() { tvset::Set::Stop(); }
 Television::Television(StartOptions options, const picojson::value& snapshot, const Home& home,
                        Outbox& outbox)
     : options_(std::move(options)),
-      running_set_(options_),
+      running_set_(options_, !snapshot.is<picojson::null>()),
       clock_(ShiftedClock::Create()),
       applications_(set().applications()),
       state_(set(), applications_, options_.app.application.id) {
@@ -53,7 +53,7 @@ Television::Television(StartOptions options, const picojson::value& snapshot, co
       set(), options_.app.application.id,
       [this](const std::string& text) { events_->Explain(text); });
   MakeHost();
-  LoadExtensions(home);
+  LoadExtensions(home, outbox);
   contexts_ = std::make_unique<Contexts>(*host_, outbox);
 }
 
@@ -91,17 +91,18 @@ void Television::MakeHost() {
 
 // The given ones come first, so that a library that is being worked on takes the place of the
 // project's own.
-void Television::LoadExtensions(const Home& home) {
-  for (const std::string& given : options_.extensions) LoadExtension(given);
+void Television::LoadExtensions(const Home& home, Outbox& outbox) {
+  for (const std::string& given : options_.extensions) LoadExtension(given, outbox);
   if (Publishes(kOwnExtension)) return;
-  if (!home.extension.empty()) return LoadExtension(home.extension);
+  if (!home.extension.empty()) return LoadExtension(home.extension, outbox);
   if (!options_.extensions.empty()) return;
   throw RequestError(
       "The library liborvane.so is not where it belongs, in the folder lib beside the folder of "
       "this command. Build it (script/run), or name one with --extension.");
 }
 
-void Television::LoadExtension(const fs::path& file_or_folder) {
+void Television::LoadExtension(const fs::path& file_or_folder, Outbox& outbox) {
+  outbox.Handling(0, "load", 0, file_or_folder.string(), "");
   std::error_code error;
   if (fs::is_directory(file_or_folder, error)) return host_->LoadFolder(file_or_folder);
   std::string why;
@@ -117,13 +118,15 @@ bool Television::Publishes(const std::string& name) const {
 }
 
 // Every extension is loaded for it: a page's script text holds the script of each.
-picojson::object Television::Started() {
+picojson::object Television::Started(Outbox& outbox) {
   picojson::object scripts;
   for (const auto& entry : host_->catalogue()) {
+    outbox.Handling(0, "load", 0, entry.name, "");
     if (const host::Extension* const extension = host_->Find(entry.name)) {
       scripts[entry.name] = picojson::value(extension->api());
     }
   }
+  outbox.Handled();
   picojson::array catalogue;
   for (const auto& entry : host_->catalogue()) {
     catalogue.emplace_back(

@@ -42,7 +42,7 @@ class Television {
   Television& operator=(const Television&) = delete;
 
   // The answer to the server's "start".
-  picojson::object Started();
+  picojson::object Started(Outbox& outbox);
 
   tvset::Set& set() { return tvset::Set::Current(); }
   host::ExtensionHost& host() { return *host_; }
@@ -57,7 +57,7 @@ class Television {
  private:
   // Starts the set, and stops it after everything that uses it.
   struct RunningSet {
-    explicit RunningSet(const StartOptions& options);
+    RunningSet(const StartOptions& options, bool goes_on);
     ~RunningSet();
     RunningSet(const RunningSet&) = delete;
     RunningSet& operator=(const RunningSet&) = delete;
@@ -66,8 +66,8 @@ class Television {
   void LaunchApplication();
   void Restore(const picojson::value& snapshot);
   void MakeHost();
-  void LoadExtensions(const Home& home);
-  void LoadExtension(const std::filesystem::path& file_or_folder);
+  void LoadExtensions(const Home& home, Outbox& outbox);
+  void LoadExtension(const std::filesystem::path& file_or_folder, Outbox& outbox);
   bool Publishes(const std::string& name) const;
 
   const StartOptions options_;

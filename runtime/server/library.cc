@@ -107,13 +107,16 @@ void Library::Spawn() {
                              [this] { OnClosed(); }});
   process_->channel->Start();
   state_ = State::kStarting;
+  spawned_at_ = steady_clock::now();
   handling_.clear();
+  is_handled_ = false;
   kill_reason_.clear();
   process_->channel->Send(JsonWriter()
                               .Text("op", "start")
                               .Raw("options", options_.start_options)
                               .Raw("snapshot", snapshot_)
                               .Take());
+  WatchDeadlines();
 }
 
 void Library::Request(std::string_view operation, std::string_view members, Receiver receiver) {
@@ -165,6 +168,7 @@ void Library::OnFrame(std::string_view body) {
   if (body.substr(0, kHandlingHead.size()) == kHandlingHead) {
     handling_ = body;
     handling_since_ = steady_clock::now();
+    is_handled_ = false;
     return;
   }
   const auto frame = JsonObject::Parse(body);
@@ -178,6 +182,7 @@ void Library::OnFrame(std::string_view body) {
   if (operation == R"("event")") {
     return listener_.OnEvent(frame->Text("name").value_or(""), frame->Raw("data"));
   }
+  if (operation == R"("handled")") is_handled_ = true;
   if (operation == R"("snapshot")") snapshot_ = OrNull(frame->Raw("data"));
   if (operation == R"("started")") OnProcessStarted(*frame);
   if (operation == R"("failed")") OnProcessFailed(*frame);
@@ -237,8 +242,9 @@ void Library::Reap(TimePoint kill_at) {
 void Library::OnDeath(const process::ProcessEnd& end) {
   if (state_ == State::kStopping) return stopped_ ? std::exchange(stopped_, nullptr)() : void();
   NoteDeath(end, process_->tail->Finish());
-  const std::string why = "the library process ended while it handled " + HandlingWords() + ": " +
-                          (kill_reason_.empty() ? Describe(end) : kill_reason_);
+  const std::string why = "the library process ended" +
+                          (IsHandling() ? " while it handled " + HandlingWords() : "") + ": " +
+                          EndWords(end);
   process_.reset();
   held_.clear();
   if (!was_started_) return listener_.OnStartFailed(why);
@@ -253,7 +259,7 @@ void Library::NoteDeath(const process::ProcessEnd& end, const std::string& stder
   JsonWriter json;
   json.Number("time_ns", NowNs());
   json.Number("signal", end.signal).Number("exit", end.exit_code);
-  json.Text("reason", kill_reason_.empty() ? Describe(end) : kill_reason_);
+  json.Text("reason", EndWords(end));
   json.Raw("handling", HandlingJson()).Text("stderr", stderr_text);
   if (deaths_.size() == kKeptDeaths) deaths_.erase(deaths_.begin());
   deaths_.push_back({steady_clock::now(), json.Take()});
@@ -287,26 +293,35 @@ void Library::WatchDeadlines() {
     if (error) return;
     watching_deadlines_ = false;
     CheckDeadlines();
-    if (!pending_.empty()) WatchDeadlines();
+    if (!pending_.empty() || state_ == State::kStarting) WatchDeadlines();
   });
 }
 
 void Library::CheckDeadlines() {
   const TimePoint now = steady_clock::now();
+  EndStuckStart(now);
   std::vector<Receiver> late;
   for (auto& [id, pending] : pending_) {
     if (now < pending.deadline) break;  // they all have the same time, so that the rest is later
     if (pending.receiver) late.push_back(std::exchange(pending.receiver, nullptr));
     if (kill_reason_.empty() && IsStuck(pending, now)) {
-      kill_reason_ = "it was ended because it handled " + HandlingWords() + " for more than " +
+      kill_reason_ = "it was ended because it did not answer for more than " +
                      Seconds(options_.deadline + options_.patience);
       process_->child->Signal(SIGKILL);
     }
   }
   LibraryAnswer answer;
-  answer.failure = "there was no answer within " + Seconds(options_.deadline) +
-                   "; the library is busy with " + HandlingWords();
+  answer.failure = "there was no answer within " + Seconds(options_.deadline) + "; the library " +
+                   (IsHandling() ? "is busy with " + HandlingWords() : "process takes no message");
   for (const Receiver& receiver : late) receiver(answer);
+}
+
+// An extension that never returns from its initialisation would keep it from starting for ever.
+void Library::EndStuckStart(TimePoint now) {
+  const milliseconds patience = options_.deadline + options_.patience;
+  if (state_ != State::kStarting || !kill_reason_.empty() || now < spawned_at_ + patience) return;
+  kill_reason_ = "it was ended because it had not started after " + Seconds(patience);
+  process_->child->Signal(SIGKILL);
 }
 
 // The request waits, whether in its own handler or behind another that does not end.
@@ -315,11 +330,16 @@ bool Library::IsStuck(const Pending& pending, TimePoint now) const {
          now >= handling_since_ + options_.patience;
 }
 
-std::string Library::HandlingJson() const {
+bool Library::IsHandling() const {
   const auto frame = JsonObject::Parse(handling_);
-  if (!frame) return "null";
+  if (!frame || is_handled_) return false;
   const auto id = static_cast<uint64_t>(frame->Integer("id").value_or(0));
-  if (id != 0 && pending_.count(id) == 0) return "null";  // answered already
+  return id == 0 || pending_.count(id) != 0;  // else it is answered
+}
+
+std::string Library::HandlingJson() const {
+  if (!IsHandling()) return "null";
+  const auto frame = JsonObject::Parse(handling_);
   JsonWriter json;
   for (const char* const name : {"what", "context", "name", "text"}) {
     json.Raw(name, OrNull(frame->Raw(name)));
@@ -328,15 +348,21 @@ std::string Library::HandlingJson() const {
 }
 
 std::string Library::HandlingWords() const {
-  const std::string json = HandlingJson();
-  const auto frame = JsonObject::Parse(json);
-  if (!frame) return "nothing that it told of";
+  const auto frame = JsonObject::Parse(handling_);
+  if (!frame) return "";
   const std::string text = frame->Text("text").value_or("");
   const auto message = JsonObject::Parse(text);
   const std::string command = message ? message->Text("cmd").value_or("") : "";
   std::string words = frame->Text("what").value_or("") + " ";
   words += frame->Text("name").value_or("");
   return command.empty() ? words : words + " \"" + command + "\"";
+}
+
+// How the process ended, and what it did last if that was done.
+std::string Library::EndWords(const process::ProcessEnd& end) const {
+  std::string words = kill_reason_.empty() ? Describe(end) : kill_reason_;
+  if (IsHandling() || handling_.empty()) return words;
+  return words + ", with no message in hand; the last one was " + HandlingWords();
 }
 
 void Library::Restart() {

@@ -51,7 +51,8 @@ struct LibraryOptions {
   std::vector<std::string> command;  // the process; its socket is descriptor 3
   std::string start_options;         // JSON
   std::chrono::milliseconds deadline{10000};
-  // A message that is still being handled so long after its deadline costs the process its life.
+  // A message that is still being handled so long after its deadline costs the process its life; so
+  // does a start that takes as long as both.
   std::chrono::milliseconds patience{20000};
 };
 
@@ -108,9 +109,12 @@ class Library {
   void FailPending(const std::string& why);
   void WatchDeadlines();
   void CheckDeadlines();
+  void EndStuckStart(TimePoint now);
   bool IsStuck(const Pending& pending, TimePoint now) const;
+  bool IsHandling() const;
   std::string HandlingJson() const;
   std::string HandlingWords() const;
+  std::string EndWords(const process::ProcessEnd& end) const;
   void NoteDeath(const process::ProcessEnd& end, const std::string& stderr_text);
 
   boost::asio::io_context& loop_;
@@ -127,7 +131,9 @@ class Library {
   bool watching_deadlines_ = false;
 
   std::string snapshot_ = "null";
-  std::string handling_;  // the frame that told what the process handles; may be done already
+  std::string handling_;  // the frame that told what the process handles; may be answered already
+  bool is_handled_ = false;  // it told that this is done, which gets no answer
+  TimePoint spawned_at_;
   TimePoint handling_since_;
   std::string kill_reason_;  // why this side ended the process
 

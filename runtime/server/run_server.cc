@@ -113,8 +113,7 @@ class RunServer::Runner final : public LibraryListener {
 
  private:
   void Open(const JsonObject& started);
-  void ServeContent(const Origins& origins);
-  void NoteDocument(const DevServer::Document& document);
+  void ServeContent(const Origin& app);
   void WatchFolder();
   void Explain(const std::string& text);
   void OpenBrowser();
@@ -166,13 +165,12 @@ void RunServer::Runner::OnStarted(const JsonObject& started) {
 void RunServer::Runner::Open(const JsonObject& started) {
   started_ns_ = NowNs();
   const std::string secret = MakeSecret();
-  const Origins origins = ListenOnLoopback(app_server_, simulator_server_, options_.port);
-  const auto& [app, simulator] = origins;
+  const auto [app, simulator] = ListenOnLoopback(app_server_, simulator_server_, options_.port);
   addresses_ = {simulator.url() + "/#token=" + secret, app.url()};
   script_.emplace(started, PageAppJson(options_.app), options_.deadline, options_.check_script);
   app_site_.emplace(app, simulator, AppSite::Parts{contexts_, messages_, *script_},
                     StartPath(options_));
-  ServeContent(origins);
+  ServeContent(app);
   simulator_site_.emplace(simulator, app, secret, FindSimulatorFile, api_, hub_);
   AddMethods();
   AskProfile();
@@ -190,13 +188,12 @@ void RunServer::Runner::Open(const JsonObject& started) {
   OpenBrowser();
 }
 
-void RunServer::Runner::ServeContent(const Origins& origins) {
+void RunServer::Runner::ServeContent(const Origin& app) {
   if (!options_.dev_server.empty()) {
     dev_server_.emplace(
-        loop_, options_.dev_server, origins.app, origins.simulator,
-        DevServer::Listener{
-            [this](HttpResponse* response) { app_site_->AddHeaders(response); },
-            [this](const DevServer::Document& document) { NoteDocument(document); }});
+        loop_, options_.dev_server, app,
+        [this](HttpResponse* response) { app_site_->AddHeaders(response); },
+        [this](const std::string& text) { Explain(text); });
     return app_site_->set_content(
         [this](const std::shared_ptr<Exchange>& exchange) { dev_server_->Handle(exchange); });
   }
@@ -206,12 +203,6 @@ void RunServer::Runner::ServeContent(const Origins& origins) {
     app_site_->AddHeaders(&response);
     exchange->Respond(std::move(response));
   });
-}
-
-void RunServer::Runner::NoteDocument(const DevServer::Document& document) {
-  if (document.is_top) contexts_.ForgetScriptless();
-  if (document.problem.empty()) return;
-  contexts_.NoteScriptless(addresses_.app + document.path, document.is_top, document.problem);
 }
 
 void RunServer::Runner::WatchFolder() {

@@ -174,6 +174,12 @@ value LibraryProcessTest::WaitForOp(const std::string& op) {
   return WaitFor([&](const value& frame) { return OpOf(frame) == op; });
 }
 
+value LibraryProcessTest::WaitForHandling() {
+  return WaitFor([](const value& frame) {
+    return OpOf(frame) == "handling" && frame.get("what").to_str() != "load";
+  });
+}
+
 value LibraryProcessTest::WaitForEvent(const std::string& name, const Predicate& of_data) {
   return WaitFor([&](const value& frame) {
            return OpOf(frame) == "event" && frame.get("name").to_str() == name &&

@@ -63,6 +63,7 @@ class LibraryProcessTest : public testing::Test {
   // The next frame for which the predicate holds; those before it stay to be asked for.
   Value WaitFor(const Predicate& predicate);
   Value WaitForOp(const std::string& op);
+  Value WaitForHandling();  // of a request, as against an extension that is loaded
   // The event's data.
   Value WaitForEvent(const std::string& name, const Predicate& of_data = nullptr);
   // Texts of the log lines with that tag, until there are so many.

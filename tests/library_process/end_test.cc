@@ -38,7 +38,7 @@ TEST_F(EndTest, EndsWhenTheServerIsGone) {
 TEST_F(EndTest, EndsWhenTheServerIsGoneWhileAHandlerIsBusy) {
   Start();
   Post(7, "hang", kTester);
-  WaitForOp("handling");
+  WaitForHandling();
   const auto closed = steady_clock::now();
   CloseSocket();
   EXPECT_EQ(WaitForExit(), EXIT_FAILURE);
@@ -48,7 +48,7 @@ TEST_F(EndTest, EndsWhenTheServerIsGoneWhileAHandlerIsBusy) {
 TEST_F(EndTest, NamesTheMessageThatEndedIt) {
   Start();
   Post(9, "abort:now", kTester);
-  const value handling = WaitForOp("handling");
+  const value handling = WaitForHandling();
   EXPECT_EQ(handling.get("context").get<double>(), 9);
   EXPECT_EQ(handling.get("text").to_str(), "abort:now");
   EXPECT_EQ(WaitForExit(), 128 + SIGABRT);
@@ -57,7 +57,7 @@ TEST_F(EndTest, NamesTheMessageThatEndedIt) {
 TEST_F(EndTest, CrashesForATestThatAsksForIt) {
   Start();
   SendFrame(Json(R"({"op":"control","id":1,"method":"debug.crash","params":{"signal":11}})"));
-  EXPECT_EQ(WaitForOp("handling").get("name").to_str(), "debug.crash");
+  EXPECT_EQ(WaitForHandling().get("name").to_str(), "debug.crash");
   // A sanitizer may answer the signal in its own way, but the process ends.
   EXPECT_NE(WaitForExit(), 0);
 }

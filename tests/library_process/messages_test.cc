@@ -23,7 +23,7 @@ TEST_F(MessagesTest, AnswersASynchronousMessageWithItsTime) {
 
 TEST_F(MessagesTest, TellsEachMessageBeforeItIsHandled) {
   Sync(7, "hello", kTester);
-  const value handling = WaitForOp("handling");
+  const value handling = WaitForHandling();
   EXPECT_EQ(handling.get("what").to_str(), "sync");
   EXPECT_EQ(handling.get("context").get<double>(), 7);
   EXPECT_EQ(handling.get("name").to_str(), kTester);
@@ -32,7 +32,7 @@ TEST_F(MessagesTest, TellsEachMessageBeforeItIsHandled) {
 
 TEST_F(MessagesTest, TellsTheBeginningOfALongMessageOnly) {
   Sync(7, std::string(100000, 'x'), kTester);
-  EXPECT_EQ(WaitForOp("handling").get("text").to_str(), std::string(4096, 'x'));
+  EXPECT_EQ(WaitForHandling().get("text").to_str(), std::string(4096, 'x'));
 }
 
 TEST_F(MessagesTest, PostsWhatTheExtensionAnswersLater) {

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
+#include <csignal>
+
 #include "driver.h"
 
 namespace orvane::library_process {
@@ -75,6 +77,49 @@ TEST_F(SnapshotTest, KeepsTheScreenSaversOwnerAndTheMovedClock) {
   EXPECT_GT(saver.get("remainingMs").get<double>(), 200000);
 }
 
+TEST_F(SnapshotTest, KeepsTheWaitOfTheScreenSaver) {
+  Control("keys.press", R"({"name":"Left"})");
+  Control("clock.advance", R"({"ms":250000})");
+  WaitForSnapshotWith("screenSaver", R"("clockShiftMs":250000)");
+  KillAndStartAgain();
+  const value saver = State("screenSaver");
+  EXPECT_LE(saver.get("remainingMs").get<double>(), 50000);
+  EXPECT_EQ(saver.get("inputs").get<double>(), 1);
+  EXPECT_TRUE(Control("clock.advance", R"({"ms":50000})").get("on").get<bool>());
+}
+
+TEST_F(SnapshotTest, KeepsAScreenSaverThatIsOn) {
+  Control("clock.advance", R"({"ms":400000})");
+  WaitForSnapshotWith("screenSaver", R"("clockShiftMs":400000)");
+  KillAndStartAgain();
+  EXPECT_TRUE(State("screenSaver").get("on").get<bool>());
+  Control("keys.press", R"({"name":"Left"})");
+  EXPECT_FALSE(State("screenSaver").get("on").get<bool>());
+}
+
+TEST_F(SnapshotTest, KeepsHowOftenAFunctionFailed) {
+  Control("faults.set", R"({"function":"app_context_manager_init","code":-1})");
+  Orvane(7, "requestTvContextTask", R"({"target":0,"action":0})");
+  WaitForSnapshotWith("faults", R"("hits":1)");
+  KillAndStartAgain();
+  EXPECT_EQ(State("faults").get(0).get("hits").get<double>(), 1);
+}
+
+TEST_F(SnapshotTest, KeepsASettingInMemoryThatWasWrittenAMomentBeforeTheEnd) {
+  Control("keys.press", R"({"name":"Left"})");
+  WaitForSnapshot();
+  Control("settings.set", R"({"key":"memory/late","value":"here"})");
+  KillAndStartAgain();
+  EXPECT_EQ(Control("settings.get", R"({"key":"memory/late"})").get("value").to_str(), "here");
+}
+
+TEST_F(SnapshotTest, IsToldBeforeAMessageThatEndsTheProcess) {
+  Runtime("sync", "tizen://api/inputdevice/registerKey", "XF86Red");
+  Post(7, "abort", kTester);
+  WaitForSnapshotWith("keyGrabs", "XF86Red");
+  EXPECT_EQ(WaitForExit(), 128 + SIGABRT);
+}
+
 TEST_F(SnapshotTest, KeepsAnApplicationThatWasEnded) {
   Control("applications.terminate", R"({"id":"aBcDe01234.App"})");
   WaitForSnapshotWith("running", "[]");
@@ -94,7 +139,7 @@ TEST_F(SnapshotTest, StartsWithADamagedOneAndSaysWhatIsLost) {
   Kill();
   const value started = Start({}, Json(R"({"features":[1],"running":"x","focused":7,
       "keyGrabs":[{"app":1}],"windows":{"list":[{"app":"aBcDe01234.App","stackMode":"NONE",
-      "position":[1e300,0],"hints":{}}]},"memorySettings":[{}],"faults":[{"function":"x"}]})"));
+      "position":[1e300,0],"hints":{}}]},"screenSaver":{"sinceMs":-1},"faults":[{"function":"x"}]})"));
   EXPECT_EQ(started.get("op").to_str(), "started");
   EXPECT_GE(started.get("warnings").get<array>().size(), 6U);
   EXPECT_EQ(Orvane(7, "getVersion").get("result").to_str(), "3.9");

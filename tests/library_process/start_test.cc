@@ -51,6 +51,14 @@ TEST_F(StartTest, RefusesAnExtensionThatCannotBeLoaded) {
   EXPECT_THAT(failed.get("error").to_str(), HasSubstr("/no/such/lib.so"));
 }
 
+TEST_F(StartTest, TellsWhichExtensionItLoads) {
+  Start();
+  const value loading = WaitForOp("handling");
+  EXPECT_EQ(loading.get("what").to_str(), "load");
+  EXPECT_EQ(loading.get("name").to_str(), TESTER_EXTENSION);
+  WaitForOp("handled");
+}
+
 TEST_F(StartTest, RefusesASecondStart) {
   Start();
   EXPECT_THAT(Start().get("error").to_str(), HasSubstr("runs already"));

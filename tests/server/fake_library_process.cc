@@ -59,6 +59,7 @@ void HandleMessage(const JsonObject& frame) {
     while (true) pause();
   }
   if (command == "post") SendPosts(frame, static_cast<int>(message->Integer("count").value_or(0)));
+  if (frame.Raw("id").empty()) Send(R"({"op":"handled"})");
   Answer(frame, frame.Raw("text"));
 }
 

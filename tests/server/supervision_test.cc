@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
+#include <signal.h>
+
 #include <string>
 
 #include <gmock/gmock.h>
@@ -98,6 +100,23 @@ TEST_F(SupervisionTest, EndsALibraryThatStaysInAHandler) {
   EXPECT_THAT(CallUntil("process.get", R"("signal":9)"), HasSubstr("for more than 0.3 s"));
 }
 
+TEST_F(SupervisionTest, NamesTheLastMessageOfALibraryThatDiesWithNoneInHand) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(
+      R"({"type":"post","id":1,"extension":"test.ext","text":"{\"cmd\":\"tell\"}"})");
+  page.client.SendText(Message(2, "echo"));
+  ASSERT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("id":2)"));
+  const std::string answer = Call("process.get");
+  const std::string member = R"("pid":)";
+  const int pid = std::stoi(answer.substr(answer.find(member) + member.size()));
+  ASSERT_GT(pid, 1) << answer;
+  ASSERT_EQ(kill(pid, SIGKILL), 0);
+  EXPECT_THAT(CallUntil("process.get", R"("signal":9)"),
+              AllOf(HasSubstr(R"("handling":null)"),
+                    HasSubstr(R"(with no message in hand; the last one was sync test.ext)")));
+}
+
 TEST_F(SupervisionTest, EndsInTimeWhileTheLibraryHangs) {
   options().deadline = std::chrono::milliseconds(100);
   Start();
@@ -105,6 +124,19 @@ TEST_F(SupervisionTest, EndsInTimeWhileTheLibraryHangs) {
   const auto begin = std::chrono::steady_clock::now();
   StopServer();
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
+}
+
+TEST_F(SupervisionTest, EndsALibraryThatDoesNotStart) {
+  options().deadline = std::chrono::milliseconds(100);
+  options().patience = std::chrono::milliseconds(200);
+  options().library_command = {"/bin/sleep", "1000"};
+  RunServer server(options());
+  try {
+    server.Run();
+    ADD_FAILURE() << "it ran";
+  } catch (const RunError& error) {
+    EXPECT_THAT(error.what(), HasSubstr("it had not started after 0.3 s"));
+  }
 }
 
 TEST_F(SupervisionTest, SaysWhyALibraryCannotStart) {

@@ -13,8 +13,10 @@ function configProblems() {
   return (info.value?.app?.warnings ?? []).map(({ file, line, element, text }) => ({
     kind: 'config.xml',
     tone: 'warn',
-    title: element ? `<${element}>: ${text}` : text,
-    where: `${file ?? 'config.xml'}${line ? `:${line}` : ''}`,
+    title: text,
+    where: [`${file ?? 'config.xml'}${line ? `:${line}` : ''}`, element]
+      .filter(Boolean)
+      .join(' · '),
   }));
 }
 

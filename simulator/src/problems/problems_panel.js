@@ -18,10 +18,8 @@ export function ProblemsPanel() {
       (problem, index) =>
         html`<li key=${index} class="problem">
           <${Chip} tone=${problem.tone}>${problem.kind}<//>
-          <div class="problem-text">
-            <p>${problem.title}</p>
-            <p class="muted mono">${problem.where}</p>
-          </div>
+          <span class="problem-text">${problem.title}</span>
+          <span class="muted mono">${problem.where}</span>
         </li>`
     )}
   </ul>`;

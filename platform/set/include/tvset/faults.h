@@ -30,8 +30,9 @@ struct Fault {
 class TVSET_EXPORT FaultTable {
  public:
   // Replaces the function's earlier fault. Throws SetError for code 0, which would be success, and
-  // for a name that is in neither list below; the text then lists names that are near.
-  void Fail(const std::string& function, int code, FaultMode mode);
+  // for a name that is in neither list below; the text then lists names that are near. `hits` are
+  // those of an earlier process.
+  void Fail(const std::string& function, int code, FaultMode mode, uint64_t hits = 0);
   void Clear(const std::string& function);
   void ClearAll();
   std::vector<Fault> list() const;  // by name

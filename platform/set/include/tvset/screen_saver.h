@@ -48,6 +48,10 @@ class TVSET_EXPORT ScreenSaver {
   void ResetTimeout();           // by an application
   void NoteInput();              // by the viewer
 
+  // Goes on as the screen saver of an earlier process was: its owner, its time-out, its counts and
+  // its time without a reset or a key. Whether it is on follows from these.
+  void GoOn(const ScreenSaverState& earlier);
+
   // For tests; the wait starts afresh on it. A restart of the set goes back to the steady clock.
   void set_clock(std::shared_ptr<Clock> clock);
 

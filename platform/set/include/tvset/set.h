@@ -32,6 +32,9 @@ struct Options {
   // The name of a shipped profile ("uhd", "fhd") or the path of a model-config.xml. Empty:
   // $ORVANE_PROFILE, else "uhd".
   std::string profile;
+  // The set goes on in this process after the one that it ran in before has died: its settings
+  // under "memory/" stay.
+  bool goes_on = false;
 };
 
 // The simulated set of this process: its state, which the platform's C functions read and change.
@@ -43,9 +46,9 @@ class TVSET_EXPORT Set {
   // The running set; starts one with default options when none runs, so it may throw as Start does.
   static Set& Current();
   // Replaces the running one. Settings under "memory/" go, unless another live process runs a set
-  // on the folder. Throws SetError with a clear text for a profile that cannot be read and a folder
-  // that cannot be made; the set that ran before then runs on. It throws as well, and no set runs,
-  // when the folder's lock or its old settings are in the way.
+  // on the folder or the set goes on. Throws SetError with a clear text for a profile that cannot
+  // be read and a folder that cannot be made; the set that ran before then runs on. It throws as
+  // well, and no set runs, when the folder's lock or its old settings are in the way.
   static void Start(const Options& options);
   static void Stop();
   static bool running();
