@@ -13,6 +13,7 @@
 #include "cli/output.h"
 #include "cli/verbs.h"
 #include "page/script_syntax.h"
+#include "server/dev_server_address.h"
 #include "server/run_server.h"
 #include "tvset/paths.h"
 
@@ -67,7 +68,8 @@ server::RunOptions ServerOptions(const RunVerbOptions& given) {
   for (const std::string& path : given.extensions) {
     options.extensions.push_back(fs::absolute(path).string());
   }
-  options.dev_server = given.url;
+  options.dev_server =
+      given.url.empty() ? server::DevServerOfContent(options.app.content) : given.url;
   options.port = given.port;
   options.deadline =
       std::chrono::milliseconds(static_cast<int64_t>(std::ceil(given.deadline_seconds * 1000)));

@@ -3,7 +3,6 @@
 #include "server/content_policy.h"
 
 #include <algorithm>
-#include <array>
 #include <sstream>
 #include <vector>
 
@@ -20,27 +19,40 @@ struct Directive {
   Sources sources;
 };
 
-std::vector<Directive> ReadPolicy(std::string_view policy) {
-  std::vector<Directive> directives;
-  std::istringstream parts{std::string(policy)};
+using Policy = std::vector<Directive>;
+
+Policy ReadPolicy(const std::string& text) {
+  Policy policy;
+  std::istringstream parts(text);
   for (std::string part; std::getline(parts, part, ';');) {
     std::istringstream words(part);
     Directive directive;
     if (!(words >> directive.name)) continue;
     for (std::string source; words >> source;) directive.sources.push_back(source);
-    directives.push_back(std::move(directive));
+    policy.push_back(std::move(directive));
   }
-  return directives;
+  return policy;
+}
+
+// Each of them has to allow what a page does.
+std::vector<Policy> ReadPolicies(std::string_view header) {
+  std::vector<Policy> policies;
+  std::istringstream parts{std::string(header)};
+  for (std::string part; std::getline(parts, part, ',');) policies.push_back(ReadPolicy(part));
+  return policies;
+}
+
+const Directive* Find(const Policy& policy, std::string_view name) {
+  const auto found = std::find_if(policy.begin(), policy.end(), [name](const Directive& directive) {
+    return EqualsIgnoringCase(directive.name, name);
+  });
+  return found == policy.end() ? nullptr : &*found;
 }
 
 // The directive that decides about script elements; null: there is none.
-const Directive* ScriptDirective(const std::vector<Directive>& directives) {
-  constexpr std::array<std::string_view, 3> kNames{"script-src-elem", "script-src", "default-src"};
-  for (const std::string_view name : kNames) {
-    const auto found = std::find_if(
-        directives.begin(), directives.end(),
-        [name](const Directive& directive) { return EqualsIgnoringCase(directive.name, name); });
-    if (found != directives.end()) return &*found;
+const Directive* ScriptDirective(const Policy& policy) {
+  for (const char* const name : {"script-src-elem", "script-src", "default-src"}) {
+    if (const Directive* const directive = Find(policy, name)) return directive;
   }
   return nullptr;
 }
@@ -51,26 +63,63 @@ bool Has(const Sources& sources, std::string_view wanted) {
   });
 }
 
-bool Allows(const Sources& sources, std::string_view origin) {
+// Whether a list of sources names the origin, in one of the ways to do so.
+bool NamesOrigin(const Sources& sources, std::string_view origin) {
+  const std::string_view host = origin.substr(origin.find("//") + 2);
+  const std::string any_port(host.substr(0, host.rfind(':')));
+  for (const std::string& name :
+       {std::string("*"), std::string("http:"), std::string(origin), std::string(host),
+        any_port + ":*", "http://" + any_port + ":*"}) {
+    if (Has(sources, name)) return true;
+  }
+  return false;
+}
+
+bool AllowsScript(const Sources& sources, std::string_view origin) {
   // It makes a browser pass over everything that names an origin.
   if (Has(sources, "'strict-dynamic'")) return false;
-  const std::string_view host = origin.substr(origin.find("//") + 2);
-  const std::array<std::string_view, 5> own{"'self'", "*", "http:", origin, host};
-  return std::any_of(own.begin(), own.end(),
-                     [&sources](std::string_view source) { return Has(sources, source); });
+  return Has(sources, "'self'") || NamesOrigin(sources, origin);
+}
+
+constexpr char kNoScript[] =
+    "The page's Content-Security-Policy forbids the runtime's script, so the page has no "
+    "extensions: ";
+
+// A sandbox takes the origin from the document, or its scripts.
+std::string WhySandboxForbidsScript(const Policy& policy) {
+  const Directive* const sandbox = Find(policy, "sandbox");
+  if (sandbox == nullptr) return {};
+  for (const char* const needed : {"allow-scripts", "allow-same-origin"}) {
+    if (!Has(sandbox->sources, needed)) {
+      return std::string(kNoScript) + "add " + needed + " to sandbox while you develop.";
+    }
+  }
+  return {};
 }
 
 }  // namespace
 
-std::string WhyPolicyForbidsScript(std::string_view policy, std::string_view origin) {
-  const std::vector<Directive> directives = ReadPolicy(policy);
-  const Directive* const directive = ScriptDirective(directives);
-  if (directive == nullptr || Allows(directive->sources, origin)) return {};
-  const bool is_strict = Has(directive->sources, "'strict-dynamic'");
-  return "The page's Content-Security-Policy forbids the runtime's script, so the page has no "
-         "extensions: " +
-         std::string(is_strict ? "take 'strict-dynamic' out of " : "add 'self' to ") +
-         directive->name + " while you develop.";
+std::string WhyPolicyForbidsScript(std::string_view header, std::string_view origin) {
+  for (const Policy& policy : ReadPolicies(header)) {
+    std::string why = WhySandboxForbidsScript(policy);
+    if (!why.empty()) return why;
+    const Directive* const directive = ScriptDirective(policy);
+    if (directive == nullptr || AllowsScript(directive->sources, origin)) continue;
+    const bool is_strict = Has(directive->sources, "'strict-dynamic'");
+    return kNoScript + std::string(is_strict ? "take 'strict-dynamic' out of " : "add 'self' to ") +
+           directive->name + " while you develop.";
+  }
+  return {};
+}
+
+std::string WhyPolicyForbidsFrame(std::string_view header, std::string_view simulator) {
+  for (const Policy& policy : ReadPolicies(header)) {
+    const Directive* const directive = Find(policy, "frame-ancestors");
+    if (directive == nullptr || NamesOrigin(directive->sources, simulator)) continue;
+    return "The page's Content-Security-Policy forbids the television to show it: take "
+           "frame-ancestors out of it while you develop, or open the application's own address.";
+  }
+  return {};
 }
 
 }  // namespace orvane::server

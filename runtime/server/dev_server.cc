@@ -3,13 +3,15 @@
 #include "server/dev_server.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "server/app_folder.h"
 #include "server/content_policy.h"
 #include "server/html_injection.h"
 #include "server/media_types.h"
-#include "server/run_server.h"
 #include "server/tunnel.h"
 
 namespace orvane::server {
@@ -19,10 +21,15 @@ namespace {
 constexpr std::chrono::seconds kConnectTime{5};
 constexpr std::chrono::seconds kAnswerTime{120};  // a first bundling takes long
 constexpr uint64_t kMostDocumentBytes = uint64_t{64} << 20U;
+constexpr uint32_t kMostHeadBytes = 256U << 10U;
 
 bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
   return std::any_of(names.begin(), names.end(),
                      [name](std::string_view other) { return EqualsIgnoringCase(name, other); });
+}
+
+bool IsFrame(const HttpRequest& request) {
+  return IsOneOf(request.Header("Sec-Fetch-Dest"), {"iframe", "frame", "embed", "object"});
 }
 
 // `text` with `from` at its beginning replaced.
@@ -33,33 +40,15 @@ std::string WithPrefix(std::string_view text, const std::string& from, const std
 
 }  // namespace
 
-DevServer::DevServer(asio::io_context& loop, const std::string& url, Origin app,
-                     AddHeaders add_headers, Explain explain)
+DevServer::DevServer(asio::io_context& loop, const std::string& url, Origin app, Origin simulator,
+                     Listener listener)
     : loop_(loop) {
-  constexpr std::string_view kScheme = "http://";
-  const std::string host_port =
-      url.substr(0, kScheme.size()) == kScheme
-          ? url.substr(kScheme.size(), url.find('/', kScheme.size()) - kScheme.size())
-          : "";
-  const size_t bracket = host_port.find(']');
-  const size_t colon = host_port.find(':', bracket == std::string::npos ? 0 : bracket);
   Target target;
-  target.host = host_port.substr(0, colon);
-  target.port = colon == std::string::npos ? "80" : host_port.substr(colon + 1);
-  if (target.host.size() > 2 && target.host.front() == '[') {
-    target.host = target.host.substr(1, target.host.size() - 2);
-  }
-  const bool is_number =
-      !target.port.empty() && target.port.find_first_not_of("0123456789") == std::string::npos;
-  if (target.host.empty() || !is_number) {
-    throw RunError("--url " + url +
-                   ": give the development server as http://HOST:PORT, such as "
-                   "http://localhost:5173.");
-  }
-  target.origin.host = host_port;
+  target.address = ParseDevServerAddress(url);
+  target.origin.host = target.address.authority;
   target.app = std::move(app);
-  target.explain = std::move(explain);
-  target.add_headers = std::move(add_headers);
+  target.simulator = std::move(simulator);
+  target.listener = std::move(listener);
   target_ = std::make_shared<const Target>(std::move(target));
 }
 
@@ -76,8 +65,9 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
         request_(RequestText()) {}
 
   void Start() {
+    if (target_->address.host == "localhost") return ConnectHere();
     resolver_.async_resolve(
-        target_->host, target_->port,
+        target_->address.host, std::to_string(target_->address.port),
         [self = shared_from_this()](beast::error_code error,
                                     const tcp::resolver::results_type& results) {
           if (error) return self->Fail(error);
@@ -86,10 +76,18 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   }
 
  private:
-  void Connect(const tcp::resolver::results_type& results) {
+  // Not every machine's resolver knows this name.
+  void ConnectHere() {
+    const uint16_t port = target_->address.port;
+    Connect(std::vector<tcp::endpoint>{{asio::ip::address_v4::loopback(), port},
+                                       {asio::ip::address_v6::loopback(), port}});
+  }
+
+  template <typename Endpoints>
+  void Connect(const Endpoints& endpoints) {
     server_.expires_after(kConnectTime);
     server_.async_connect(
-        results, [self = shared_from_this()](beast::error_code error, const tcp::endpoint&) {
+        endpoints, [self = shared_from_this()](beast::error_code error, const tcp::endpoint&) {
           if (error) return self->Fail(error);
           beast::error_code ignored;
           self->server_.socket().set_option(tcp::no_delay(true), ignored);
@@ -108,9 +106,11 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   }
 
   void ReadHead() {
-    parser_.body_limit(kMostDocumentBytes);
-    if (exchange_->request().method == "HEAD") parser_.skip(true);
-    http::async_read_header(server_, buffer_, parser_,
+    parser_.emplace();
+    parser_->header_limit(kMostHeadBytes);
+    parser_->body_limit(kMostDocumentBytes);
+    if (exchange_->request().method == "HEAD") parser_->skip(true);
+    http::async_read_header(server_, buffer_, *parser_,
                             [self = shared_from_this()](beast::error_code error, size_t) {
                               if (error) return self->Fail(error);
                               self->OnHead();
@@ -118,14 +118,16 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   }
 
   void OnHead() {
-    const auto& head = parser_.get();
+    const auto& head = parser_->get();
+    if (head.result_int() < 200) return ReadHead();  // such as early hints: the answer follows
     const bool is_document = IsDocumentType(head[http::field::content_type].to_string()) &&
-                             head[http::field::content_encoding].empty() &&
-                             WantsDocument(exchange_->request());
-    if (!is_document || exchange_->request().method == "HEAD") {
+                             WantsDocument(exchange_->request()) &&
+                             exchange_->request().method != "HEAD";
+    if (is_document) TellDocument();
+    if (!is_document || IsCompressed()) {
       return Pass(PassedHead() + beast::buffers_to_string(buffer_.cdata()));
     }
-    http::async_read(server_, buffer_, parser_,
+    http::async_read(server_, buffer_, *parser_,
                      [self = shared_from_this()](beast::error_code error, size_t) {
                        if (error) return self->Fail(error);
                        self->SendDocument();
@@ -135,26 +137,48 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   void SendDocument() {
     HttpResponse response = Head();
     response.headers.emplace_back("Cache-Control", "no-store");
-    response.body = InjectPageScript(parser_.get().body());
-    ExplainPolicy();
+    response.body = InjectPageScript(parser_->get().body());
     exchange_->Respond(std::move(response));
   }
 
+  bool IsCompressed() const {
+    const auto encoding = parser_->get()[http::field::content_encoding].to_string();
+    return !encoding.empty() && !EqualsIgnoringCase(encoding, "identity");
+  }
+
+  void TellDocument() const {
+    const HttpRequest& request = exchange_->request();
+    const bool is_framed = IsFrame(request);
+    // Its own pages' frames name themselves; the television's is another site's.
+    const bool is_top = !is_framed || request.Header("Sec-Fetch-Site") != "same-origin";
+    target_->listener.on_document({request.target, is_top, WhyWithoutScript(is_framed && is_top)});
+  }
+
   // A page without the script says nothing itself.
-  void ExplainPolicy() const {
-    for (const auto& field : parser_.get()) {
-      if (!IsOneOf(field.name_string().to_string(), {"Content-Security-Policy"})) continue;
-      const std::string why = WhyPolicyForbidsScript(field.value().to_string(), target_->app.url());
-      if (!why.empty()) target_->explain(exchange_->request().path + ": " + why);
+  std::string WhyWithoutScript(bool is_in_television) const {
+    if (IsCompressed()) {
+      return "The development server compresses this page although it was asked not to, so the "
+             "runtime's script cannot be put into it: switch compression off there.";
     }
+    std::string why;
+    for (const auto& field : parser_->get()) {
+      if (!why.empty()) break;
+      if (!IsOneOf(field.name_string().to_string(), {"Content-Security-Policy"})) continue;
+      const std::string policy = field.value().to_string();
+      why = WhyPolicyForbidsScript(policy, target_->app.url());
+      if (is_in_television && why.empty()) {
+        why = WhyPolicyForbidsFrame(policy, target_->simulator.url());
+      }
+    }
+    return why;
   }
 
   // The answer without its body, as a browser gets it.
   HttpResponse Head() const {
-    const bool is_whole = WantsDocument(exchange_->request()) && parser_.is_done();
+    const bool is_whole = WantsDocument(exchange_->request()) && parser_->is_done();
     HttpResponse response;
-    response.status = static_cast<int>(parser_.get().result_int());
-    for (const auto& field : parser_.get()) {
+    response.status = static_cast<int>(parser_->get().result_int());
+    for (const auto& field : parser_->get()) {
       const std::string name(field.name_string());
       std::string value(field.value());
       if (IsOneOf(name, {"Connection", "Keep-Alive"})) continue;
@@ -172,14 +196,14 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
       }
       response.headers.emplace_back(name, std::move(value));
     }
-    target_->add_headers(&response);
+    target_->listener.add_headers(&response);
     return response;
   }
 
   std::string PassedHead() const {
     const HttpResponse response = Head();
     std::string head = "HTTP/1.1 " + std::to_string(response.status) + " " +
-                       parser_.get().reason().to_string() + "\r\n";
+                       parser_->get().reason().to_string() + "\r\n";
     for (const auto& [name, value] : response.headers) {
       head.append(name).append(": ").append(value).append("\r\n");
     }
@@ -226,7 +250,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
     HttpResponse response =
         TextResponse(502, "The development server " + target_->origin.url() + " does not answer (" +
                               error.message() + "). Start it, and load the page again.");
-    target_->add_headers(&response);
+    target_->listener.add_headers(&response);
     exchange_->Respond(std::move(response));
   }
 
@@ -237,7 +261,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   beast::tcp_stream server_;
   const std::string request_;
   beast::flat_buffer buffer_;
-  http::response_parser<http::string_body> parser_;
+  std::optional<http::response_parser<http::string_body>> parser_;
 };
 
 void DevServer::Handle(const std::shared_ptr<Exchange>& exchange) const {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "server/dev_server_address.h"
 #include "server/exchange.h"
 #include "server/net.h"
 #include "server/origin_check.h"
@@ -17,25 +18,31 @@ namespace orvane::server {
 // page's script; everything else passes as it is. The loop's thread only.
 class DevServer {
  public:
-  using AddHeaders = std::function<void(HttpResponse* response)>;
-  using Explain = std::function<void(const std::string& text)>;
+  // A document on its way to a browser.
+  struct Document {
+    std::string path;
+    bool is_top;          // as far as the request tells
+    std::string problem;  // why the runtime will not be in it; empty when it will
+  };
+  struct Listener {
+    std::function<void(HttpResponse* response)> add_headers;
+    std::function<void(const Document& document)> on_document;
+  };
 
-  // `url` is "http://HOST:PORT", with or without a path, which is not used here. Throws RunError
-  // for another form. `app` is where browsers see the application. `explain` hears of documents
-  // whose own policy keeps the page's script out. Borrows the loop.
-  DevServer(asio::io_context& loop, const std::string& url, Origin app, AddHeaders add_headers,
-            Explain explain);
+  // `url` as ParseDevServerAddress takes it; throws RunError as that does. `app` and `simulator`
+  // are where browsers see the application and the television. Borrows the loop.
+  DevServer(asio::io_context& loop, const std::string& url, Origin app, Origin simulator,
+            Listener listener);
 
   void Handle(const std::shared_ptr<Exchange>& exchange) const;
 
  private:
   struct Target {
-    std::string host;  // without brackets
-    std::string port;
+    DevServerAddress address;
     Origin origin;  // as the development server knows itself
     Origin app;
-    AddHeaders add_headers;
-    Explain explain;
+    Origin simulator;
+    Listener listener;
   };
   class Run;
 

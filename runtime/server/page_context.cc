@@ -14,8 +14,6 @@ namespace orvane::server {
 
 namespace {
 
-constexpr size_t kMostKept = 65536;
-constexpr size_t kMostKeptBytes = size_t{64} << 20U;
 constexpr uint16_t kGoingAway = 1001;
 // Of an address or a title: every simulator is sent them again and again.
 constexpr size_t kMostTextBytes = 2048;
@@ -26,10 +24,12 @@ std::string BoundedText(const std::string& text) {
 
 }  // namespace
 
-PageContext::PageContext(asio::io_context& loop, int64_t id, Owner owner, const Times& times)
+PageContext::PageContext(asio::io_context& loop, int64_t id, Owner owner, const Limits& limits,
+                         const Times& times)
     : id_(id),
       secret_(MakeSecret()),
       owner_(std::move(owner)),
+      limits_(limits),
       times_(times),
       opened_ns_(NowNs()),
       timer_(loop) {
@@ -62,7 +62,8 @@ void PageContext::Deliver(std::string_view members) {
   text->append(",").append(members).append("}");
   kept_bytes_ += text->size();
   kept_.push_back({last_seq_, text});
-  if (kept_.size() > kMostKept || (kept_.size() > 1 && kept_bytes_ > kMostKeptBytes)) {
+  if (kept_.size() > limits_.kept_frames ||
+      (kept_.size() > 1 && kept_bytes_ > limits_.kept_bytes)) {
     return GiveUp();
   }
   // A copy of the pointer: a socket that fails while it is written to lets go of this context.

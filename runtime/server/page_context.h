@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "server/json_object.h"
+#include "server/limits.h"
 #include "server/net.h"
 #include "server/socket.h"
 
@@ -31,13 +32,15 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
     std::chrono::milliseconds grace{5000};           // without a socket
   };
 
-  PageContext(asio::io_context& loop, int64_t id, Owner owner, const Times& times);
+  PageContext(asio::io_context& loop, int64_t id, Owner owner, const Limits& limits,
+              const Times& times);
   ~PageContext() override;
   PageContext(const PageContext&) = delete;
   PageContext& operator=(const PageContext&) = delete;
 
   int64_t id() const { return id_; }
   const std::string& secret() const { return secret_; }
+  int64_t opened_ns() const { return opened_ns_; }
 
   void Attach(std::shared_ptr<Socket> socket, int64_t last_received);
   // Something came from the page another way than by its socket.
@@ -75,6 +78,7 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   const int64_t id_;
   const std::string secret_;
   const Owner owner_;
+  const Limits limits_;
   const Times times_;
   const int64_t opened_ns_;
   asio::steady_timer timer_;

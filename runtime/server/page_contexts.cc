@@ -2,29 +2,40 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/page_contexts.h"
 
+#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "server/json_writer.h"
 #include "server/secret.h"
+#include "server/wall_clock.h"
 
 namespace orvane::server {
 
+namespace {
+
+constexpr size_t kMostScriptless = 32;
+
+}  // namespace
+
 PageContexts::PageContexts(asio::io_context& loop, Library& library, EventHub& hub,
                            const Limits& limits, const PageContext::Times& times)
-    : loop_(loop),
-      library_(library),
-      hub_(hub),
-      most_contexts_(limits.contexts),
-      most_queued_bytes_(limits.library_bytes),
-      times_(times) {}
+    : loop_(loop), library_(library), hub_(hub), limits_(limits), times_(times) {}
 
 std::shared_ptr<PageContext> PageContexts::Open(const std::string& href) {
-  if (contexts_.size() >= most_contexts_) return nullptr;
+  if (contexts_.size() >= limits_.contexts) {
+    NoteScriptless(href, true,
+                   "The page has no extensions, because " + std::to_string(limits_.contexts) +
+                       " pages and frames of the application are open already: close some, and "
+                       "load it again.");
+    return nullptr;
+  }
   PageContext::Owner owner{
       [this](PageContext& context, std::string_view text) { on_message_(context, text); },
       [this](PageContext& context) { Close(context); },
-      [this] { return library_.queued_bytes() < most_queued_bytes_; }};
-  auto context = std::make_shared<PageContext>(loop_, ++last_id_, std::move(owner), times_);
+      [this] { return library_.queued_bytes() < limits_.library_bytes; }};
+  auto context =
+      std::make_shared<PageContext>(loop_, ++last_id_, std::move(owner), limits_, times_);
   context->set_href(href);
   context->Touch();
   NoteFocus(*context);
@@ -81,8 +92,32 @@ void PageContexts::ForgetInstances() {
   TellChange();
 }
 
+void PageContexts::NoteScriptless(const std::string& href, bool is_top,
+                                  const std::string& problem) {
+  if (scriptless_.size() == kMostScriptless) scriptless_.clear();
+  const int64_t now = NowNs();
+  JsonWriter json;
+  json.Number("context", ++last_id_).Text("href", href).Text("title", "").Flag("top", is_top);
+  json.Flag("visible", true).Flag("focused", false).Flag("editing", false).Flag("isolated", false);
+  json.Number("opened_ns", now).Raw("instances", "[]");
+  json.Text("runtime", "noScript").Text("problem", problem);
+  scriptless_[href] = {now, json.Take()};
+  TellChange();
+}
+
+void PageContexts::ForgetScriptlessBefore(int64_t opened_ns) {
+  const size_t before = scriptless_.size();
+  for (auto entry = scriptless_.begin(); entry != scriptless_.end();) {
+    entry = entry->second.opened_ns < opened_ns ? scriptless_.erase(entry) : std::next(entry);
+  }
+  if (scriptless_.size() != before) TellChange();
+}
+
 std::string PageContexts::Json() const {
-  return JsonArray(contexts_, [](const auto& entry) { return entry.second->Json(); });
+  std::vector<std::string> pages;
+  for (const auto& [id, context] : contexts_) pages.push_back(context->Json());
+  for (const auto& [href, page] : scriptless_) pages.push_back(page.json);
+  return JsonArray(pages, [](const std::string& page) { return page; });
 }
 
 void PageContexts::TellChange() { hub_.Publish("pages", Json()); }

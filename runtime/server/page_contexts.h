@@ -34,6 +34,13 @@ class PageContexts {
   std::shared_ptr<PageContext> Find(int64_t id) const;
   void Close(PageContext& context);
 
+  // A document that a browser was sent and in which the runtime's script cannot run, with the
+  // reason. Nobody tells when it goes: it is listed until another document takes its place.
+  void NoteScriptless(const std::string& href, bool is_top, const std::string& problem);
+  // The browser loads another top document, or has loaded the context's.
+  void ForgetScriptless() { ForgetScriptlessBefore(INT64_MAX); }
+  void ForgetScriptlessBefore(int64_t opened_ns);
+
   // Where keys and text go: the top document that had the focus last, or was loaded last.
   std::shared_ptr<PageContext> Foremost() const;
   void NoteFocus(PageContext& context) { context.set_focus_order(++last_order_); }
@@ -48,14 +55,19 @@ class PageContexts {
   void TellChange();  // of anything that Json() has
 
  private:
+  struct Scriptless {
+    int64_t opened_ns;
+    std::string json;
+  };
+
   asio::io_context& loop_;
   Library& library_;
   EventHub& hub_;
-  const size_t most_contexts_;
-  const size_t most_queued_bytes_;
+  const Limits limits_;
   const PageContext::Times times_;
   MessageReceiver on_message_;
   std::map<int64_t, std::shared_ptr<PageContext>> contexts_;
+  std::map<std::string, Scriptless> scriptless_;  // by address
   int64_t last_id_ = 0;
   int64_t last_order_ = 0;
 };

@@ -212,6 +212,7 @@ void PageMessages::HandleReport(PageContext& context, std::string_view type,
     const bool had_focus = context.is_focused();
     context.SetState(message);
     if (context.is_focused() && !had_focus) contexts_.NoteFocus(context);
+    if (context.is_top()) contexts_.ForgetScriptlessBefore(context.opened_ns());
     return contexts_.TellChange();
   }
   if (type == R"("console")" && !text.empty() && !message.RawText("level").empty()) {

@@ -113,7 +113,8 @@ class RunServer::Runner final : public LibraryListener {
 
  private:
   void Open(const JsonObject& started);
-  void ServeContent(const Origin& app);
+  void ServeContent(const Origins& origins);
+  void NoteDocument(const DevServer::Document& document);
   void WatchFolder();
   void Explain(const std::string& text);
   void OpenBrowser();
@@ -165,12 +166,13 @@ void RunServer::Runner::OnStarted(const JsonObject& started) {
 void RunServer::Runner::Open(const JsonObject& started) {
   started_ns_ = NowNs();
   const std::string secret = MakeSecret();
-  const auto [app, simulator] = ListenOnLoopback(app_server_, simulator_server_, options_.port);
+  const Origins origins = ListenOnLoopback(app_server_, simulator_server_, options_.port);
+  const auto& [app, simulator] = origins;
   addresses_ = {simulator.url() + "/#token=" + secret, app.url()};
   script_.emplace(started, PageAppJson(options_.app), options_.deadline, options_.check_script);
   app_site_.emplace(app, simulator, AppSite::Parts{contexts_, messages_, *script_},
                     StartPath(options_));
-  ServeContent(app);
+  ServeContent(origins);
   simulator_site_.emplace(simulator, app, secret, FindSimulatorFile, api_, hub_);
   AddMethods();
   AskProfile();
@@ -188,12 +190,13 @@ void RunServer::Runner::Open(const JsonObject& started) {
   OpenBrowser();
 }
 
-void RunServer::Runner::ServeContent(const Origin& app) {
+void RunServer::Runner::ServeContent(const Origins& origins) {
   if (!options_.dev_server.empty()) {
     dev_server_.emplace(
-        loop_, options_.dev_server, app,
-        [this](HttpResponse* response) { app_site_->AddHeaders(response); },
-        [this](const std::string& text) { Explain(text); });
+        loop_, options_.dev_server, origins.app, origins.simulator,
+        DevServer::Listener{
+            [this](HttpResponse* response) { app_site_->AddHeaders(response); },
+            [this](const DevServer::Document& document) { NoteDocument(document); }});
     return app_site_->set_content(
         [this](const std::shared_ptr<Exchange>& exchange) { dev_server_->Handle(exchange); });
   }
@@ -203,6 +206,12 @@ void RunServer::Runner::ServeContent(const Origin& app) {
     app_site_->AddHeaders(&response);
     exchange->Respond(std::move(response));
   });
+}
+
+void RunServer::Runner::NoteDocument(const DevServer::Document& document) {
+  if (document.is_top) contexts_.ForgetScriptless();
+  if (document.problem.empty()) return;
+  contexts_.NoteScriptless(addresses_.app + document.path, document.is_top, document.problem);
 }
 
 void RunServer::Runner::WatchFolder() {

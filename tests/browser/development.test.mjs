@@ -119,15 +119,42 @@ test('a saved file reloads the page', async () => {
   await page.waitForFunction(() => document.title === 'Saved');
 });
 
-test('a policy that keeps the runtime out is explained', async () => {
+test('a page whose policy keeps the runtime out is listed with the reason', async () => {
   const policy = "default-src 'self'; script-src 'nonce-own'";
   const address = await startDevServer({ 'Content-Security-Policy': policy });
   const run = await scene.run('examples/tour', { args: ['--url', address] });
   const page = await scene.open(run.appUrl);
   assert.equal(await page.evaluate(() => typeof window.dravelt), 'undefined');
-  const explained = await until(async () => {
-    const all = await run.call('explain.list');
-    return all.find(({ text }) => text.includes('Content-Security-Policy'));
-  }, 'the explanation');
-  assert.match(explained.text, /add 'self' to script-src while you develop/);
+  const [listed, ...others] = await run.call('pages.list');
+  assert.equal(listed.runtime, 'noScript');
+  assert.equal(listed.href, new URL('/', run.appUrl).href);
+  assert.match(listed.problem, /add 'self' to script-src while you develop/);
+  assert.deepEqual(others, []);
+});
+
+test('the simulator says that a page of a dev server must not be framed', async () => {
+  const policy = "frame-ancestors 'none'";
+  const address = await startDevServer({ 'Content-Security-Policy': policy });
+  const run = await scene.run('examples/tour', { args: ['--url', address] });
+  const simulator = await scene.open(run.url);
+  await simulator.getByText('forbids the television to show it').first().waitFor();
+});
+
+test('content at an address of this machine is served from there', async () => {
+  const folder = mkdtempSync(path.join(tmpdir(), 'orvane-content-'));
+  scene.onEnd(() => rmSync(folder, { recursive: true, force: true }));
+  cpSync(path.join(repository, 'tests/browser/apps/frames'), folder, { recursive: true });
+  const file = path.join(folder, 'config.xml');
+  const setContent = (source) =>
+    writeFileSync(
+      file,
+      readFileSync(file, 'utf8').replace(/content src="[^"]*"/, `content src="${source}"`)
+    );
+  setContent(await startDevServer());
+  const run = await scene.run(folder);
+  const page = await scene.open(run.appUrl);
+  assert.equal(await page.evaluate(() => window.own), '3.9');
+
+  setContent('https://tv.example/app');
+  await assert.rejects(scene.run(folder), /content is https:\/\/tv\.example\/app.*--url/);
 });

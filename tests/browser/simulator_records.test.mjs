@@ -284,7 +284,7 @@ test('the console of the pages is shown by level', async () => {
 
 test('problems of config.xml and refusals are listed with their causes', async () => {
   const simulator = await openSimulator(scene, { preferences: { tab: 'problems' } });
-  await simulator.shows('.problem', 'config.xml:9 · tizen:privilege');
+  await simulator.shows('.problem', /<tizen:privilege>: the name has a blank[^]*config\.xml:9/);
   const text = 'setAuxHint was refused: the privilege is missing; add it to config.xml';
   simulator.server('dev.tell', { name: 'explain', data: { text, context: 1, time_ns: nowNs() } });
   await simulator.shows('.problem', text);

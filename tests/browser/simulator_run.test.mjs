@@ -82,7 +82,8 @@ test('text is typed with the on-screen keyboard, where the application put it', 
   await press(page, 'XF86Yellow');
   const ime = page.locator('.ime');
   await ime.waitFor();
-  await shows(page, '.ime-place', 'bottom centre');
+  await shows(page, '.ime-caption', 'bottom centre');
+  assert.equal(await ime.getByRole('status').count(), 0);
   for (const letter of 'smal') {
     await ime.getByText(letter, { exact: true }).click();
   }
@@ -208,7 +209,7 @@ test('two tabs of the application have an instance each', async () => {
 
 test("what is wrong with an application's config.xml is listed", async () => {
   const { page } = await openRun('examples/bad-citizen', { tab: 'problems' });
-  await shows(page, '.problem', 'tizen:privilige');
+  await shows(page, '.problem', /<tizen:privilige>: nothing reads[^]*config\.xml:10/);
 });
 
 test('a refusal is explained where it happens', async () => {

@@ -128,6 +128,16 @@ test('the keyboard is where setIMEPosition put it, at both resolutions', async (
   assert.ok(Math.abs((await placeOf(simulator.page, '.ime')).top - 200) <= 2);
 });
 
+test('a keyboard that was shown by hand says so when its text goes nowhere', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
+  await simulator.shows('.ime-caption', 'No field of the page has the focus');
+  const [page] = simulator.server('pages.list');
+  simulator.server('dev.tell', { name: 'pages', data: [{ ...page, editing: true }] });
+  await simulator.page.locator('.ime [role=status]').waitFor({ state: 'detached' });
+  await simulator.shows('.ime-caption', 'no position given');
+});
+
 test('the keyboard comes with a field that is edited, and types into it', async () => {
   const simulator = await openSimulator(scene);
   simulator.server('dev.part', { name: 'inputMethod', value: keyboard });

@@ -117,6 +117,22 @@ test('a function is made to fail and to work again', async () => {
   assert.deepEqual(await simulator.waitForCall('faults.clear'), { function: 'vconf_set_str' });
 });
 
+test('what can be made to fail is listed, found by a part of its name, and chosen', async () => {
+  const simulator = await openSimulator(scene);
+  const faults = section(simulator, 'faults');
+  const list = faults.getByLabel('What can be made to fail');
+  assert.equal(await list.locator('option').count(), 5);
+  await faults.getByLabel('Function to fail').fill('prc');
+  assert.deepEqual(await list.locator('option').allInnerTexts(), ['prctl']);
+  await list.selectOption('prctl');
+  await faults.getByText('Let it fail').click();
+  await faults.locator('.fault', { hasText: 'prctl' }).waitFor();
+  assert.deepEqual(simulator.called('faults.set'), [
+    { function: 'prctl', code: -1, mode: 'always' },
+  ]);
+  assert.equal(await list.locator('option').count(), 5);
+});
+
 test('what the server refuses is said as it says it', async () => {
   const simulator = await openSimulator(scene);
   simulator.mock.methods['faults.set'] = () => {

@@ -146,16 +146,70 @@ test('with Tab alone every area is reached, and what has the focus is seen', asy
   assert.deepEqual(unseen, []);
 });
 
+/** What a panel has when it is filled. */
+const contents = {
+  log: '.log-row',
+  messages: '.message-row',
+  profiling: '.timeline-rows li',
+  resources: '.figure canvas',
+  console: '.console-row',
+  problems: '.problem',
+};
+
 for (const colorScheme of ['light', 'dark']) {
-  for (const tab of ['log', 'messages', 'profiling', 'console', 'problems']) {
+  for (const tab of ['log', 'messages', 'profiling', 'resources', 'console', 'problems']) {
     test(`nothing hinders anybody in the ${tab} panel (${colorScheme})`, async () => {
       const simulator = await openSimulator(scene, { colorScheme, preferences: { tab } });
       fill(simulator);
       await simulator.page.locator('.press').first().waitFor();
+      await simulator.page.locator(contents[tab]).first().waitFor();
       assert.deepEqual(await hindrances(simulator.page), []);
     });
   }
 }
+
+for (const colorScheme of ['light', 'dark']) {
+  test(`nothing hinders anybody in what is opened (${colorScheme})`, async () => {
+    const simulator = await openSimulator(scene, { colorScheme });
+    const { page } = simulator;
+    fill(simulator);
+    await page.click('.all-keys summary');
+    await page.locator('.key-list .key').first().waitFor();
+    await page.locator('.application summary').first().click();
+    await page.locator('.log-row').first().click();
+    assert.deepEqual(await hindrances(page), []);
+    await simulator.tab('messages');
+    await page.locator('.message-row').first().click();
+    await page.locator('.message-details').waitFor();
+    assert.deepEqual(await hindrances(page), []);
+  });
+}
+
+test('the page fits its window, and stays where it is when a part is looked for', async () => {
+  const { page } = await openSimulator(scene, { viewport: { width: 1366, height: 768 } });
+  const moved = () =>
+    page.evaluate(() => [
+      document.documentElement.scrollTop,
+      document.querySelector('.app').scrollTop,
+    ]);
+  for (const selector of ['.splitter-x', '.set-section:last-child button', '.key-history']) {
+    await page
+      .locator(selector)
+      .last()
+      .evaluate((element) => element.scrollIntoView());
+  }
+  assert.deepEqual(await moved(), [0, 0]);
+});
+
+test('in a narrow window everything is reached by scrolling sideways', async () => {
+  const { page } = await openSimulator(scene, { viewport: { width: 800, height: 600 } });
+  const theme = page.locator('[aria-label=Theme] [aria-label=Dark]');
+  await page.mouse.move(400, 300);
+  await page.mouse.wheel(600, 0);
+  await page.waitForFunction(() => window.scrollX > 0);
+  const box = await theme.boundingBox();
+  assert.ok(box.x + box.width <= 800, `${box.x}`);
+});
 
 test('nothing hinders anybody in what lies over the page', async () => {
   const simulator = await openSimulator(scene);

@@ -38,5 +38,32 @@ TEST(ContentPolicyTest, KnowsThatStrictDynamicOutweighsSelf) {
               HasSubstr("take 'strict-dynamic' out of script-src"));
 }
 
+TEST(ContentPolicyTest, KnowsOriginsWithAnyPort) {
+  EXPECT_EQ(Why("script-src 127.0.0.1:*"), "");
+  EXPECT_EQ(Why("script-src http://127.0.0.1:*"), "");
+}
+
+TEST(ContentPolicyTest, LooksAtEachOfSeveralPolicies) {
+  EXPECT_THAT(Why("script-src 'self', default-src 'none'"), HasSubstr("default-src"));
+  EXPECT_EQ(Why("script-src 'self', default-src *"), "");
+}
+
+TEST(ContentPolicyTest, KnowsWhatASandboxTakesAway) {
+  EXPECT_THAT(Why("sandbox"), HasSubstr("add allow-scripts to sandbox"));
+  EXPECT_THAT(Why("sandbox allow-scripts"), HasSubstr("add allow-same-origin to sandbox"));
+  EXPECT_EQ(Why("sandbox allow-scripts allow-same-origin"), "");
+}
+
+TEST(ContentPolicyTest, KnowsWhetherTheSimulatorMayShowThePage) {
+  const auto why = [](std::string_view policy) {
+    return WhyPolicyForbidsFrame(policy, "http://localhost:8631");
+  };
+  EXPECT_EQ(why("default-src 'none'"), "");
+  EXPECT_EQ(why("frame-ancestors http://localhost:*"), "");
+  EXPECT_EQ(why("frame-ancestors *"), "");
+  EXPECT_THAT(why("frame-ancestors 'none'"), HasSubstr("frame-ancestors"));
+  EXPECT_THAT(why("frame-ancestors 'self' https://localhost:8631"), HasSubstr("frame-ancestors"));
+}
+
 }  // namespace
 }  // namespace orvane::server

@@ -96,6 +96,17 @@ RawResponse RawClient::Request(const std::string& method, const std::string& tar
   return Receive();
 }
 
+bool RawClient::ReceivesBytes(const std::string& bytes) {
+  if (!Need(bytes.size()) || buffer_.compare(0, bytes.size(), bytes) != 0) return false;
+  buffer_.erase(0, bytes.size());
+  return true;
+}
+
+bool RawClient::Echoes(const std::string& bytes) {
+  Send(bytes);
+  return ReceivesBytes(bytes);
+}
+
 int RawClient::Upgrade(const std::string& target, const Headers& headers) {
   Headers all = headers;
   all.insert(all.end(), {{"Connection", "Upgrade"},

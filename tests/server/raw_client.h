@@ -34,6 +34,11 @@ class RawClient {
   RawResponse Request(const std::string& method, const std::string& target, const Headers& headers,
                       const std::string& body = "");
 
+  // Whether these bytes come next, and nothing else before them.
+  bool ReceivesBytes(const std::string& bytes);
+  // Sends bytes and waits for the same to come back.
+  bool Echoes(const std::string& bytes);
+
   // Asks for a WebSocket; the status is 101 when there is one.
   int Upgrade(const std::string& target, const Headers& headers);
   void SendText(const std::string& text);

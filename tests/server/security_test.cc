@@ -209,6 +209,7 @@ TEST_F(SecurityTest, BoundsConnectionsAndContexts) {
   EXPECT_EQ(Get("/.orvane/page.js", own).status, 200);
   EXPECT_EQ(Get("/.orvane/page.js", own).status, 200);
   EXPECT_EQ(Get("/.orvane/page.js", own).status, 503);
+  EXPECT_THAT(Call("pages.list"), HasSubstr("because 2 pages and frames"));
   std::vector<RawClient> clients;
   for (int i = 0; i < 4; ++i) {
     clients.emplace_back(app_port());

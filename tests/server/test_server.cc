@@ -58,6 +58,7 @@ void ServerTest::StopServer() {
   if (!thread_.joinable()) return;
   server_->Stop();
   thread_.join();
+  server_.reset();
 }
 
 void ServerTest::WriteFile(const std::string& path, const std::string& text) const {

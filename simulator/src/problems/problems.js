@@ -13,10 +13,8 @@ function configProblems() {
   return (info.value?.app?.warnings ?? []).map(({ file, line, element, text }) => ({
     kind: 'config.xml',
     tone: 'warn',
-    title: text,
-    where: [`${file ?? 'config.xml'}${line ? `:${line}` : ''}`, element]
-      .filter(Boolean)
-      .join(' · '),
+    title: element ? `<${element}>: ${text}` : text,
+    where: `${file ?? 'config.xml'}${line ? `:${line}` : ''}`,
   }));
 }
 

@@ -18,8 +18,10 @@ export function ProblemsPanel() {
       (problem, index) =>
         html`<li key=${index} class="problem">
           <${Chip} tone=${problem.tone}>${problem.kind}<//>
-          <span class="problem-text">${problem.title}</span>
-          <span class="muted mono">${problem.where}</span>
+          <div class="problem-text">
+            <p>${problem.title}</p>
+            <p class="muted mono">${problem.where}</p>
+          </div>
         </li>`
     )}
   </ul>`;

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every key that the set knows, by group, with a filter.
 
-import { html, useState } from '../view.js';
+import { html, useLayoutEffect, useRef, useState } from '../view.js';
 import { set } from '../state/set.js';
 import { SearchField } from '../ui/controls.js';
 import { describeKey, groupKeys } from './key_table.js';
@@ -22,7 +22,7 @@ function Groups() {
     ${groupKeys(keys).map(
       ({ title, keys: inGroup }) =>
         html`<section key=${title}>
-          <h4>${title}</h4>
+          <h3>${title}</h3>
           <div class="key-list">
             ${inGroup.map((each) => html`<${KeyButton} key=${each.name} name=${each.name} />`)}
           </div>
@@ -32,7 +32,17 @@ function Groups() {
 
 export function AllKeys() {
   const [open, setOpen] = useState(false);
-  return html`<details class="all-keys" onToggle=${(event) => setOpen(event.target.open)}>
+  const details = useRef(null);
+  useLayoutEffect(() => {
+    if (open) {
+      details.current.scrollIntoView({ block: 'start' }); // it opens below the edge otherwise
+    }
+  }, [open]);
+  return html`<details
+    class="all-keys"
+    ref=${details}
+    onToggle=${(event) => setOpen(event.target.open)}
+  >
     <summary>All ${set.keys.value.length} keys</summary>
     ${open && html`<${Groups} />`}
   </details>`;

@@ -80,6 +80,14 @@ function placeText({ positioned, x, y, align }) {
   return positioned ? `${x}, ${y} · ${alignNames[align]}` : 'no position given';
 }
 
+/** Where it is, and where the text goes when that is nowhere. */
+function Caption({ inputMethod, editing }) {
+  return html`<p class="ime-caption">
+    <${Icon} name="keyboard" size=${26} /> ${placeText(inputMethod)}
+    ${!editing && html`<strong role="status">No field of the page has the focus</strong>`}
+  </p>`;
+}
+
 export function OnScreenKeyboard() {
   const element = useRef(null);
   const [page, setPage] = useState('lower');
@@ -104,7 +112,7 @@ export function OnScreenKeyboard() {
     onKeyDown=${(event) => moveFocus(event, element.current)}
     onMouseDown=${(event) => event.preventDefault() /* the field keeps its focus */}
   >
-    <p class="ime-place"><${Icon} name="keyboard" size=${26} /> ${placeText(inputMethod)}</p>
+    <${Caption} inputMethod=${inputMethod} editing=${editing} />
     ${words && html`<${Words} />`}
     ${keyboardRows(page).map(
       (row) =>

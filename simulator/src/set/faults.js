@@ -26,34 +26,58 @@ function Fault({ fault }) {
   </li>`;
 }
 
+/** Everything that can be made to fail, as far as its name has `text` in it; one can be chosen. */
+function Functions({ text, chosen, onChoose }) {
+  const groups = [
+    ['Functions of the platform', set.functions.value ?? []],
+    ['Files and other accesses', set.accesses.value ?? []],
+  ].map(([title, names]) => [title, names.filter((name) => name.includes(text.trim()))]);
+  return html`<select
+    class="mono fault-names"
+    size="7"
+    aria-label="What can be made to fail"
+    value=${chosen}
+    onChange=${(event) => onChoose(event.target.value)}
+  >
+    ${groups.map(
+      ([title, names]) =>
+        names.length > 0 &&
+        html`<optgroup key=${title} label=${title}>
+          ${names.map((name) => html`<option key=${name} value=${name}>${name}</option>`)}
+        </optgroup>`
+    )}
+  </select>`;
+}
+
 function NewFault() {
   const [name, setName] = useState('');
+  const [filter, setFilter] = useState('');
   const [code, setCode] = useState('-1');
   const [mode, setMode] = useState('always');
-  const names = [...(set.functions.value ?? []), ...(set.accesses.value ?? [])];
   const add = async (event) => {
     event.preventDefault();
     const wanted = { function: name.trim(), code: Number(code), mode };
     if ((await ask('faults.set', wanted)) !== undefined) {
       setName('');
+      setFilter('');
     }
   };
   return html`<form class="fault-new" onSubmit=${add}>
     <input
       type="text"
       class="mono"
-      list="fault-names"
       aria-label="Function to fail"
-      placeholder="function or access"
+      placeholder="name, or choose one below"
       required
       spellcheck=${false}
       autocomplete="off"
       value=${name}
-      onInput=${(event) => setName(event.target.value)}
+      onInput=${(event) => {
+        setName(event.target.value);
+        setFilter(event.target.value);
+      }}
     />
-    <datalist id="fault-names">
-      ${names.map((each) => html`<option key=${each} value=${each}></option>`)}
-    </datalist>
+    <${Functions} text=${filter} chosen=${name} onChoose=${setName} />
     <span class="button-row">
       <label class="inline-label"
         >Code

@@ -36,7 +36,7 @@ function ValueField({ label, value, onCommit }) {
 function Entry({ entry, onSet, onRemove }) {
   const label = `Value of ${entry.key}`;
   return html`<li class="edit-entry">
-    <span class="edit-key mono" title=${entry.key}>${entry.key}</span>
+    <span class="edit-key mono">${entry.key}</span>
     <span class="edit-value">
       ${
         entry.type === 'bool'
