@@ -40,6 +40,47 @@ TEST_F(PageContextTest, SendsWhatAPageMissedAfterAShortLoss) {
   for (int seq = 3; seq <= 5; ++seq) EXPECT_EQ(page.client.ReceiveText(), Posted(seq));
 }
 
+TEST_F(PageContextTest, SendsAPageAwayThatMissedMoreThanIsKept) {
+  options().limits.kept_frames = 10;
+  Start();
+  TestPage page = ConnectPage();
+  page.client.Drop();
+  Sync(page, Message(1, "post", R"(,"count":10)"));
+  Connect(page, 0);
+  EXPECT_EQ(page.client.ReceiveText(), R"({"type":"hello","received":1})");
+  for (int seq = 1; seq <= 10; ++seq) EXPECT_EQ(page.client.ReceiveText(), Posted(seq));
+  page.client.Drop();
+  Sync(page, Message(2, "post", R"(,"count":1)"));
+  Connect(page, 0);
+  EXPECT_EQ(page.client.ReceiveText(), R"({"type":"gone"})");
+}
+
+TEST_F(PageContextTest, SendsAPageAwayForWhichTooManyBytesAreKept) {
+  options().limits.kept_bytes = 1000;
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(Message(1, "post", R"(,"count":100)"));
+  std::string last;
+  while (const auto text = page.client.ReceiveText()) {
+    last = *text;
+    if (last == R"({"type":"gone"})") break;
+  }
+  EXPECT_EQ(last, R"({"type":"gone"})");
+}
+
+TEST_F(PageContextTest, DisconnectsAPageThatDoesNotReadItsSocket) {
+  options().limits.queued_bytes = 1000000;
+  options().context_grace = std::chrono::milliseconds(50);
+  Start();
+  TestPage page = ConnectPage();
+  // Each answer is as long as its question, and the kernel keeps a few megabytes of them.
+  const std::string more = R"(,"more":")" + std::string(100000, 'x') + "\"";
+  for (int id = 1; id <= 200; ++id) {
+    if (!page.client.TrySendText(Message(id, "echo", more))) break;
+  }
+  EXPECT_EQ(CallUntil("pages.list", R"("result":[])"), R"({"result":[]})");
+}
+
 TEST_F(PageContextTest, ClosesAContextWhosePageVanished) {
   options().context_grace = std::chrono::milliseconds(50);
   Start();

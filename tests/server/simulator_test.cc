@@ -60,6 +60,23 @@ TEST_F(SimulatorTest, NumbersLogLinesAndKeepsThem) {
             R"({"result":{"lines":[{"seq":2,"text":"two"}],"next":2}})");
 }
 
+TEST_F(SimulatorTest, DisconnectsASimulatorThatDoesNotReadAndHasWhatItMissed) {
+  options().limits.queued_bytes = 1000000;
+  Start();
+  RawClient slow = OpenSimulator();
+  const std::string line = R"({"text":")" + std::string(200000, 'x') + "\"}";
+  constexpr int kLines = 100;  // twenty megabytes, of which the kernel keeps a few
+  for (int i = 0; i < kLines; ++i) Call("event", R"({"name":"log","data":[)" + line + "]}");
+  int seen = 0;
+  while (slow.ReceiveText()) ++seen;
+  EXPECT_LT(seen, kLines);
+  RawClient again = OpenSimulator();
+  again.SendText(R"({"id":1,"method":"log.list","params":{"since":98}})");
+  const std::string missed = again.ReceiveText().value_or("");
+  EXPECT_THAT(missed, AllOf(HasSubstr(R"("lines":[{"seq":99,)"), HasSubstr(R"({"seq":100,)"),
+                            HasSubstr(R"("next":100)")));
+}
+
 TEST_F(SimulatorTest, TracesACallAsOneRecordWithItsAnswer) {
   Start();
   Sync(OpenPage(), Message(1, "echo"));
