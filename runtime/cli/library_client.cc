@@ -3,17 +3,15 @@
 #include "cli/library_client.h"
 
 #include <poll.h>
-#include <string.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <csignal>
 #include <system_error>
 #include <utility>
-
-#include <spawn.h>
 
 #include "cli/exit_code.h"
 #include "host/bounded_json.h"
@@ -22,23 +20,20 @@ namespace orvane::cli {
 
 using picojson::object;
 using picojson::value;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
 
 namespace {
 
 constexpr int kChildSocket = 3;
+// It closes its socket a moment before it has ended, and ends so long after this side has closed.
+constexpr milliseconds kEnding{5000};
 
-pid_t Spawn(int socket) {
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, socket, kChildSocket);
-  std::string arguments[] = {"orvane", "library-process", "--fd", std::to_string(kChildSocket)};
-  char* argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(),
-                  arguments[3].data(), nullptr};
-  pid_t pid = -1;
-  const int error = posix_spawn(&pid, "/proc/self/exe", &actions, nullptr, argv, environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (error != 0) throw std::system_error(error, std::system_category(), "the library process");
-  return pid;
+std::unique_ptr<process::ChildProcess> Spawn(int socket) {
+  return std::make_unique<process::ChildProcess>(
+      std::vector<std::string>{"/proc/self/exe", "library-process", "--fd",
+                               std::to_string(kChildSocket)},
+      process::ChildProcess::Descriptors{{STDERR_FILENO, STDERR_FILENO}, {socket, kChildSocket}});
 }
 
 std::string OpOf(const value& frame) { return frame.get("op").to_str(); }
@@ -47,49 +42,64 @@ int64_t Integer(const value& number) {
   return number.is<double>() ? static_cast<int64_t>(number.get<double>()) : 0;
 }
 
+std::string Seconds(milliseconds time) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g s", static_cast<double>(time.count()) / 1000);
+  return text;
+}
+
 }  // namespace
 
-LibraryClient::LibraryClient() {
+LibraryClient::LibraryClient(milliseconds deadline) : deadline_(deadline) {
   int ends[2];
   if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
     throw std::system_error(errno, std::system_category(), "socketpair");
   }
-  // A descriptor that is already the child's number would keep its close-on-exec mark.
-  const int childs = ends[1] == kChildSocket ? dup(ends[1]) : ends[1];
   socket_ = ends[0];
-  pid_ = Spawn(childs);
-  if (childs != ends[1]) close(childs);
+  child_ = Spawn(ends[1]);
   close(ends[1]);
 }
 
 LibraryClient::~LibraryClient() {
   close(socket_);
-  while (pid_ > 0 && waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) {
-  }
+  child_->Wait(kEnding);
 }
 
 void LibraryClient::Start(const object& options) {
   Send({{"op", value("start")}, {"options", value(options)}});
+  const TimePoint until = Deadline();
   while (true) {
-    const value frame = Receive();
+    const value frame = ReceiveInTime(until);
     if (OpOf(frame) == "started") return;
     if (OpOf(frame) == "failed") throw UsageError(frame.get("error").to_str());
     Note(frame);
   }
 }
 
+// What comes meanwhile is taken in: a process that waits to be heard does not listen.
 void LibraryClient::Send(const object& request) {
   std::string bytes;
   frames::AppendFrame(value(request).serialize(), &bytes);
-  if (!frames::SendBytes(socket_, bytes)) Die();
+  std::string_view left = bytes;
+  const TimePoint until = Deadline();
+  while (!left.empty()) {
+    const int ready = Wait(POLLIN | POLLOUT, until);
+    if (ready == 0) GiveUp();
+    if ((ready & POLLIN) != 0) ReadSome();
+    if ((ready & POLLOUT) == 0) continue;
+    const ssize_t count = send(socket_, left.data(), left.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+    if (count > 0) left.remove_prefix(static_cast<size_t>(count));
+    if (count < 0 && errno != EINTR && errno != EAGAIN) Die();
+  }
 }
 
 value LibraryClient::Call(object request) {
   const int64_t id = ++last_id_;
   request["id"] = value(static_cast<double>(id));
   Send(request);
+  const TimePoint until = Deadline();
   while (true) {
-    value frame = Receive();
+    value frame = ReceiveInTime(until);
     if (OpOf(frame) == "answer" && Integer(frame.get("id")) == id) return frame;
     Note(frame);
   }
@@ -98,24 +108,46 @@ value LibraryClient::Call(object request) {
 bool LibraryClient::WaitForPosted(TimePoint until) {
   const size_t before = posted_.size();
   while (posted_.size() == before) {
-    if (reader_.buffered() == 0) {
-      const auto left =
-          std::chrono::ceil<std::chrono::milliseconds>(until - std::chrono::steady_clock::now());
-      pollfd readable{socket_, POLLIN, 0};
-      const auto timeout = std::max<int64_t>(left.count(), 0);
-      if (poll(&readable, 1, static_cast<int>(timeout)) <= 0) return false;
-    }
-    Note(Receive());
+    const std::optional<value> frame = Receive(until);
+    if (!frame) return false;
+    Note(*frame);
   }
   return true;
 }
 
-value LibraryClient::Receive() {
-  const auto body = frames::ReceiveFrame(socket_, &reader_);
-  if (!body) Die();
-  std::string error;
-  std::optional<value> frame = host::ParseBoundedJson(*body, &error);
-  return frame && frame->is<object>() ? *std::move(frame) : value(object());
+int LibraryClient::Wait(int events, TimePoint until) const {
+  const auto left = std::chrono::ceil<milliseconds>(until - steady_clock::now());
+  pollfd descriptor{socket_, static_cast<int16_t>(events), 0};
+  const int count = poll(&descriptor, 1, static_cast<int>(std::max<int64_t>(left.count(), 0)));
+  if (count < 0 && errno == EINTR) return Wait(events, until);
+  if (count <= 0) return 0;
+  const int ready = descriptor.revents & events;
+  return ready != 0 ? ready : events & POLLIN;  // it was closed, as reading tells
+}
+
+std::optional<value> LibraryClient::Receive(TimePoint until) {
+  while (true) {
+    if (const auto body = reader_.Next()) {
+      std::string error;
+      std::optional<value> frame = host::ParseBoundedJson(*body, &error);
+      return frame && frame->is<object>() ? *std::move(frame) : value(object());
+    }
+    if (Wait(POLLIN, until) == 0) return std::nullopt;
+    ReadSome();
+  }
+}
+
+value LibraryClient::ReceiveInTime(TimePoint until) {
+  std::optional<value> frame = Receive(until);
+  if (!frame) GiveUp();
+  return *std::move(frame);
+}
+
+void LibraryClient::ReadSome() {
+  std::array<char, size_t{64} << 10> bytes{};
+  const ssize_t count = recv(socket_, bytes.data(), bytes.size(), MSG_DONTWAIT);
+  if (count > 0) return reader_.Append({bytes.data(), static_cast<size_t>(count)});
+  if (count == 0 || (errno != EINTR && errno != EAGAIN)) Die();
 }
 
 void LibraryClient::Note(const value& frame) {
@@ -123,20 +155,33 @@ void LibraryClient::Note(const value& frame) {
     posted_.push_back({Integer(frame.get("context")), frame.get("extension").to_str(),
                        frame.get("text").to_str()});
   } else if (OpOf(frame) == "handling") {
-    handling_ = frame.get("what").to_str() + " " + frame.get("name").to_str() + " " +
-                frame.get("text").to_str();
+    handling_ = frame.get("what").to_str() + " " + frame.get("name").to_str();
+    const std::string text = frame.get("text").to_str();
+    if (!text.empty()) handling_ += " " + text;
   }
 }
 
+std::string LibraryClient::While() const {
+  return handling_.empty() ? std::string() : " while it handled " + handling_;
+}
+
+// What it said before its end is read first: that names the message.
 void LibraryClient::Die() {
-  int status = 0;
-  while (waitpid(pid_, &status, 0) < 0 && errno == EINTR) {
+  while (const auto body = reader_.Next()) {
+    std::string error;
+    const std::optional<value> frame = host::ParseBoundedJson(*body, &error);
+    if (frame && frame->is<object>()) Note(*frame);
   }
-  pid_ = -1;
-  std::string how = WIFSIGNALED(status) ? std::string("by signal ") + strsignal(WTERMSIG(status))
-                                        : "with " + std::to_string(WEXITSTATUS(status));
-  if (!handling_.empty()) how += " while it handled " + handling_;
-  throw LibraryDied("the library's process ended " + how);
+  const bool has_ended = child_->Wait(kEnding);
+  const std::string how = has_ended ? Describe(*child_->end()) : "it closed its connection";
+  child_->Signal(SIGKILL);
+  throw LibraryDied("the library's process ended" + While() + ": " + how);
+}
+
+void LibraryClient::GiveUp() {
+  child_->Signal(SIGKILL);
+  throw LibraryDied("the library's process was ended" + While() + ": it did not answer within " +
+                    Seconds(deadline_));
 }
 
 }  // namespace orvane::cli

@@ -2,22 +2,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <sys/types.h>
-
 #include <chrono>
 #include <cstdint>
 #include <list>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 #include <picojson.h>
 
 #include "frames/frame.h"
+#include "process/child_process.h"
 
 namespace orvane::cli {
 
-// The library process has ended; what() says how, and which message it was handling.
+// The library process has ended, or was ended because it did not answer; what() says how, and which
+// message it was handling.
 class LibraryDied : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -36,17 +38,18 @@ class LibraryClient {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
 
-  LibraryClient();
+  // `deadline` is how long the process may take for anything that it is asked.
+  explicit LibraryClient(std::chrono::milliseconds deadline);
   ~LibraryClient();
   LibraryClient(const LibraryClient&) = delete;
   LibraryClient& operator=(const LibraryClient&) = delete;
 
   // Throws UsageError with what is wrong about the options. All members but the constructor throw
-  // LibraryDied.
+  // LibraryDied, which leaves no process.
   void Start(const picojson::object& options);
 
   void Send(const picojson::object& request);
-  // The answer's frame; waits for as long as the library takes.
+  // The answer's frame.
   picojson::value Call(picojson::object request);
 
   // Waits for more posted messages; false: none came in time.
@@ -56,12 +59,20 @@ class LibraryClient {
   }  // the oldest first; take what is done with
 
  private:
-  picojson::value Receive();
+  TimePoint Deadline() const { return std::chrono::steady_clock::now() + deadline_; }
+  // What of the socket is ready, POLLIN or POLLOUT; 0: nothing in time.
+  int Wait(int events, TimePoint until) const;
+  std::optional<picojson::value> Receive(TimePoint until);  // empty: nothing came
+  picojson::value ReceiveInTime(TimePoint until);
+  void ReadSome();
   void Note(const picojson::value& frame);
+  std::string While() const;
   [[noreturn]] void Die();
+  [[noreturn]] void GiveUp();
 
+  const std::chrono::milliseconds deadline_;
   int socket_ = -1;
-  pid_t pid_ = -1;
+  std::unique_ptr<process::ChildProcess> child_;
   int64_t last_id_ = 0;
   frames::FrameReader reader_;
   std::list<PostedMessage> posted_;

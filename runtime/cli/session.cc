@@ -5,7 +5,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 
 #include "cli/device_keys.h"
@@ -22,10 +21,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr char kOwnExtension[] = "dravelt.orvane";
-
-std::chrono::milliseconds Milliseconds(double seconds) {
-  return std::chrono::milliseconds(static_cast<int64_t>(std::ceil(seconds * 1000)));
-}
 
 app::WebApplication LoadApplication(const SessionOptions& options) {
   if (options.app.empty()) return ScratchApplication();

@@ -7,17 +7,15 @@
 
 #include <CLI/CLI.hpp>
 
+#include "cli/set_options.h"
+
 namespace orvane::cli {
 
 // What the verbs that open a page have in common, as given on the command line.
-struct SessionOptions {
-  std::string app;           // a folder or a .wgt; empty: the scratch application
-  std::string profile;       // empty: the set's default
-  std::string state_folder;  // empty: the set's default
-  std::vector<std::string> faults;
+struct SessionOptions : SetOptions {
+  std::string app;                       // a folder or a .wgt; empty: the scratch application
   std::vector<std::string> log_filters;  // empty: no log
   std::string log_format = "brief";
-  std::vector<std::string> extensions;
   bool trace = false;
   double timeout_seconds = 60;
 };

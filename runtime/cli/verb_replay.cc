@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <stdlib.h>
 
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -15,6 +13,7 @@
 #include "cli/output.h"
 #include "cli/replayer.h"
 #include "cli/session_file.h"
+#include "cli/set_options.h"
 #include "cli/verbs.h"
 
 namespace orvane::cli {
@@ -25,12 +24,9 @@ using picojson::value;
 
 namespace {
 
-struct ReplayOptions {
+struct ReplayOptions : SetOptions {
   std::string file;
-  std::string profile;
-  std::string state_folder;
-  std::vector<std::string> faults;
-  std::vector<std::string> extensions;
+  double deadline_seconds = 10;
   double timeout_seconds = 10;
   bool strict = false;
   bool json = false;
@@ -66,13 +62,6 @@ picojson::array Texts(const std::vector<std::string>& texts) {
   return array;
 }
 
-std::vector<std::string> Absolute(const std::vector<std::string>& paths) {
-  std::vector<std::string> absolute;
-  absolute.reserve(paths.size());
-  for (const std::string& path : paths) absolute.push_back(fs::absolute(path).string());
-  return absolute;
-}
-
 object AppOf(const SessionFile& session) {
   object app = session.app;
   if (!app["id"].is<std::string>()) {
@@ -89,7 +78,7 @@ object StartOptions(const ReplayOptions& options, const SessionFile& session,
           {"profile", value(options.profile.empty() ? session.profile : options.profile)},
           {"app", value(AppOf(session))},
           {"faults", value(Texts(options.faults))},
-          {"extensions", value(Texts(Absolute(options.extensions)))}};
+          {"extensions", value(Texts(AbsoluteExtensions(options.extensions)))}};
 }
 
 void PrintText(const std::vector<Difference>& differences, size_t count) {
@@ -127,12 +116,11 @@ ExitCode Replay(const ReplayOptions& options) {
   const SessionFile session = ReadSessionFile(options.file);
   std::unique_ptr<FreshFolder> fresh;
   if (options.state_folder.empty()) fresh = std::make_unique<FreshFolder>();
-  LibraryClient client;
+  LibraryClient client(Milliseconds(options.deadline_seconds));
   client.Start(
       StartOptions(options, session, fresh ? fresh->path() : fs::absolute(options.state_folder)));
-  Replayer replayer(
-      client, options.strict ? Comparison::kStrict : Comparison::kForm,
-      std::chrono::milliseconds(static_cast<int64_t>(std::ceil(options.timeout_seconds * 1000))));
+  Replayer replayer(client, options.strict ? Comparison::kStrict : Comparison::kForm,
+                    Milliseconds(options.timeout_seconds));
   const std::vector<Difference> differences = replayer.Replay(session.messages);
   if (options.json) {
     PrintJson(differences, session.messages.size());
@@ -140,10 +128,6 @@ ExitCode Replay(const ReplayOptions& options) {
     PrintText(differences, session.messages.size());
   }
   return differences.empty() ? ExitCode::kDone : ExitCode::kScriptError;
-}
-
-CLI::Option* Repeatable(CLI::Option* option) {
-  return option->expected(1)->take_all()->allow_extra_args(false);
 }
 
 }  // namespace
@@ -158,17 +142,10 @@ void AddReplayVerb(CLI::App& command, Run& run) {
                    "Session as the simulator exports it; - is the standard input")
       ->required()
       ->type_name("");
-  verb->add_option("--profile", options->profile, "Device in place of the recorded one")
-      ->type_name("NAME");
-  verb->add_option("--state", options->state_folder,
-                   "Folder of the set; without it a new one, removed afterwards")
-      ->type_name("DIR");
-  Repeatable(verb->add_option("--fail", options->faults,
-                              "FUNCTION=CODE[:once], as when the session was recorded; repeatable")
-                 ->type_name("FAULT"));
-  Repeatable(verb->add_option("--extension", options->extensions,
-                              "Load this extension before the project's own; repeatable")
-                 ->type_name("PATH"));
+  AddSetOptions(*verb, *options,
+                {"Without it: the recorded one", "Without it: a new one, removed afterwards"});
+  AddDeadlineOption(*verb, options->deadline_seconds,
+                    "Give up a message that is not answered in so many seconds\n(default: 10)");
   verb->add_option("--timeout", options->timeout_seconds,
                    "Wait so many seconds in all for posted messages (default: 10)")
       ->type_name("SECONDS")
@@ -179,7 +156,9 @@ void AddReplayVerb(CLI::App& command, Run& run) {
   verb->footer(
       "What a person did meanwhile (keys, faults, the set's state) is no message and not "
       "replayed.\n"
-      "Exit status: 0 everything came out as recorded, 1 there are differences, 2 wrongly used.");
+      "Exit status: 0 everything came out as recorded, 1 there are differences, 2 wrongly used or "
+      "no\n"
+      "such set can be started.");
   verb->callback([options, &run] { run = [options] { return Replay(*options); }; });
 }
 

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
@@ -11,6 +10,7 @@
 #include "app/web_application.h"
 #include "cli/home.h"
 #include "cli/output.h"
+#include "cli/set_options.h"
 #include "cli/verbs.h"
 #include "page/script_syntax.h"
 #include "server/dev_server_address.h"
@@ -23,14 +23,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct RunVerbOptions {
+struct RunVerbOptions : SetOptions {
   std::string app;
-  std::string profile;
-  std::string state_folder;
   std::string url;
   std::optional<uint16_t> port;
-  std::vector<std::string> faults;
-  std::vector<std::string> extensions;
   double deadline_seconds = 10;
   bool no_open = false;
   bool no_watch = false;
@@ -38,12 +34,6 @@ struct RunVerbOptions {
   bool headless_browser = false;
   bool test_hooks = false;
 };
-
-constexpr double kLongestDeadlineSeconds = 3600;
-
-CLI::Option* Repeatable(CLI::Option* option) {
-  return option->expected(1)->take_all()->allow_extra_args(false);
-}
 
 fs::path FindApp(const RunVerbOptions& options) {
   if (!options.app.empty()) return options.app;
@@ -65,14 +55,11 @@ server::RunOptions ServerOptions(const RunVerbOptions& given) {
                              "3"};
   options.profile = given.profile;
   options.faults = given.faults;
-  for (const std::string& path : given.extensions) {
-    options.extensions.push_back(fs::absolute(path).string());
-  }
+  options.extensions = AbsoluteExtensions(given.extensions);
   options.dev_server =
       given.url.empty() ? server::DevServerOfContent(options.app.content) : given.url;
   options.port = given.port;
-  options.deadline =
-      std::chrono::milliseconds(static_cast<int64_t>(std::ceil(given.deadline_seconds * 1000)));
+  options.deadline = Milliseconds(given.deadline_seconds);
   options.watch = !given.no_watch && (given.watch || fs::is_directory(app));
   options.open_browser = !given.no_open && !given.headless_browser;
   options.headless_browser = given.headless_browser;
@@ -129,31 +116,15 @@ void AddOptions(CLI::App& verb, RunVerbOptions& options) {
                   "Port of the application; 0 for any. Without it: 8630, or the\n"
                   "next free one. The simulator has the one after it")
       ->type_name("NUMBER");
-  verb.add_option("--profile", options.profile,
-                  "Device: uhd, fhd, or the path of a model-config.xml.\n"
-                  "Without it: $ORVANE_PROFILE, else uhd")
-      ->type_name("NAME");
-  verb.add_option("--state", options.state_folder,
-                  "Folder of what the set keeps between runs. Without it: $ORVANE_STATE,\n"
-                  "else $XDG_STATE_HOME/orvane, else ~/.local/state/orvane")
-      ->type_name("DIR");
-  Repeatable(verb.add_option("--fail", options.faults,
-                             "FUNCTION=CODE makes a platform function fail with that code,\n"
-                             "FUNCTION=CODE:once only its next call; repeatable")
-                 ->type_name("FAULT"));
-  Repeatable(verb.add_option("--extension", options.extensions,
-                             "Load this extension, or a folder of them laid out as on a set,\n"
-                             "before the project's own; repeatable")
-                 ->type_name("PATH"));
-  verb.add_option("--deadline", options.deadline_seconds,
-                  "A synchronous call fails after so many seconds (default: 10)")
-      ->type_name("SECONDS")
-      ->check(CLI::Range(0.001, kLongestDeadlineSeconds).description(""));
+  AddSetOptions(verb, options);
+  AddDeadlineOption(verb, options.deadline_seconds,
+                    "A synchronous call fails after so many seconds (default: 10)");
   verb.add_flag("--watch,!--no-watch", options.watch,
                 "Reload the page when a file is saved (default for folders), or do not");
   verb.add_flag("--no-open", options.no_open, "Do not open a browser");
   verb.add_flag("--headless-browser", options.headless_browser,
-                "Open the simulator in a Chromium without a window, which ends with the run");
+                "Open the simulator in a Chromium without a window, which ends with\n"
+                "the run");
   verb.add_flag("--test-hooks", options.test_hooks)->group("");
 }
 

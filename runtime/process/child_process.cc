@@ -128,11 +128,16 @@ void ChildProcess::Kill() {
 }
 
 void ChildProcess::Stop(std::chrono::milliseconds patience) {
-  constexpr std::chrono::milliseconds kStep(5);
   Signal(SIGTERM);
+  Wait(patience);
+  Kill();
+}
+
+bool ChildProcess::Wait(std::chrono::milliseconds patience) {
+  constexpr std::chrono::milliseconds kStep(5);
   const auto deadline = std::chrono::steady_clock::now() + patience;
   while (!end() && std::chrono::steady_clock::now() < deadline) std::this_thread::sleep_for(kStep);
-  Kill();
+  return end().has_value();
 }
 
 std::optional<ProcessEnd> ChildProcess::end() {

@@ -38,6 +38,8 @@ class ChildProcess {
   pid_t pid() const { return pid_; }
   // Nothing while it runs; does not wait.
   std::optional<ProcessEnd> end();
+  // Waits for its end; false: it runs still.
+  bool Wait(std::chrono::milliseconds patience);
   void Signal(int signal);  // nothing happens once it has ended
   // Asks it to end, waits for `patience`, then kills it. Returns when it is gone.
   void Stop(std::chrono::milliseconds patience);

@@ -118,8 +118,35 @@ TEST_F(ReplayTest, ReportsTheMessageThatEndsTheLibrary) {
                           R"("payload":"{\"cmd\":\"OrvaneManager_getAppState\",\"args\":{}}")"})});
   EXPECT_EQ(outcome.exit_code, 1);
   EXPECT_THAT(outcome.out, HasSubstr("message 9"));
-  EXPECT_THAT(outcome.out, HasSubstr("the library's process ended by signal Aborted while it "
-                                     "handled sync dravelt.orvane"));
+  EXPECT_THAT(outcome.out, HasSubstr("the library's process ended while it handled sync "
+                                     "dravelt.orvane"));
+  EXPECT_THAT(outcome.out, HasSubstr(": it was killed by signal 6 (Aborted)\n"));
+}
+
+TEST_F(ReplayTest, GivesUpAMessageThatIsNotAnsweredInTime) {
+  const std::string file = Session({R"("peer":"example.stuck","kind":"create")",
+                                    R"("seq":3,"kind":"close")", std::string(kRegister)});
+  const Outcome outcome =
+      Run({"replay", "--extension", STUCK_EXTENSION, "--deadline", "0.3", file});
+  EXPECT_EQ(outcome.exit_code, 1);
+  EXPECT_THAT(outcome.out, HasSubstr("message 3: close"));
+  EXPECT_THAT(outcome.out, HasSubstr("the library's process was ended while it handled close"));
+  EXPECT_THAT(outcome.out, HasSubstr("it did not answer within 0.3 s\n"));
+}
+
+TEST_F(ReplayTest, GivesUpAnExtensionThatNeverStarts) {
+  const Outcome outcome = Run({"replay", "--extension", HANGING_EXTENSION, "--deadline", "0.3",
+                               Session({std::string(kRegister)})});
+  EXPECT_EQ(outcome.exit_code, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("while it handled load " HANGING_EXTENSION));
+}
+
+TEST_F(ReplayTest, SendsAnyNumberOfMessagesThatWantNoAnswer) {
+  const std::string post =
+      R"("peer":"example.echo","kind":"nativePost","payload":")" + std::string(2000, 'x') + R"(")";
+  const Outcome outcome = Run({"replay", "--extension", ECHO_EXTENSION, "--json",
+                               Session(std::vector<std::string>(1000, post))});
+  EXPECT_THAT(outcome.out, HasSubstr(R"("messages":1000)")) << outcome.err;
 }
 
 TEST_F(ReplayTest, FailsPlatformFunctionsOnDemand) {

@@ -49,6 +49,13 @@ TEST(ChildProcessTest, EndsWithItsOwner) {
   EXPECT_EQ(errno, ESRCH);
 }
 
+TEST(ChildProcessTest, IsWaitedForAsLongAsPatienceLasts) {
+  ChildProcess child({"/bin/sh", "-c", "read line <&5"}, {});
+  EXPECT_TRUE(child.Wait(kLong));  // there is nothing to read from
+  ChildProcess sleeper({"/bin/sleep", "600"}, {});
+  EXPECT_FALSE(sleeper.Wait(std::chrono::milliseconds(20)));
+}
+
 TEST(ChildProcessTest, KillsOneThatDoesNotListen) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
