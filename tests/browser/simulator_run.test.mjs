@@ -82,7 +82,7 @@ test('text is typed with the on-screen keyboard, where the application put it', 
   await press(page, 'XF86Yellow');
   const ime = page.locator('.ime');
   await ime.waitFor();
-  await shows(page, '.ime-caption', 'bottom centre');
+  await shows(page, '.ime-caption', 'bottom right');
   assert.equal(await ime.getByRole('status').count(), 0);
   for (const letter of 'smal') {
     await ime.getByText(letter, { exact: true }).click();

@@ -8,7 +8,8 @@
   const Lantern = window.Lantern;
   const get = (id) => document.getElementById(id);
   const mostWords = 6;
-  const mostResults = 7;
+  const mostResults = 6;
+  const columns = 3;
 
   let results = [];
   let chosen = -1; // -1: the field has the focus
@@ -75,8 +76,8 @@
       Lantern.set.recommend([]);
     },
     keys: {
-      ArrowDown: () => choose(Math.max(0, chosen)),
-      ArrowUp: () => choose(-1),
+      ArrowDown: () => choose(chosen < 0 ? 0 : chosen + columns),
+      ArrowUp: () => choose(chosen < columns ? -1 : chosen - columns),
       ArrowLeft: () => chosen >= 0 && choose(Math.max(0, chosen - 1)),
       ArrowRight: () => chosen >= 0 && choose(chosen + 1),
       Enter: () => (chosen < 0 ? choose(0) : Lantern.show('player', results[chosen])),

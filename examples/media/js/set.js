@@ -55,9 +55,9 @@ window.Lantern = window.Lantern || {};
     holdScreenSaver: () => setScreenSaver(false),
     releaseScreenSaver: () => setScreenSaver(true),
 
-    // The keyboard stands at the bottom, so that the results above it stay in view.
+    // The keyboard stands at the right, so that the results beside it stay in view.
     placeKeyboard: () =>
-      attempt('keyboard', () => orvane.setIMEPosition('50%', '96%', 'BOTTOM_CENTER')),
+      attempt('keyboard', () => orvane.setIMEPosition('95%', '91%', 'BOTTOM_RIGHT')),
 
     recommend(words) {
       attempt('recommended words', function () {
