@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <regex>
+#include <sstream>
 #include <string_view>
 
 #include "app/near_names.h"
@@ -27,6 +28,22 @@ std::string Trimmed(std::string_view text) {
   const size_t begin = text.find_first_not_of(kSpace);
   if (begin == std::string_view::npos) return {};
   return std::string(text.substr(begin, text.find_last_not_of(kSpace) - begin + 1));
+}
+
+// Everything written in the element, as one line.
+std::string TextOf(pugi::xml_node element) {
+  struct Collector : pugi::xml_tree_walker {
+    bool for_each(pugi::xml_node& node) override {
+      text += node.value();  // empty for an element
+      return true;
+    }
+    std::string text;
+  } collector;
+  element.traverse(collector);
+  std::istringstream words(collector.text);
+  std::string line;
+  for (std::string word; words >> word;) line += (line.empty() ? "" : " ") + word;
+  return line;
 }
 
 std::string Quoted(std::string_view name, std::string_view value) {
@@ -281,7 +298,7 @@ void ConfigReader::ReadName(const pugi::xml_node& element) {
   const bool neutral = !element.attribute("xml:lang");
   if (name_ && (!neutral || !name_.attribute("xml:lang"))) return;
   name_ = element;
-  application_.name = Trimmed(element.text().get());
+  application_.name = TextOf(element);
 }
 
 void ConfigReader::TakeContent(const pugi::xml_node& element, pugi::xml_node* place) {

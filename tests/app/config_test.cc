@@ -68,6 +68,12 @@ TEST_F(ConfigTest, PrefersTheNameWithoutALanguage) {
   EXPECT_EQ(LoadFolder(kData / "player").name, "A & B Player");
 }
 
+TEST_F(ConfigTest, ReadsANameThatIsWrittenInParts) {
+  const WebApplication app = LoadWith(
+      "<name>\n  Plain &amp; <span dir=\"ltr\">old</span> in\n  <![CDATA[<parts>]]></name>");
+  EXPECT_EQ(app.name, "Plain & old in <parts>");
+}
+
 TEST_F(ConfigTest, TizenContentOverridesContent) {
   EXPECT_EQ(LoadFolder(kData / "player").content, "index.html?lang=en#top");
 }

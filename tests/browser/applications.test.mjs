@@ -5,7 +5,7 @@
 
 import assert from 'node:assert/strict';
 import { spawnSync } from 'node:child_process';
-import { cpSync, mkdtempSync, rmSync } from 'node:fs';
+import { cpSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import path from 'node:path';
 import test from 'node:test';
@@ -41,6 +41,24 @@ test('the tour gets an answer from every method', async () => {
     '"OrvaneTour.Tour"'
   );
   assert.deepEqual(page.problems, []);
+});
+
+test('the tour has a step for each method that the declarations know', async () => {
+  const declared = readFileSync(path.join(repository, 'types/orvane.d.ts'), 'utf8');
+  const manager = declared.slice(declared.indexOf('interface OrvaneManager'));
+  const methods = new Set([...manager.matchAll(/^ {4}(\w+)\(/gm)].map(([, name]) => name));
+  assert.equal(methods.size, 21);
+  const run = await scene.run('examples/tour');
+  const page = await scene.open(run.appUrl);
+  await page.waitForSelector('body.complete');
+  const { steps, own } = await page.evaluate(() => ({
+    steps: window.tour.steps.map(({ call }) => call.replace(/\(.*/, '')),
+    own: Object.getOwnPropertyNames(Object.getPrototypeOf(window.dravelt.orvane)).filter(
+      (name) => /^[a-z]/.test(name) && name !== 'constructor'
+    ),
+  }));
+  assert.deepEqual([...new Set(steps)].sort(), [...methods].sort());
+  assert.deepEqual(own.sort(), [...methods].sort());
 });
 
 test('the media application is driven by the remote control', async () => {
@@ -99,16 +117,41 @@ test('each mistake of the bad citizen is shown with its error', async () => {
   );
 });
 
-test('a bundled application runs as it was built', async () => {
-  const folder = temporaryFolder();
-  cpSync(path.join(repository, 'tests/browser/apps/bundled'), folder, { recursive: true });
-  await build({
-    entryPoints: [path.join(repository, 'tests/browser/apps/bundled/src/main.js')],
-    outfile: path.join(folder, 'assets/index.js'),
+/**
+ * Bundles the application as its authors would: hashed names, a file for each view that is loaded
+ * when it is needed, and their names written into index.html.
+ */
+async function bundle(folder) {
+  const source = path.join(repository, 'tests/browser/apps/bundled');
+  cpSync(path.join(source, 'config.xml'), path.join(folder, 'config.xml'));
+  const { metafile } = await build({
+    entryPoints: [path.join(source, 'src/main.js')],
+    outdir: path.join(folder, 'assets'),
+    entryNames: '[name]-[hash]',
+    chunkNames: '[name]-[hash]',
+    assetNames: '[name]-[hash]',
+    absWorkingDir: folder,
     bundle: true,
+    splitting: true,
     minify: true,
+    sourcemap: true,
+    metafile: true,
     format: 'esm',
   });
+  const script = Object.keys(metafile.outputs).find((file) => metafile.outputs[file].entryPoint);
+  const style = metafile.outputs[script].cssBundle;
+  const tags = `<script type="module" crossorigin src="/${script}"></script>
+    <link rel="stylesheet" crossorigin href="/${style}">`;
+  const page = readFileSync(path.join(source, 'index.html'), 'utf8').replace(
+    '<!-- built -->',
+    tags
+  );
+  writeFileSync(path.join(folder, 'index.html'), page);
+}
+
+test('a bundled application runs as it was built', async () => {
+  const folder = temporaryFolder();
+  await bundle(folder);
   const run = await scene.run(folder);
   const page = await scene.open(run.appUrl);
   await page.waitForSelector('#state:has-text("FOREGROUND")');
@@ -124,11 +167,46 @@ test('a bundled application runs as it was built', async () => {
   assert.deepEqual(page.problems, []);
 });
 
+test('a bundled application goes through its history, and finds again what it kept', async () => {
+  const folder = temporaryFolder();
+  await bundle(folder);
+  const run = await scene.run(folder);
+  const page = await scene.open(run.appUrl);
+  await page.waitForSelector('#state:has-text("FOREGROUND")');
+  await pressed(run, page, 'XF86Green');
+  await page.waitForSelector('#details');
+  assert.equal(new URL(page.url()).pathname, '/details/7');
+  assert.equal(await page.textContent('#route'), 'details/7');
+  assert.equal(await page.textContent('#focused'), 'OrvaneBund.Bundled');
+  await page.waitForFunction(() => Number(document.getElementById('memory').textContent) > 0);
+  await pressed(run, page, 'XF86Back');
+  await page.waitForSelector('#state:has-text("FOREGROUND")');
+  await page.reload();
+  await page.waitForSelector('#starts:has-text("2")');
+  assert.deepEqual(page.problems, []);
+});
+
+/** As editors of those days saved a text: with a byte-order mark, and two characters a line. */
+function saveAsBefore(file) {
+  const text = readFileSync(file, 'utf8').replace(/\r?\n/g, '\r\n');
+  writeFileSync(file, `\ufeff${text}`);
+}
+
 test('an application of plain old scripts runs as it is', async () => {
-  const run = await scene.run('tests/browser/apps/plain');
+  const folder = temporaryFolder();
+  cpSync(path.join(repository, 'tests/browser/apps/plain'), folder, { recursive: true });
+  for (const file of ['config.xml', 'data/channels.json', 'scripts/library.js']) {
+    saveAsBefore(path.join(folder, file));
+  }
+  const run = await scene.run(folder);
+  const { name, warnings } = (await run.call('run.info')).app;
+  assert.equal(name, 'Plain & old <scripts>');
+  assert.deepEqual(warnings, []);
   const page = await scene.open(run.appUrl);
   assert.equal(await page.textContent('#written'), 'Version 3.9');
+  assert.equal(await page.textContent('#app'), 'OrvanePlai.Plain');
   assert.equal(await page.textContent('#accent'), 'Straße');
+  await page.waitForSelector('#channels li:has-text("1 Österreich")');
   await page.waitForSelector('#one:focus');
   await pressed(run, page, 'Down');
   await page.waitForSelector('#two:focus');
@@ -138,6 +216,26 @@ test('an application of plain old scripts runs as it is', async () => {
     /clicked two\nkey 406/.test(document.getElementById('output').innerText)
   );
   assert.equal(await page.evaluate(() => document.compatMode), 'BackCompat');
+  assert.deepEqual(page.problems, []);
+});
+
+test('a field of a plain old page is filled and sent with the set’s keyboard', async () => {
+  const run = await scene.run('tests/browser/apps/plain');
+  const page = await scene.open(run.appUrl);
+  await page.waitForSelector('#one:focus');
+  await pressed(run, page, 'XF86Back');
+  await page.waitForSelector('input:focus');
+  for (const input of [
+    { op: 'text', text: 'news' },
+    { op: 'backspace' },
+    { op: 'text', text: 't' },
+    { op: 'enter' },
+  ]) {
+    await run.call('ime.input', input);
+  }
+  await page.waitForFunction(() =>
+    /changed\nsearched newt/.test(document.getElementById('output').innerText)
+  );
   assert.deepEqual(page.problems, []);
 });
 
