@@ -75,6 +75,8 @@ class SettingWatchesTest : public SetTest {
     vconf_set_str(kKey, "first");
     vconf_set_str("memory/y", "first");
   }
+  // A watcher may be running still: what it writes to has to outlive the set.
+  ~SettingWatchesTest() override { Set::Stop(); }
 
   // Told of it after everything that was written before.
   void Settle() {
