@@ -76,6 +76,32 @@ test('keys reach the application as the rules say, and each press says why', asy
   await app.locator('#home').waitFor();
 });
 
+test('a click into the application gives it the keyboard, until another part has it', async () => {
+  const { page, app } = await openRun('examples/media');
+  await app.locator('.poster.focused').first().waitFor();
+  const title = () => app.locator('#hero-title').innerText();
+  const presses = () => page.locator('.press strong').allInnerTexts();
+  const { x, y, width, height } = await page.locator('.television').boundingBox();
+  await page.mouse.click(x + width * 0.6, y + height * 0.3);
+  await page.locator('.television-typing').waitFor();
+  const first = await title();
+  await page.keyboard.press('ArrowRight');
+  await until(async () => (await title()) !== first, 'another film');
+  await page.keyboard.press('r'); // a letter for the page, not the red key
+  await page.keyboard.press('F1');
+  await shows(page, '.press', 'Red');
+  assert.deepEqual(await presses(), ['Red', 'Right']);
+  const second = await title();
+  await page.getByLabel('Tag').click();
+  await page.keyboard.type('r1');
+  await page.keyboard.press('ArrowLeft');
+  assert.equal(await page.getByLabel('Tag').inputValue(), 'r1');
+  await page.focus('.television');
+  await page.keyboard.press('ArrowRight');
+  await until(async () => (await title()) !== second, 'the next film');
+  assert.deepEqual(await presses(), ['Right', 'Red', 'Right']);
+});
+
 test('text is typed with the on-screen keyboard, where the application put it', async () => {
   const { page, app } = await openRun('examples/media');
   await app.locator('.poster').first().waitFor();
