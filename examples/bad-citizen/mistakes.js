@@ -122,7 +122,7 @@
         return '100 calls took ' + took + ' ms, during which the page stood still.';
       },
       remedy: 'Ask once and keep the answer, or ask when the page becomes visible.',
-      where: 'Messages marks the calls that are slower than the budget.',
+      where: 'Messages has every one of them, with its time.',
     },
   ];
 })();
