@@ -5,15 +5,16 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "process/child_process.h"
+#include "server/handled_message.h"
 #include "server/json_object.h"
+#include "server/library_deaths.h"
+#include "server/pending_requests.h"
 
 namespace boost::asio {
 class io_context;
@@ -21,15 +22,7 @@ class io_context;
 
 namespace orvane::server {
 
-// What comes of a request to the library process. The texts live for the call.
-struct LibraryAnswer {
-  std::string_view result;    // JSON; empty when there is none
-  std::string_view error;     // a JSON string: the library process refused
-  std::string failure;        // the rest of a sentence: why nobody answered at all
-  int64_t microseconds = -1;  // in the library process, as far as it told
-
-  bool ok() const { return !result.empty(); }
-};
+class LibraryChild;
 
 // Learns what the library process says of its own accord. Called on the loop's thread; the texts
 // live for the call.
@@ -61,7 +54,7 @@ struct LibraryOptions {
 // unless this object is destroyed first. The loop's thread only.
 class Library {
  public:
-  using Receiver = std::function<void(const LibraryAnswer&)>;
+  using Receiver = PendingRequests::Receiver;
 
   // Borrows both.
   Library(boost::asio::io_context& loop, LibraryListener& listener, LibraryOptions options);
@@ -83,65 +76,46 @@ class Library {
   size_t queued_bytes() const;  // for the process, which has not taken them yet
 
   pid_t pid() const;         // 0: there is none
-  std::string Json() const;  // state, pid and deaths, for people
+  std::string Json() const;  // state, pid, what it handles, and deaths, for people
 
  private:
   enum class State { kStarting, kRunning, kDown, kStopping };
   using TimePoint = std::chrono::steady_clock::time_point;
-  struct Pending {
-    Receiver receiver;  // empty once it was told that the deadline has passed
-    TimePoint deadline;
-  };
-  // One run of the process, with what belongs to it.
-  struct Process;
 
   void Spawn();
+  void StartProcess();
   void Send(std::string_view body);
   void OnFrame(std::string_view body);
   void OnAnswer(const JsonObject& frame);
   void OnProcessStarted(const JsonObject& frame);
   void OnProcessFailed(const JsonObject& frame);
-  void OnClosed();
-  void Reap(TimePoint kill_at);
-  void OnDeath(const process::ProcessEnd& end);
-  bool DiesTooOften() const;
+  void OnEnd(const process::ProcessEnd& end, const std::string& output);
   void GoDown(const std::string& why);
-  void FailPending(const std::string& why);
   void WatchDeadlines();
   void CheckDeadlines();
-  void EndStuckStart(TimePoint now);
-  bool IsStuck(const Pending& pending, TimePoint now) const;
+  void EndStuckProcess(TimePoint now);
+  void Kill(const std::string& reason);
   bool IsHandling() const;
-  std::string HandlingJson() const;
-  std::string HandlingWords() const;
   std::string EndWords(const process::ProcessEnd& end) const;
-  void NoteDeath(const process::ProcessEnd& end, const std::string& stderr_text);
 
   boost::asio::io_context& loop_;
   LibraryListener& listener_;
   const LibraryOptions options_;
   State state_ = State::kStarting;
   bool was_started_ = false;
-  std::shared_ptr<Process> process_;
+  std::shared_ptr<LibraryChild> child_;
   std::function<void()> stopped_;
 
-  uint64_t last_id_ = 0;
-  std::map<uint64_t, Pending> pending_;
+  PendingRequests pending_;
   std::vector<std::string> held_;  // until the process has started
   bool watching_deadlines_ = false;
 
   std::string snapshot_ = "null";
-  std::string handling_;  // the frame that told what the process handles; may be answered already
-  bool is_handled_ = false;  // it told that this is done, which gets no answer
+  HandledMessage handled_;
   TimePoint spawned_at_;
-  TimePoint handling_since_;
   std::string kill_reason_;  // why this side ended the process
 
-  struct Death {
-    TimePoint time;
-    std::string json;
-  };
-  std::vector<Death> deaths_;
+  LibraryDeaths deaths_;
 };
 
 }  // namespace orvane::server

@@ -7,16 +7,13 @@
 #include <algorithm>
 #include <csignal>
 #include <optional>
-#include <system_error>
 #include <utility>
 
-#include "browser/folder_watcher.h"
 #include "browser/open_in_browser.h"
 #include "server/api.h"
-#include "server/app_folder.h"
+#include "server/app_content.h"
 #include "server/app_site.h"
 #include "server/browser_desk.h"
-#include "server/dev_server.h"
 #include "server/event_hub.h"
 #include "server/http_server.h"
 #include "server/journal.h"
@@ -28,6 +25,7 @@
 #include "server/page_contexts.h"
 #include "server/page_messages.h"
 #include "server/run_info.h"
+#include "server/run_methods.h"
 #include "server/run_record.h"
 #include "server/secret.h"
 #include "server/simulator_site.h"
@@ -113,16 +111,8 @@ class RunServer::Runner final : public LibraryListener {
 
  private:
   void Open(const JsonObject& started);
-  void ServeContent(const Origins& origins);
-  void NoteDocument(const DevServer::Document& document);
-  void WatchFolder();
-  void Explain(const std::string& text);
+  void Record(const std::string& api, const std::string& secret);
   void OpenBrowser();
-  void TakePicture(const Api::Reply& reply);
-  void AddMethods();
-  void AskProfile();
-  void TakeProfile(std::string_view part);
-  void EnterText(const JsonObject& params);
   void Fail(const std::string& why);
   void BeginStop();
 
@@ -141,16 +131,13 @@ class RunServer::Runner final : public LibraryListener {
 
   // From the moment the library process has started.
   std::optional<PageScript> script_;
-  std::optional<AppFolder> folder_;      // either this
-  std::optional<DevServer> dev_server_;  // or this
   std::optional<AppSite> app_site_;
   std::optional<SimulatorSite> simulator_site_;
-  std::optional<browser::FolderWatcher> watcher_;
+  std::optional<AppContent> content_;
   std::optional<RunRecord> record_;
   BrowserDesk browser_desk_{loop_};
   RunAddresses addresses_;
-  std::string profile_;
-  int64_t started_ns_ = 0;
+  RunMethods run_methods_{{options_, addresses_, library_, contexts_, browser_desk_}};
   bool stopping_ = false;
   std::string failure_;
 };
@@ -164,137 +151,45 @@ void RunServer::Runner::OnStarted(const JsonObject& started) {
 }
 
 void RunServer::Runner::Open(const JsonObject& started) {
-  started_ns_ = NowNs();
   const std::string secret = MakeSecret();
   const Origins origins = ListenOnLoopback(app_server_, simulator_server_, options_.port);
-  const auto& [app, simulator] = origins;
-  addresses_ = {simulator.url() + "/#token=" + secret, app.url()};
+  addresses_ = {origins.simulator.url() + "/#token=" + secret, origins.app.url()};
   script_.emplace(started, PageAppJson(options_.app), options_.deadline, options_.check_script);
-  app_site_.emplace(app, simulator, AppSite::Parts{contexts_, messages_, *script_},
+  app_site_.emplace(origins.app, origins.simulator, AppSite::Parts{contexts_, messages_, *script_},
                     StartPath(options_));
-  ServeContent(origins);
-  simulator_site_.emplace(simulator, app, secret, FindSimulatorFile, api_, hub_);
-  AddMethods();
-  AskProfile();
-  record_.emplace(options_.state_folder, JsonWriter()
-                                             .Text("url", addresses_.simulator)
-                                             .Text("api", simulator.url() + "/api/call")
-                                             .Text("token", secret)
-                                             .Number("pid", getpid())
-                                             .Text("appUrl", addresses_.app)
-                                             .Take());
+  content_.emplace(
+      options_, origins,
+      AppContent::Parts{loop_, *app_site_, contexts_, hub_, [this](const std::string& text) {
+                          journal_.AddExplanation(R"("text":)" + JsonText(text));
+                        }});
+  app_site_->set_content(
+      [this](const std::shared_ptr<Exchange>& exchange) { content_->Handle(exchange); });
+  simulator_site_.emplace(origins.simulator, origins.app, secret, FindSimulatorFile, api_, hub_);
+  journal_.AddMethods(api_, AppJson(options_.app), [this] { return run_methods_.profile(); });
+  run_methods_.AddTo(api_, NowNs());
+  run_methods_.AskProfile();
+  Record(origins.simulator.url() + "/api/call", secret);
   app_server_.Serve(*app_site_);
   simulator_server_.Serve(*simulator_site_);
-  WatchFolder();
   if (options_.on_ready) options_.on_ready(addresses_);
   OpenBrowser();
 }
 
-void RunServer::Runner::ServeContent(const Origins& origins) {
-  if (!options_.dev_server.empty()) {
-    dev_server_.emplace(
-        loop_, options_.dev_server, origins.app, origins.simulator,
-        DevServer::Listener{
-            [this](HttpResponse* response) { app_site_->AddHeaders(response); },
-            [this](const DevServer::Document& document) { NoteDocument(document); }});
-    return app_site_->set_content(
-        [this](const std::shared_ptr<Exchange>& exchange) { dev_server_->Handle(exchange); });
-  }
-  folder_.emplace(options_.app.folder);
-  app_site_->set_content([this](const std::shared_ptr<Exchange>& exchange) {
-    HttpResponse response = folder_->Answer(exchange->request());
-    app_site_->AddHeaders(&response);
-    exchange->Respond(std::move(response));
-  });
-}
-
-void RunServer::Runner::NoteDocument(const DevServer::Document& document) {
-  if (document.is_top) contexts_.ForgetScriptless();
-  if (document.problem.empty()) return;
-  contexts_.NoteScriptless(addresses_.app + document.path, document.is_top, document.problem);
-}
-
-void RunServer::Runner::WatchFolder() {
-  if (!options_.watch || !options_.dev_server.empty()) return;
-  try {
-    watcher_.emplace(loop_, options_.app.folder, [this](const std::string& file) {
-      hub_.Publish("reload", JsonWriter().Text("file", file).Take());
-      contexts_.Reload();
-    });
-  } catch (const std::system_error& error) {
-    Explain(std::string("Saved files do not reload the page: ") + error.what() + ".");
-  }
-}
-
-void RunServer::Runner::Explain(const std::string& text) {
-  journal_.AddExplanation(R"("text":)" + JsonText(text));
+// Where the command line finds this run.
+void RunServer::Runner::Record(const std::string& api, const std::string& secret) {
+  record_.emplace(options_.state_folder, JsonWriter()
+                                             .Text("url", addresses_.simulator)
+                                             .Text("api", api)
+                                             .Text("token", secret)
+                                             .Number("pid", getpid())
+                                             .Text("appUrl", addresses_.app)
+                                             .Take());
 }
 
 void RunServer::Runner::OpenBrowser() {
   if (options_.open_browser) browser::OpenInBrowser(addresses_.simulator);
   if (!options_.headless_browser) return;
   browser_desk_.Open(addresses_.simulator, [this](const std::string& why) { Fail(why); });
-}
-
-void RunServer::Runner::TakePicture(const Api::Reply& reply) {
-  browser_desk_.TakePicture(
-      addresses_.app + StartPath(options_), [reply](const BrowserDesk::Picture& picture) {
-        if (!picture.error.empty()) return reply(Api::Error(picture.error));
-        reply(Api::Result(
-            JsonWriter().Text("png", picture.png).Flag("fresh", picture.is_fresh).Take()));
-      });
-}
-
-void RunServer::Runner::AddMethods() {
-  api_.AddSlow("screenshot",
-               [this](const JsonObject&, const Api::Reply& reply) { TakePicture(reply); });
-  journal_.AddMethods(api_, AppJson(options_.app), [this] { return profile_; });
-  api_.Add("run.info", [this](const JsonObject&) {
-    return RunInfoJson(options_, addresses_, profile_, started_ns_);
-  });
-  api_.Add("pages.list", [this](const JsonObject&) { return contexts_.Json(); });
-  api_.Add("page.reload", [this](const JsonObject& params) {
-    const auto id = params.Integer("context");
-    const auto context = id ? contexts_.Find(*id) : nullptr;
-    if (id && !context) throw ApiError("There is no page " + std::to_string(*id) + ".");
-    context ? context->Deliver(R"("type":"reload")") : contexts_.Reload();
-    return std::string("null");
-  });
-  api_.Add("process.get", [this](const JsonObject&) { return library_.Json(); });
-  api_.Add("process.restart", [this](const JsonObject&) {
-    library_.Restart();
-    return std::string("null");
-  });
-  api_.Add("ime.input", [this](const JsonObject& params) {
-    EnterText(params);
-    return std::string("null");
-  });
-}
-
-void RunServer::Runner::EnterText(const JsonObject& params) {
-  const std::string operation = params.Text("op").value_or("");
-  if (operation != "text" && operation != "backspace" && operation != "enter" &&
-      operation != "clear") {
-    throw ApiError(R"("op" is "text", "backspace", "enter" or "clear".)");
-  }
-  const auto context = contexts_.Foremost();
-  if (!context) throw ApiError("No page of the application is open.");
-  const std::string_view text = params.RawText("text");
-  context->Deliver(R"("type":"ime","op":")" + operation + R"(","text":)" +
-                   (text.empty() ? "\"\"" : std::string(text)));
-}
-
-void RunServer::Runner::AskProfile() {
-  library_.Request("control", R"("method":"state.get","params":{})",
-                   [this](const LibraryAnswer& answer) {
-                     const auto state = JsonObject::Parse(answer.result);
-                     if (state) TakeProfile(state->Raw("profile"));
-                   });
-}
-
-void RunServer::Runner::TakeProfile(std::string_view part) {
-  const auto profile = JsonObject::Parse(part);
-  if (profile) profile_ = profile->Text("name").value_or(profile_);
 }
 
 void RunServer::Runner::OnEvent(std::string_view name, std::string_view data) {
@@ -307,7 +202,7 @@ void RunServer::Runner::OnEvent(std::string_view name, std::string_view data) {
     return;
   }
   hub_.Publish(name, data);
-  if (name == "profile") TakeProfile(data);
+  if (name == "profile") run_methods_.TakeProfile(data);
   if (name == "key") {
     const auto event = JsonObject::Parse(data);
     if (event) keys_.OnKeyEvent(*event);
@@ -329,7 +224,7 @@ void RunServer::Runner::BeginStop() {
   app_server_.Stop();
   simulator_server_.Stop();
   record_.reset();
-  watcher_.reset();
+  if (content_) content_->StopWatching();
   beast::error_code ignored;
   signals_.cancel(ignored);
   library_.Stop([this] { loop_.stop(); });

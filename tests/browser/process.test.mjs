@@ -51,10 +51,11 @@ test('a call in flight when the process dies fails and names the call', async ()
   const run = await scene.run(app, { args: ['--extension', slowExtension, '--deadline', '60'] });
   const page = await scene.open(run.appUrl);
   await page.evaluate(wait, 0);
-  const began = page.waitForEvent('console', (message) => message.text() === 'waiting');
   const answer = page.evaluate(wait, 30_000);
-  await began;
-  const { pid } = await run.call('process.get');
+  const { pid } = await until(async () => {
+    const found = await run.call('process.get');
+    return found.handling?.text === '30000' && found;
+  }, 'the call to reach the library');
   process.kill(pid, 'SIGKILL');
   assert.match(await answer, /failed: example\.slow/);
   await until(async () => (await run.call('process.get')).deaths.length === 1, 'the death');

@@ -181,7 +181,7 @@ TEST_F(SecurityTest, AnswersAMessageThatIsTooLongForTheLibraryProcess) {
   const TestPage page = OpenPage();
   const std::string message =
       Message(1, "echo", R"(,"more":")" + std::string(size_t{16} << 20U, 'x') + "\"");
-  EXPECT_THAT(Sync(page, message).body, HasSubstr("the library process takes at most 16777216"));
+  EXPECT_THAT(Sync(page, message).body, HasSubstr("the library process takes at most 16776192"));
   EXPECT_THAT(Call(std::string(size_t{16} << 20U, 'x')), HasSubstr("send less at a time"));
   EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr(R"("id":2,"result":)"));
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <signal.h>
 
+#include <filesystem>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -137,6 +138,21 @@ TEST_F(SupervisionTest, EndsALibraryThatDoesNotStart) {
   } catch (const RunError& error) {
     EXPECT_THAT(error.what(), HasSubstr("it had not started after 0.3 s"));
   }
+}
+
+TEST_F(SupervisionTest, StaysUpWhenTheLibraryCannotBeStartedAgain) {
+  const auto program = folder() / "library-process";
+  std::filesystem::copy(FAKE_LIBRARY_PROCESS, program);
+  options().library_command = {program.string()};
+  Start();
+  const TestPage page = OpenPage();
+  std::filesystem::rename(program, folder() / "away");  // as while it is being built
+  Sync(page, Message(1, "crash"));
+  CallUntil("process.get", R"("state":"down")");
+  EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr("the library process is down"));
+  std::filesystem::rename(folder() / "away", program);
+  Call("process.restart");
+  EXPECT_THAT(Sync(page, Message(3, "echo")).body, HasSubstr(R"("result":)"));
 }
 
 TEST_F(SupervisionTest, SaysWhyALibraryCannotStart) {
