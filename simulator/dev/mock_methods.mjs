@@ -16,6 +16,9 @@ function route(state, key) {
   if (key.mandatory) {
     return { delivered: true, reason: 'mandatory', text: 'every application receives it' };
   }
+  if (grab?.mode === 'normal' && grab.app !== state.focused) {
+    return { delivered: false, reason: 'grabbedByOther', text: `${grab.app} asked for it` };
+  }
   if (grab) {
     const reason = grab.mode === 'normal' ? 'registered' : 'specialGrab';
     return { delivered: true, reason, text: `${grab.app} registered it (${grab.mode})` };
@@ -129,6 +132,12 @@ function applicationMethods(set) {
     'applications.setState': ({ id, state }) =>
       set.changeApplication(id, { state: stateNames.indexOf(state), stateName: state }),
     'applications.focus': ({ id }) => set.setPart('focused', id),
+    'applications.install': ({ folder }) => {
+      const id = `OrvaneMore.${folder}`;
+      const more = { id, name: folder, folder, package: 'OrvaneMore', version: '1.0.0' };
+      set.put('applications', 'id', { ...more, ...ended, metadata: [], privileges: [] });
+      return more;
+    },
     'applications.launch': ({ id }) => set.changeApplication(id, launched),
     'applications.terminate': ({ id }) => set.changeApplication(id, ended),
   };

@@ -105,8 +105,12 @@ test('without the focus, only keys that are had anywhere are marked', async () =
   simulator.server('applications.focus', { id: '' });
   await simulator.page.locator('[data-key=XF86Back]:not(.key-reaches)').waitFor();
   assert.deepEqual(await marked(), ['XF86AudioPlay']);
-  await simulator.page.click('[data-key=XF86Back]');
-  await simulator.shows('.press', 'nobody has the focus');
+  for (const key of ['XF86Back', 'XF86Red']) {
+    await simulator.page.click(`[data-key=${key}]`);
+  }
+  const reasons = simulator.page.locator('.press .chip');
+  await reasons.nth(1).waitFor();
+  assert.deepEqual(await reasons.allInnerTexts(), ['nobody has the focus', 'nobody has the focus']);
 });
 
 test('the shortcuts are listed', async () => {

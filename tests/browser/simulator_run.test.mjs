@@ -9,7 +9,7 @@ import path from 'node:path';
 import test from 'node:test';
 
 import { makePictures } from './support/make_pictures.mjs';
-import { until } from './support/orvane_run.mjs';
+import { repository, until } from './support/orvane_run.mjs';
 import { makeScene } from './support/scene.mjs';
 
 const scene = makeScene();
@@ -205,6 +205,29 @@ test('when the library dies the page says so, and the set is as it was', async (
   assert.equal(await page.getByLabel('Value of example.com/feature/kept').inputValue(), '7');
   const version = await app.locator('body').evaluate(() => window.dravelt.orvane.getAppState());
   assert.equal(version, 'FOREGROUND');
+});
+
+test('another application takes the focus and the keys, until this one is raised', async () => {
+  const { page, app } = await openRun('examples/media');
+  await app.locator('.poster.focused').first().waitFor();
+  await page.getByLabel('Folder or package of another').fill(`${repository}/nowhere`);
+  await page.getByText('Install', { exact: true }).click();
+  await shows(page, '.toast-error', 'nowhere');
+  await page.getByLabel('Folder or package of another').fill(`${repository}/examples/tour`);
+  await page.getByText('Install', { exact: true }).click();
+  const other = page.locator('.application', { hasText: 'OrvaneTour.Tour' });
+  await other.getByText('Launch', { exact: true }).click();
+  await shows(page, '.curtain', 'In the background');
+  await press(page, 'XF86Red');
+  await shows(page, '.press', 'grabbed by another');
+  assert.equal(
+    await app.locator('body').evaluate(() => dravelt.orvane.getAppState()),
+    'BACKGROUND'
+  );
+  await page.click('.curtain >> text=Bring it to the front');
+  await page.locator('.curtain').waitFor({ state: 'detached' });
+  await press(page, 'XF86Red');
+  await shows(page, '.press', 'registered');
 });
 
 test('a reload is another page, and keys reach that one', async () => {

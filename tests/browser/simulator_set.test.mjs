@@ -94,6 +94,16 @@ test('an application is put into a state, focused and ended', async () => {
   ]);
 });
 
+test('another application is installed beside the one that runs', async () => {
+  const simulator = await openSimulator(scene);
+  const applications = section(simulator, 'applications');
+  await applications.getByLabel('Folder or package of another').fill('more');
+  await applications.getByText('Install', { exact: true }).click();
+  await applications.locator('.application', { hasText: 'OrvaneMore.more' }).waitFor();
+  await simulator.shows('.toast', 'more is installed');
+  assert.deepEqual(simulator.called('applications.install'), [{ folder: 'more' }]);
+});
+
 test('metadata and privileges are those of config.xml', async () => {
   const simulator = await openSimulator(scene);
   const tour = section(simulator, 'applications').locator('.application').first();

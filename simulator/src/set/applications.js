@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The applications that the set knows: what they are, and how they are.
 
-import { html } from '../view.js';
+import { html, useState } from '../view.js';
 import { ask } from '../api/session.js';
 import { appId, pages } from '../state/run.js';
 import { set } from '../state/set.js';
+import { toast } from '../state/toasts.js';
 import { Button, Chip, Select } from '../ui/controls.js';
 import { plural } from '../ui/format.js';
 import { Facts, Section } from '../ui/section.js';
@@ -98,6 +99,32 @@ function Application({ application }) {
   </li>`;
 }
 
+/** Another application, so that windows, focus and keys are shared with somebody. */
+function NewApplication() {
+  const [folder, setFolder] = useState('');
+  const install = async (event) => {
+    event.preventDefault();
+    const installed = await ask('applications.install', { folder: folder.trim() });
+    if (installed !== undefined) {
+      setFolder('');
+      toast(`${installed.name || installed.id} is installed. It has no page in this run.`);
+    }
+  };
+  return html`<form class="application-new" onSubmit=${install}>
+    <input
+      type="text"
+      class="mono"
+      aria-label="Folder or package of another application"
+      placeholder="another: folder or .wgt"
+      required
+      spellcheck=${false}
+      value=${folder}
+      onInput=${(event) => setFolder(event.target.value)}
+    />
+    <${Button} type="submit" icon="plus">Install<//>
+  </form>`;
+}
+
 export function Applications() {
   const applications = set.applications.value ?? [];
   const running = applications.filter((each) => each.running).length;
@@ -106,5 +133,6 @@ export function Applications() {
       ${applications.map((each) => html`<${Application} key=${each.id} application=${each} />`)}
     </ul>
     <${ClearFocus} />
+    <${NewApplication} />
   <//>`;
 }

@@ -5,6 +5,7 @@
 
 import { signal } from '../view.js';
 import { Rows } from './rows.js';
+import { set } from './set.js';
 
 export const log = new Rows(200000);
 export const trace = new Rows(50000);
@@ -29,8 +30,13 @@ function nowNs() {
   return Date.now() * 1e6;
 }
 
+/** Who registered a key does not matter while nobody has the focus. */
+function reasonOf({ reason }) {
+  return reason === 'grabbedByOther' && set.focused.value === '' ? 'noFocus' : reason;
+}
+
 export function addKey(event) {
-  const entry = { ...event, number: ++lastKey, at: Date.now() };
+  const entry = { ...event, reason: reasonOf(event), number: ++lastKey, at: Date.now() };
   keyHistory.value = [entry, ...keyHistory.value].slice(0, longestHistory);
 }
 
