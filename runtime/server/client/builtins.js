@@ -91,6 +91,14 @@ const encoder = new TextEncoder();
 export const isLongerThan = (text, bytes) =>
   text.length * 3 > bytes && encodeText(encoder, text).length > bytes;
 
+const makeObserver = inDocument && ((receive) => construct(MutationObserver, [receive]));
+const observe = inDocument && method(MutationObserver.prototype, 'observe');
+// Calls `receive(records)` for as long as the root is there.
+export const observeTree = (root, options, receive) =>
+  observe(makeObserver(receive), root, options);
+export const getAttribute = inDocument && method(Element.prototype, 'getAttribute');
+export const setAttribute = inDocument && method(Element.prototype, 'setAttribute');
+
 // Text as it can be sent: a half of a surrogate pair alone becomes U+FFFD, as on the way to any
 // native code.
 const makeWellFormed = String.prototype.toWellFormed;

@@ -13,6 +13,7 @@ import { watchPolicy } from './policy.js';
 import { watchKeyboard } from './keyboard.js';
 import { pressKey } from './remote_keys.js';
 import { enterText } from './typing.js';
+import { watchSrcdocFrames } from './srcdoc_frames.js';
 import { endWithPage, reloadPage, reloadWhenBack } from './lifetime.js';
 
 const unconnected =
@@ -58,4 +59,5 @@ export function start(boot, scripts, startPage) {
   watchPageState(report);
   watchKeyboard(report);
   endWithPage(caller.transport);
+  watchSrcdocFrames(`${globalThis.origin}/.orvane/page.js`);
 }

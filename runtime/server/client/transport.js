@@ -20,7 +20,7 @@ export class Transport {
   // sends of its own accord and for late answers, lost() and failed().
   constructor(boot, listener) {
     const query = `?token=${boot.token}&context=${boot.context}`;
-    this.origin = location.origin;
+    this.origin = globalThis.origin; // a srcdoc document's location has none
     this.socketAddress = `${this.origin.replace(/^http/, 'ws')}/.orvane/socket${query}&last=`;
     this.syncAddress = `${this.origin}/.orvane/sync${query}`;
     this.byeAddress = `${this.origin}/.orvane/bye${query}`;
