@@ -4,9 +4,10 @@
 // What the sanitizers are told, linked into every program of a sanitizer build: it holds for a
 // program that a test starts with an environment of its own, and for one that is started by hand.
 //
-// The suppressions are for the JavaScript engine alone. It comes without instrumentation, so its
-// own locks are not seen, what its threads hand to each other looks like a race, and its virtual
-// machines live until the process ends. Nothing of this project belongs in them.
+// The suppressions are for what comes without instrumentation. Of the JavaScript engine the own
+// locks are not seen, what its threads hand to each other looks like a race, and its virtual
+// machines live until the process ends. The C library reads the time zone under a lock of its own.
+// Nothing of this project belongs in them.
 
 #include <stdlib.h>
 
@@ -32,7 +33,8 @@ HOOK __tsan_default_options() {
 HOOK __tsan_default_suppressions();
 HOOK __tsan_default_suppressions() {
   return "race:libjavascriptcoregtk-4.1.so.0\n"
-         "signal:libjavascriptcoregtk-4.1.so.0\n";
+         "signal:libjavascriptcoregtk-4.1.so.0\n"
+         "race:tzset_internal\n";
 }
 
 #ifdef __SANITIZE_THREAD__
