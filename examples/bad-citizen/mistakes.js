@@ -31,7 +31,7 @@
       remedy:
         'The set does not hand over the key. config.xml asks for the privilege tv.inputdevice in ' +
         'an element <tizen:privilige>; it is <tizen:privilege>.',
-      where: 'The explanation is in the simulator under Remote control and Messages.',
+      where: 'The simulator explains it under Problems, and at each press of the red key.',
     },
     {
       title: 'A privilege that the call itself checks',
@@ -49,7 +49,7 @@
       remedy:
         'One unknown name, and none of the list is registered. The names are those of ' +
         'getSpecialSupportedKeys(): the red key is ColorF0Red.',
-      where: 'The name stands in the log: “This ColorRed is invalid!”',
+      where: 'The name stands in the console: “This ColorRed is invalid!”',
     },
     {
       title: 'A number where a text is wanted',
@@ -98,7 +98,7 @@
       remedy:
         'setAuxHint is for applications with the privilege ' +
         'http://tizen.org/privilege/internal/default/platform, which a shop does not grant.',
-      where: 'The log names the check that failed.',
+      where: 'The log names the privilege, and so do the simulator’s Problems.',
     },
     {
       title: 'A key handler that takes ' + slowMs + ' ms',

@@ -64,6 +64,15 @@ test('volume keys that no application took show and change the volume', async ()
   simulator.assertClean();
 });
 
+test('the volume is shown beside the on-screen keyboard, not over it', async () => {
+  const simulator = await openSimulator(scene);
+  await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
+  simulator.server('keys.press', { name: 'XF86AudioMute' });
+  const volume = await simulator.page.locator('.volume-bar').boundingBox();
+  const ime = await simulator.page.locator('.ime').boundingBox();
+  assert.ok(volume.y + volume.height <= ime.y, JSON.stringify({ volume, ime }));
+});
+
 test('volume keys that an application took leave the volume alone', async () => {
   const simulator = await openSimulator(scene);
   const grab = { app: 'OrvaneTour.Tour', key: 'XF86AudioRaiseVolume', mode: 'normal' };

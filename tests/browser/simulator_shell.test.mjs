@@ -201,32 +201,40 @@ test('the page fits its window, and stays where it is when a part is looked for'
   assert.deepEqual(await moved(), [0, 0]);
 });
 
-test('in a narrow window everything is reached by scrolling sideways', async () => {
-  const { page } = await openSimulator(scene, { viewport: { width: 800, height: 600 } });
+test('in a small window everything is reached by scrolling', async () => {
+  const { page } = await openSimulator(scene, { viewport: { width: 800, height: 400 } });
   const theme = page.locator('[aria-label=Theme] [aria-label=Dark]');
-  await page.mouse.move(400, 300);
-  await page.mouse.wheel(600, 0);
-  await page.waitForFunction(() => window.scrollX > 0);
-  const box = await theme.boundingBox();
-  assert.ok(box.x + box.width <= 800, `${box.x}`);
+  await page.mouse.move(400, 20); // over nothing that scrolls itself
+  await page.mouse.wheel(600, 300);
+  await page.waitForFunction(() => window.scrollX > 0 && window.scrollY > 0);
+  const { x, width } = await theme.boundingBox();
+  assert.ok(x + width <= 800, `${x}`);
+  const dock = await page.locator('.dock').boundingBox();
+  assert.ok(dock.y + dock.height <= 400, `${dock.y + dock.height}`);
+  const television = await page.locator('.television').boundingBox();
+  assert.ok(television.height > 150, `${television.height}`);
 });
 
-test('nothing hinders anybody in what lies over the page', async () => {
-  const simulator = await openSimulator(scene);
-  const { page } = simulator;
-  await page.click('.status-actions [aria-label="On-screen keyboard"]');
-  await page.locator('.ime').waitFor();
-  assert.deepEqual(await hindrances(page), []);
-  simulator.server('dev.process', { state: 'down', pid: 0, deaths: [death] });
-  simulator.server('applications.setState', { id: 'OrvaneTour.Tour', state: 'BACKGROUND' });
-  await page.click('.status-actions [aria-label="Save a picture of the screen"]');
-  await page.locator('.toast-error').waitFor();
-  await page.locator('.curtain').waitFor();
-  assert.deepEqual(await hindrances(page), []);
-  await page.click('[aria-label="Keyboard shortcuts"]');
-  await page.locator('dialog').waitFor();
-  assert.deepEqual(await hindrances(page), []);
-});
+for (const colorScheme of ['light', 'dark']) {
+  test(`nothing hinders anybody in what lies over the page (${colorScheme})`, async () => {
+    const simulator = await openSimulator(scene, { colorScheme });
+    const { page } = simulator;
+    await page.click('.status-actions [aria-label="On-screen keyboard"]');
+    await page.locator('.ime').waitFor();
+    simulator.server('keys.press', { name: 'XF86AudioMute' });
+    await page.locator('.volume-bar').waitFor();
+    assert.deepEqual(await hindrances(page), []);
+    simulator.server('dev.process', { state: 'down', pid: 0, deaths: [death] });
+    simulator.server('applications.setState', { id: 'OrvaneTour.Tour', state: 'BACKGROUND' });
+    await page.click('.status-actions [aria-label="Save a picture of the screen"]');
+    await page.locator('.toast-error').waitFor();
+    await page.locator('.curtain').waitFor();
+    assert.deepEqual(await hindrances(page), []);
+    await page.click('[aria-label="Keyboard shortcuts"]');
+    await page.locator('dialog').waitFor();
+    assert.deepEqual(await hindrances(page), []);
+  });
+}
 
 /** What axe finds, as "rule: elements". */
 async function hindrances(page) {

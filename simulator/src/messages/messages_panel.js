@@ -100,6 +100,8 @@ function Row({ record, budgetMs }) {
   return html`<span class="log-time">${clockTime(record.time_ns)}</span>
     <span
       class=${`direction direction-${record.direction}`}
+      role="img"
+      aria-label=${out ? 'from the page' : 'to the page'}
       title=${out ? 'from the page' : 'to the page'}
       >${out ? '→' : '←'}</span
     >
