@@ -30,6 +30,7 @@ struct RunVerbOptions : SetOptions {
   double deadline_seconds = 10;
   bool no_open = false;
   bool no_watch = false;
+  bool no_isolation = false;
   bool watch = false;
   bool headless_browser = false;
   bool test_hooks = false;
@@ -61,6 +62,7 @@ server::RunOptions ServerOptions(const RunVerbOptions& given) {
   options.port = given.port;
   options.deadline = Milliseconds(given.deadline_seconds);
   options.watch = !given.no_watch && (given.watch || fs::is_directory(app));
+  options.isolate = !given.no_isolation;
   options.open_browser = !given.no_open && !given.headless_browser;
   options.headless_browser = given.headless_browser;
   options.test_hooks = given.test_hooks;
@@ -121,6 +123,8 @@ void AddOptions(CLI::App& verb, RunVerbOptions& options) {
                     "A synchronous call fails after so many seconds (default: 10)");
   verb.add_flag("--watch,!--no-watch", options.watch,
                 "Reload the page when a file is saved (default for folders), or do not");
+  verb.add_flag("--no-isolation", options.no_isolation,
+                "Let the page show frames of other sites; synchronous calls are slower then");
   verb.add_flag("--no-open", options.no_open, "Do not open a browser");
   verb.add_flag("--headless-browser", options.headless_browser,
                 "Open the simulator in a Chromium without a window, which ends with\n"

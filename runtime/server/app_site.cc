@@ -7,6 +7,7 @@
 
 #include "server/client/client_text.h"
 #include "server/media_types.h"
+#include "server/run_info.h"
 
 namespace orvane::server {
 
@@ -31,11 +32,12 @@ int64_t QueryNumber(const HttpRequest& request, std::string_view name) {
 
 }  // namespace
 
-AppSite::AppSite(Origin origin, Origin simulator, Parts parts, std::string start_path)
+AppSite::AppSite(Origin origin, Origin simulator, Parts parts, const RunOptions& options)
     : origin_(std::move(origin)),
       simulator_(std::move(simulator)),
       parts_(parts),
-      start_path_(std::move(start_path)) {}
+      start_path_(StartPath(options)),
+      isolate_(options.isolate) {}
 
 void AppSite::Handle(std::shared_ptr<Exchange> exchange) {
   const HttpRequest& request = exchange->request();
@@ -55,8 +57,10 @@ void AppSite::AddHeaders(HttpResponse* response) const {
   for (const auto& [name, value] : response->headers) {
     if (EqualsIgnoringCase(name, "Content-Type")) is_document = IsDocumentType(value);
   }
-  response->headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
-  response->headers.emplace_back("Cross-Origin-Embedder-Policy", "credentialless");
+  if (isolate_) {
+    response->headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
+    response->headers.emplace_back("Cross-Origin-Embedder-Policy", "credentialless");
+  }
   response->headers.emplace_back("Cross-Origin-Resource-Policy",
                                  is_document ? "cross-origin" : "same-origin");
   response->headers.emplace_back("Origin-Agent-Cluster", "?1");

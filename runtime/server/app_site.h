@@ -11,6 +11,7 @@
 #include "server/page_contexts.h"
 #include "server/page_messages.h"
 #include "server/page_script.h"
+#include "server/run_options.h"
 
 namespace orvane::server {
 
@@ -27,13 +28,14 @@ class AppSite final : public Site {
     const PageScript& script;
   };
 
-  AppSite(Origin origin, Origin simulator, Parts parts, std::string start_path);
+  AppSite(Origin origin, Origin simulator, Parts parts, const RunOptions& options);
 
   void set_content(Content content) { content_ = std::move(content); }
 
   void Handle(std::shared_ptr<Exchange> exchange) override;
 
-  // Adds what every answer of the origin says: that its pages are isolated, and who may frame them.
+  // Adds what every answer of the origin says: whether its pages are isolated, and who may frame
+  // them.
   void AddHeaders(HttpResponse* response) const;
 
  private:
@@ -49,6 +51,7 @@ class AppSite final : public Site {
   const Origin simulator_;
   const Parts parts_;
   const std::string start_path_;
+  const bool isolate_;
   Content content_;
 };
 

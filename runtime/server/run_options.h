@@ -35,6 +35,9 @@ struct RunOptions {
   std::chrono::milliseconds deadline{10000};
   std::chrono::milliseconds patience{20000};
   bool watch = true;
+  // Pages are cross-origin isolated: synchronous calls are quick, frames of other sites are not
+  // shown.
+  bool isolate = true;
   bool open_browser = false;
   bool headless_browser = false;
   bool test_hooks = false;

@@ -156,7 +156,7 @@ void RunServer::Runner::Open(const JsonObject& started) {
   addresses_ = {origins.simulator.url() + "/#token=" + secret, origins.app.url()};
   script_.emplace(started, PageAppJson(options_.app), options_.deadline, options_.check_script);
   app_site_.emplace(origins.app, origins.simulator, AppSite::Parts{contexts_, messages_, *script_},
-                    StartPath(options_));
+                    options_);
   content_.emplace(
       options_, origins,
       AppContent::Parts{loop_, *app_site_, contexts_, hub_, [this](const std::string& text) {

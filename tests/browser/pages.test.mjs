@@ -3,6 +3,7 @@
 // What a page gets from a real server and a real library.
 
 import assert from 'node:assert/strict';
+import { createServer } from 'node:http';
 import test from 'node:test';
 
 import { until } from './support/orvane_run.mjs';
@@ -34,6 +35,50 @@ test('the page is isolated, and its calls go over the worker', async () => {
     });
     return before === after;
   }, 'a call without a request');
+});
+
+// A frame of another site in the page; what it shows.
+async function showOther(page, address) {
+  await page.evaluate((src) => {
+    const frame = document.createElement('iframe');
+    frame.src = src;
+    document.body.append(frame);
+    return new Promise((resolve) => {
+      frame.onload = resolve;
+    });
+  }, address);
+  return page
+    .frames()
+    .at(-1)
+    .evaluate(() => document.body.textContent);
+}
+
+test('a frame of another site is kept out with an explanation, or shown on demand', async () => {
+  const other = createServer((request, response) => {
+    response.writeHead(200, { 'Content-Type': 'text/html' }).end('<body>Elsewhere</body>');
+  });
+  await new Promise((resolve) => {
+    other.listen(0, '127.0.0.1', resolve);
+  });
+  scene.onEnd(() => {
+    other.closeAllConnections();
+    other.close();
+  });
+  const address = `http://127.0.0.1:${other.address().port}/`;
+  const app = 'tests/browser/apps/frames';
+
+  const isolated = await scene.run(app);
+  assert.doesNotMatch(await showOther(await scene.open(isolated.appUrl), address), /Elsewhere/);
+  const explained = await until(
+    async () => (await isolated.call('explain.list')).find(({ text }) => text.includes(address)),
+    'the explanation'
+  );
+  assert.match(explained.text, /--no-isolation/);
+
+  const open = await scene.run(app, { args: ['--no-isolation'] });
+  const page = await scene.open(open.appUrl);
+  assert.equal(await showOther(page, address), 'Elsewhere');
+  assert.equal(await page.evaluate(() => window.own), '3.9');
 });
 
 test('a strict content policy of the page is no hindrance', async () => {

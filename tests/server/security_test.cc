@@ -71,6 +71,15 @@ TEST_F(SecurityTest, LetsTheSimulatorAloneFrameTheApplication) {
                            "\r\n"));
 }
 
+TEST_F(SecurityTest, IsolatesPagesUnlessToldNotTo) {
+  Start();
+  EXPECT_TRUE(Get("/index.html").Has("Cross-Origin-Embedder-Policy: credentialless\r\n"));
+  StopServer();
+  options().isolate = false;
+  Start();
+  EXPECT_THAT(Get("/index.html").head, Not(HasSubstr("Embedder")));
+}
+
 TEST_F(SecurityTest, GivesThePageScriptToOwnPagesOnly) {
   Start();
   EXPECT_EQ(Get("/.orvane/page.js").status, 403);

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// Explains what the page's own content policy forbids of the runtime, instead of letting calls fail
-// for no visible reason.
+// Explains what the page's own content policy forbids of the runtime, and what the runtime forbids
+// the page, instead of letting things fail for no visible reason.
 
 import { listen } from './document_listeners.js';
 
@@ -34,12 +34,32 @@ export function explainViolation({ blockedURI, effectiveDirective, disposition }
   return `The page's content policy (${directive}) blocks ${part}: ${remedy}.`;
 }
 
+// What the isolation of the page keeps out; null when a report is of something else.
+export function explainIsolation({ type, body }) {
+  // Of this type, only its JSON has the members.
+  const { disposition, destination, blockedURL } = body?.toJSON?.() ?? {};
+  if (type !== 'coep' || disposition !== 'enforce') {
+    return null;
+  }
+  const isFrame = destination === 'iframe';
+  return (
+    `The page may not ${isFrame ? 'show' : 'load'} ${blockedURL}: it is isolated from other ` +
+    'sites, which makes synchronous calls quick. Start "orvane run" with --no-isolation' +
+    `${isFrame ? ', or give the frame the attribute "credentialless"' : ''}.`
+  );
+}
+
 export function watchPolicy(report) {
-  listen(document, 'securitypolicyviolation', (event) => {
-    const text = explainViolation(event);
+  const explain = (text) => {
     if (text !== null) {
       console.error(`[orvane] ${text}`);
       report({ type: 'explain', text });
     }
-  });
+  };
+  listen(document, 'securitypolicyviolation', (event) => explain(explainViolation(event)));
+  if (globalThis.crossOriginIsolated && globalThis.ReportingObserver) {
+    new ReportingObserver((reports) => {
+      new Set(reports.map(explainIsolation)).forEach(explain);
+    }).observe();
+  }
 }
