@@ -24,6 +24,7 @@ namespace {
 
 constexpr std::chrono::milliseconds kQuiet(100);
 constexpr std::chrono::milliseconds kLongestWait(1000);
+constexpr std::chrono::milliseconds kBetweenLooks(200);  // for a folder that is gone
 constexpr uint32_t kEvents = IN_CLOSE_WRITE | IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
 
 bool EndsIn(const std::string& name, const std::string& end) {
@@ -51,11 +52,9 @@ class FolderWatcher::Watch : public std::enable_shared_from_this<Watch> {
       : folder_(std::move(folder)),
         changed_(std::move(changed)),
         inotify_(io, OpenInotify()),
-        quiet_(io) {
-    if (!AddFolder({})) {
-      throw std::system_error(errno, std::generic_category(), folder_.string());
-    }
-    AddFoldersOf({});
+        quiet_(io),
+        absence_(io) {
+    if (!AddAll()) throw std::system_error(errno, std::generic_category(), folder_.string());
   }
 
   void Begin() { Wait(); }
@@ -64,6 +63,7 @@ class FolderWatcher::Watch : public std::enable_shared_from_this<Watch> {
     changed_ = nullptr;
     inotify_.close();
     quiet_.cancel();
+    absence_.cancel();
   }
 
   bool complete() const { return complete_; }
@@ -94,6 +94,8 @@ class FolderWatcher::Watch : public std::enable_shared_from_this<Watch> {
   }
 
   void OnEvent(const inotify_event& event, const std::string& name) {
+    if ((event.mask & IN_Q_OVERFLOW) != 0) return Note(".");
+    if (event.wd == root_ && (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) return AwaitFolder();
     if ((event.mask & IN_IGNORED) != 0) {
       folders_.erase(event.wd);
       return;
@@ -110,6 +112,25 @@ class FolderWatcher::Watch : public std::enable_shared_from_this<Watch> {
     Note(path.generic_string());
   }
 
+  // It was removed or renamed, as some builds do: looks for another in its place.
+  void AwaitFolder() {
+    root_ = -1;
+    for (const auto& [watch, folder] : folders_) {
+      inotify_rm_watch(inotify_.native_handle(), watch);
+    }
+    folders_.clear();
+    LookForFolder();
+  }
+
+  void LookForFolder() {
+    absence_.expires_after(kBetweenLooks);
+    absence_.async_wait([self = shared_from_this()](boost::system::error_code error) {
+      if (error || !self->changed_) return;
+      if (!self->AddAll()) return self->LookForFolder();
+      self->Note(".");
+    });
+  }
+
   // Tells when nothing came for a moment, or when the first one waited long enough.
   void Note(std::string file) {
     const auto now = std::chrono::steady_clock::now();
@@ -122,19 +143,28 @@ class FolderWatcher::Watch : public std::enable_shared_from_this<Watch> {
     });
   }
 
-  bool AddFolder(const fs::path& relative) {
+  bool AddAll() {
+    root_ = Add({}, kEvents | IN_MOVE_SELF);
+    if (root_ >= 0) AddFoldersOf({});
+    return root_ >= 0;
+  }
+
+  bool AddFolder(const fs::path& relative) { return Add(relative, kEvents) >= 0; }
+
+  // The watch; -1: there is none.
+  int Add(const fs::path& relative, uint32_t events) {
     if (folders_.size() >= kMaxFolders) {
       complete_ = false;
-      return false;
+      return -1;
     }
     const int watch = inotify_add_watch(inotify_.native_handle(), (folder_ / relative).c_str(),
-                                        kEvents | IN_ONLYDIR | IN_DONT_FOLLOW);
+                                        events | IN_ONLYDIR | IN_DONT_FOLLOW);
     if (watch < 0) {
       complete_ = complete_ && errno != ENOSPC;
-      return false;
+      return -1;
     }
     folders_[watch] = relative;
-    return true;
+    return watch;
   }
 
   void AddFoldersOf(const fs::path& relative) {
@@ -155,6 +185,8 @@ class FolderWatcher::Watch : public std::enable_shared_from_this<Watch> {
   Changed changed_;  // empty once it has ended
   boost::asio::posix::stream_descriptor inotify_;
   boost::asio::steady_timer quiet_;
+  boost::asio::steady_timer absence_;
+  int root_ = -1;                    // the watch of the folder itself; -1: it is gone
   std::map<int, fs::path> folders_;  // by inotify's number; relative
   bool complete_ = true;
   std::string waiting_;  // the last file of those that are still to be told

@@ -16,7 +16,8 @@ namespace orvane::browser {
 // Tells of files that are written, made, renamed or removed in a folder and the folders below it.
 // Hidden files and folders, node_modules, and the backups and swap files of editors do not count;
 // symbolic links are not followed. What is saved in quick succession is told once, after a moment
-// of quiet. Lives on the thread of the io_context.
+// of quiet. A folder that is removed or renamed is watched again once there is another in its
+// place, which is told as ".". Lives on the thread of the io_context.
 class FolderWatcher {
  public:
   // The last of the files that changed, relative to the folder.

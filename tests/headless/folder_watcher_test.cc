@@ -62,6 +62,36 @@ TEST_F(FolderWatcherTest, TellsAWrittenFile) {
   EXPECT_TRUE(watcher.complete());
 }
 
+TEST_F(FolderWatcherTest, GoesOnInAFolderThatIsMadeAnew) {
+  fs::create_directories(folder_ / "dist/js");
+  FolderWatcher watcher(io_, folder_ / "dist", Tell());
+
+  fs::remove_all(folder_ / "dist");
+  Write("dist/js/a.js");
+  RunUntil(1);
+  while (told_.back() != ".") RunUntil(told_.size() + 1);
+  told_.clear();
+  Write("dist/js/b.js");
+  RunUntil(1);
+
+  EXPECT_EQ(told_.back(), "js/b.js");
+}
+
+TEST_F(FolderWatcherTest, GoesOnInAFolderThatTookThePlaceOfAnother) {
+  fs::create_directories(folder_ / "dist");
+  FolderWatcher watcher(io_, folder_ / "dist", Tell());
+
+  Write("next/index.html");
+  fs::rename(folder_ / "dist", folder_ / "old");
+  fs::rename(folder_ / "next", folder_ / "dist");
+  RunUntil(1);
+  Write("old/index.html");
+  Write("dist/index.html");
+  RunUntil(2);
+
+  EXPECT_EQ(told_, (std::vector<std::string>{".", "index.html"}));
+}
+
 TEST_F(FolderWatcherTest, TellsAFileOfAFolderBelow) {
   Write("js/lib/a.js");
   FolderWatcher watcher(io_, folder_, Tell());
