@@ -60,6 +60,12 @@ std::string UnknownFunctionText(const std::string& name) {
   return text + "did you mean " + Joined(near) + "?";
 }
 
+void RequireKnown(const std::string& name) {
+  const std::vector<std::string> names = AllNames();
+  if (std::find(names.begin(), names.end(), name) != names.end()) return;
+  throw SetError(UnknownFunctionText(name));
+}
+
 }  // namespace
 
 const std::vector<std::string>& FaultTable::functions() {
@@ -109,10 +115,7 @@ const std::vector<std::string>& FaultTable::accesses() {
 }
 
 void FaultTable::Fail(const std::string& function, int code, FaultMode mode, uint64_t hits) {
-  const std::vector<std::string> names = AllNames();
-  if (std::find(names.begin(), names.end(), function) == names.end()) {
-    throw SetError(UnknownFunctionText(function));
-  }
+  RequireKnown(function);
   if (code == 0)
     throw SetError("code 0 is success; give " + function + " another one to fail with");
   {
@@ -124,6 +127,7 @@ void FaultTable::Fail(const std::string& function, int code, FaultMode mode, uin
 }
 
 void FaultTable::Clear(const std::string& function) {
+  RequireKnown(function);
   {
     std::lock_guard<std::mutex> lock(mutex_);
     if (faults_.erase(function) == 0) return;

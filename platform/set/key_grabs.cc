@@ -214,7 +214,7 @@ KeyDelivery KeyGrabs::Press(const std::string& key_name) {
 void KeyGrabs::AddKnownKeys(const std::vector<std::string>& key_names) {
   std::vector<RemoteKey> keys;
   keys.reserve(key_names.size());
-  for (const std::string& name : key_names) keys.push_back(RemoteKey{name, 0, 0});
+  for (const std::string& name : key_names) keys.push_back(RemoteKey{name, 0, 0, {}});
   AddKnownKeys(keys);
 }
 
@@ -229,6 +229,7 @@ void KeyGrabs::AddKnownKeys(const std::vector<RemoteKey>& keys) {
     }
     if (key.key_code != 0) known->key_code = key.key_code;
     if (key.x_key_code != 0) known->x_key_code = key.x_key_code;
+    for (const std::string& page_name : key.page_names) known->page_names.push_back(page_name);
   }
 }
 

@@ -150,7 +150,15 @@ std::string NumberText(const std::string& bytes) {
   Value value{};
   if (bytes.size() != sizeof(value)) return {};
   std::memcpy(&value, bytes.data(), sizeof(value));
-  return std::to_string(value);
+  char text[64];
+  const auto [end, error] = std::to_chars(text, text + sizeof(text), value);
+  return error == std::errc() ? std::string(text, end) : std::string();
+}
+
+std::string BoolText(const std::string& bytes) {
+  const std::string number = NumberText<int>(bytes);
+  if (number.empty()) return number;
+  return number == "0" ? "false" : "true";
 }
 
 std::string TextOf(const Stored& stored) {
@@ -158,8 +166,9 @@ std::string TextOf(const Stored& stored) {
     case VCONF_TYPE_STRING:
       return stored.bytes;
     case VCONF_TYPE_INT:
-    case VCONF_TYPE_BOOL:
       return NumberText<int>(stored.bytes);
+    case VCONF_TYPE_BOOL:
+      return BoolText(stored.bytes);
     case VCONF_TYPE_DOUBLE:
       return NumberText<double>(stored.bytes);
     default:

@@ -23,10 +23,15 @@ namespace {
 // Empty for a row that is none.
 std::optional<tvset::RemoteKey> ReadRow(const picojson::value& row) {
   if (!row.is<picojson::object>()) return std::nullopt;
+  const picojson::value& page_name = row.get("name");
   const picojson::value& name = row.get("keyName");
   const picojson::value& code = row.get("keyCode");
-  if (!name.is<std::string>() || !code.is<double>()) return std::nullopt;
-  return tvset::RemoteKey{name.get<std::string>(), static_cast<int>(code.get<double>()), 0};
+  if (!page_name.is<std::string>() || !name.is<std::string>() || !code.is<double>())
+    return std::nullopt;
+  return tvset::RemoteKey{name.get<std::string>(),
+                          static_cast<int>(code.get<double>()),
+                          0,
+                          {page_name.get<std::string>()}};
 }
 
 }  // namespace

@@ -5,8 +5,9 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <sstream>
@@ -55,13 +56,19 @@ std::string NodeOf(const std::string& host) {
   return host == "localhost" || EndsWith(host, ".localhost") ? "127.0.0.1" : host;
 }
 
-void SetPatience(const Socket& socket, std::chrono::seconds patience) {
-  const timeval limit{static_cast<time_t>(patience.count()), 0};
+using TimePoint = std::chrono::steady_clock::time_point;
+
+// For the next operation of the socket, whatever those before it took.
+void SetDeadline(const Socket& socket, TimePoint deadline) {
+  const auto left = std::chrono::ceil<std::chrono::microseconds>(
+      std::max(deadline - std::chrono::steady_clock::now(), TimePoint::duration(1)));
+  constexpr int64_t kMicro = 1000000;
+  const timeval limit{left.count() / kMicro, left.count() % kMicro};
   setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof(limit));
   setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof(limit));
 }
 
-Socket Connect(const LocalAddress& address, std::chrono::seconds patience) {
+Socket Connect(const LocalAddress& address, TimePoint deadline) {
   addrinfo hints = {};
   hints.ai_socktype = SOCK_STREAM;
   addrinfo* found = nullptr;
@@ -72,7 +79,7 @@ Socket Connect(const LocalAddress& address, std::chrono::seconds patience) {
   std::string why;
   for (const addrinfo* each = found; each != nullptr; each = each->ai_next) {
     Socket socket(::socket(each->ai_family, SOCK_STREAM | SOCK_CLOEXEC, each->ai_protocol));
-    SetPatience(socket, patience);
+    SetDeadline(socket, deadline);
     if (connect(socket.get(), each->ai_addr, each->ai_addrlen) == 0) return socket;
     why = std::strerror(errno);
   }
@@ -90,7 +97,8 @@ void SendAll(const Socket& socket, std::string_view bytes) {
 }
 
 // Adds what comes next to the buffer; false at the end of the stream.
-bool ReceiveSome(const Socket& socket, boost::beast::flat_buffer* buffer) {
+bool ReceiveSome(const Socket& socket, TimePoint deadline, boost::beast::flat_buffer* buffer) {
+  SetDeadline(socket, deadline);
   const auto space = buffer->prepare(size_t{64} << 10);
   ssize_t count = 0;
   do {
@@ -105,14 +113,14 @@ bool ReceiveSome(const Socket& socket, boost::beast::flat_buffer* buffer) {
   return count > 0;
 }
 
-HttpAnswer ReceiveAnswer(const Socket& socket) {
+HttpAnswer ReceiveAnswer(const Socket& socket, TimePoint deadline) {
   http::response_parser<http::string_body> parser;
   parser.body_limit(kLongestBody);
   parser.eager(true);
   boost::beast::flat_buffer buffer;
   boost::beast::error_code error;
   while (!parser.is_done()) {
-    if (ReceiveSome(socket, &buffer)) {
+    if (ReceiveSome(socket, deadline, &buffer)) {
       buffer.consume(parser.put(buffer.data(), error));
       if (error == http::error::need_more) error = {};
     } else if (!parser.got_some()) {
@@ -152,9 +160,10 @@ HttpAnswer HttpPost(const LocalAddress& address, const std::string& path,
   request.prepare_payload();
   std::ostringstream bytes;
   bytes << request;
-  const Socket socket = Connect(address, patience);
+  const TimePoint deadline = std::chrono::steady_clock::now() + patience;
+  const Socket socket = Connect(address, deadline);
   SendAll(socket, bytes.str());
-  return ReceiveAnswer(socket);
+  return ReceiveAnswer(socket, deadline);
 }
 
 }  // namespace orvane::cli

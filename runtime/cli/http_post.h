@@ -32,8 +32,8 @@ class HttpError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Posts `body` and waits for the whole answer, of 64 MiB at most; each step of it may take
-// `patience`. Throws HttpError.
+// Posts `body` and waits for the whole answer, of 64 MiB at most, for as long as `patience`. Throws
+// HttpError.
 HttpAnswer HttpPost(const LocalAddress& address, const std::string& path,
                     const std::vector<std::pair<std::string, std::string>>& headers,
                     const std::string& body, std::chrono::seconds patience);

@@ -6,8 +6,9 @@
 
 #include <cerrno>
 #include <fstream>
-#include <iterator>
+#include <limits>
 #include <optional>
+#include <sstream>
 
 #include "cli/output.h"
 #include "host/bounded_json.h"
@@ -21,7 +22,7 @@ using picojson::value;
 
 namespace {
 
-// Longer than any deadline that a person sets for a page's call.
+// A picture may take half of it.
 constexpr std::chrono::seconds kPatience{60};
 
 std::string NoneRuns(const fs::path& folder) {
@@ -36,24 +37,40 @@ value ParseObject(const std::string& text) {
   return parsed && parsed->is<object>() ? *parsed : value();
 }
 
+// Empty for what cannot be read.
 std::string ReadAll(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+// 0: it is none.
+pid_t ReadPid(const value& pid) {
+  constexpr double kHighest = std::numeric_limits<pid_t>::max();
+  const bool fits = pid.is<double>() && pid.get<double>() >= 1 && pid.get<double>() <= kHighest;
+  return fits ? static_cast<pid_t>(pid.get<double>()) : 0;
 }
 
 std::string Text(const value& of, const std::string& name) {
-  const value& member = of.get(name);
+  const value& member = Member(of, name);
   return member.is<std::string>() ? member.get<std::string>() : std::string();
 }
 
 // The text of an "error" member; empty when there is none.
 std::string ErrorOf(const value& answer) {
-  const value& error = answer.get("error");
+  const value& error = Member(answer, "error");
   if (error.is<std::string>()) return error.get<std::string>();
   return error.is<object>() ? Text(error, "message") : std::string();
 }
 
 }  // namespace
+
+const value& Member(const value& of, const std::string& name) {
+  static const auto* const kNone = new value();
+  if (!of.is<object>()) return *kNone;
+  const auto found = of.get<object>().find(name);
+  return found == of.get<object>().end() ? *kNone : found->second;
+}
 
 Simulator::Simulator(const std::string& state_folder)
     : folder_(fs::absolute(state_folder.empty() ? tvset::Paths::DefaultStateFolder()
@@ -63,19 +80,18 @@ Simulator::Simulator(const std::string& state_folder)
   std::error_code error;
   if (!fs::exists(file, error)) throw NoSimulator(NoneRuns(folder_));
   const value run = ParseObject(ReadAll(file));
-  const auto address =
-      run.is<object>() ? ParseLocalAddress(Text(run, "api")) : std::optional<LocalAddress>();
-  if (!address || !run.get("pid").is<double>()) {
+  const auto address = ParseLocalAddress(Text(run, "api"));
+  pid_ = ReadPid(Member(run, "pid"));
+  if (!address || pid_ == 0) {
     throw NoSimulator(file.string() + " does not say where the simulator is. " +
                       "End the simulator and start it again.");
   }
   address_ = *address;
   token_ = Text(run, "token");
-  pid_ = static_cast<int>(run.get("pid").get<double>());
   if (!runs()) throw NoSimulator(NoneRuns(folder_) + " The last one ended without cleaning up.");
 }
 
-bool Simulator::runs() const { return pid_ > 0 && (kill(pid_, 0) == 0 || errno == EPERM); }
+bool Simulator::runs() const { return kill(pid_, 0) == 0 || errno == EPERM; }
 
 value Simulator::Call(const std::string& method, const object& parameters) const {
   const object request{{"method", value(method)}, {"params", value(parameters)}};
@@ -86,7 +102,7 @@ value Simulator::Call(const std::string& method, const object& parameters) const
                     value(request).serialize(), kPatience);
   } catch (const HttpError& error) {
     throw NoSimulator("the simulator on " + folder_.string() + " does not answer: " + error.what() +
-                      ".");
+                      ". Start it again if it stays so.");
   }
   const value answer = ParseObject(http.body);
   if (http.status == 403) {
@@ -106,7 +122,7 @@ value Simulator::Call(const std::string& method, const object& parameters) const
     throw SimulatorRefusal("the simulator refused " + method + " with status " +
                            std::to_string(http.status) + ".");
   }
-  return answer.get("result");
+  return Member(answer, "result");
 }
 
 void AddSimulatorOptions(CLI::App& verb, SimulatorOptions& options, const std::string& json_help) {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
@@ -40,13 +42,18 @@ class Simulator {
                        const picojson::object& parameters = picojson::object()) const;
 
   bool runs() const;  // false: its process has ended since
+  pid_t pid() const { return pid_; }
 
  private:
   std::filesystem::path folder_;
   LocalAddress address_;
   std::string token_;
-  int pid_ = 0;
+  pid_t pid_ = 0;
 };
+
+// A member of what a simulator answered, which may be of another version; null for one that is not
+// there, or of what is no object.
+const picojson::value& Member(const picojson::value& of, const std::string& name);
 
 // What the verbs that talk to a simulator have in common.
 struct SimulatorOptions {

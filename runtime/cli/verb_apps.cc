@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "cli/json_output.h"
 #include "cli/simulator.h"
 #include "cli/verbs.h"
 
@@ -15,23 +16,23 @@ namespace {
 
 // "*" before the application that has the focus.
 void PrintLine(const value& app, const std::string& focused) {
-  const std::string id = app.get("id").to_str();
-  const bool runs = app.get("running").is<bool>() && app.get("running").get<bool>();
-  const std::string state = runs ? app.get("stateName").to_str() : "not running";
+  const std::string id = Member(app, "id").to_str();
+  const bool runs = Member(app, "running").is<bool>() && Member(app, "running").get<bool>();
+  const std::string state = runs ? Member(app, "stateName").to_str() : "not running";
   std::printf("%c %-32s %-12s %s\n", id == focused ? '*' : ' ', id.c_str(), state.c_str(),
-              app.get("name").to_str().c_str());
+              Member(app, "name").to_str().c_str());
 }
 
 ExitCode List(const Simulator& simulator, const SimulatorOptions& options) {
   const value state = simulator.Call("state.get");
-  const value& applications = state.get("applications");
+  const value& applications = Member(state, "applications");
   if (options.json) {
-    std::printf("%s\n", applications.serialize().c_str());
+    PrintJson(applications);
     return ExitCode::kDone;
   }
   if (!applications.is<picojson::array>()) return ExitCode::kDone;
   for (const value& app : applications.get<picojson::array>()) {
-    PrintLine(app, state.get("focused").to_str());
+    PrintLine(app, Member(state, "focused").to_str());
   }
   return ExitCode::kDone;
 }

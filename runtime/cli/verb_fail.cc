@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "cli/json_output.h"
 #include "cli/simulator.h"
 #include "cli/verbs.h"
 
@@ -25,19 +26,21 @@ struct FailOptions {
 
 void PrintFaults(const value& faults, bool json) {
   if (json) {
-    std::printf("%s\n", faults.serialize().c_str());
-    return;
+    return PrintJson(faults);
   }
   if (!faults.is<picojson::array>()) return;
   for (const value& fault : faults.get<picojson::array>()) {
-    std::printf("%s %s %s\n", fault.get("function").to_str().c_str(),
-                fault.get("code").to_str().c_str(), fault.get("mode").to_str().c_str());
+    std::printf("%s %s %s\n", Member(fault, "function").to_str().c_str(),
+                Member(fault, "code").to_str().c_str(), Member(fault, "mode").to_str().c_str());
   }
 }
 
 void CheckUse(const FailOptions& options) {
   if (options.clear && (options.has_code || options.once)) {
     throw UsageError("--clear ends faults: it takes a FUNCTION or nothing, no CODE and no --once.");
+  }
+  if (options.once && options.function.empty()) {
+    throw UsageError("--once needs a function and its code: orvane fail FUNCTION CODE --once.");
   }
   if (options.clear || options.function.empty() || options.has_code) return;
   throw UsageError("with which code is " + options.function +
@@ -56,7 +59,7 @@ ExitCode Fail(const Simulator& simulator, const FailOptions& options) {
   }
   const bool lists = !options.clear && !options.has_code;
   if (lists || options.simulator.json) {
-    PrintFaults(simulator.Call("state.get").get("faults"), options.simulator.json);
+    PrintFaults(Member(simulator.Call("state.get"), "faults"), options.simulator.json);
   }
   return ExitCode::kDone;
 }

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "cli/json_output.h"
 #include "cli/simulator.h"
 #include "cli/verbs.h"
 
@@ -21,11 +22,11 @@ struct KeyOptions {
 ExitCode Press(const Simulator& simulator, const KeyOptions& options) {
   const value key = simulator.Call(
       "keys.press", {{"name", value(options.name)}, {"long", value(options.is_long)}});
-  const value& delivered = key.get("delivered");
+  const value& delivered = Member(key, "delivered");
   if (options.simulator.json) {
-    std::printf("%s\n", key.serialize().c_str());
+    PrintJson(key);
   } else {
-    std::printf("%s.\n", key.get("text").to_str().c_str());
+    std::printf("%s.\n", Member(key, "text").to_str().c_str());
   }
   return delivered.is<bool>() && delivered.get<bool>() ? ExitCode::kDone : ExitCode::kScriptError;
 }
@@ -36,7 +37,9 @@ void AddKeyVerb(CLI::App& command, Run& run) {
   const auto options = std::make_shared<KeyOptions>();
   CLI::App* const verb =
       command.add_subcommand("key", "Press a key of the remote control; say where it went and why");
-  verb->add_option("NAME", options->name, "The key's symbol, such as Left, XF86Back or red")
+  verb->add_option("NAME", options->name,
+                   "The key, as pages call it (ArrowLeft, ColorF0Red) or by its symbol\n"
+                   "(Left, XF86Red, red)")
       ->required()
       ->type_name("");
   verb->add_flag("--long", options->is_long, "Hold it down for a moment");

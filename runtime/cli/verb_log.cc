@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "cli/json_output.h"
 #include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs.h"
@@ -35,15 +36,15 @@ constexpr std::chrono::milliseconds kEnding{4000};
 
 const std::map<std::string, std::string>& Levels() {
   static const std::map<std::string, std::string> levels = {
-      {"verbose", "V"}, {"debug", "D"}, {"info", "I"}, {"warn", "W"},
-      {"error", "E"},   {"fatal", "F"}, {"V", "V"},    {"D", "D"},
-      {"I", "I"},       {"W", "W"},     {"E", "E"},    {"F", "F"}};
+      {"verbose", "V"}, {"debug", "D"}, {"info", "I"}, {"warn", "W"}, {"warning", "W"},
+      {"error", "E"},   {"fatal", "F"}, {"V", "V"},    {"D", "D"},    {"I", "I"},
+      {"W", "W"},       {"E", "E"},     {"F", "F"}};
   return levels;
 }
 
 tvset::LogLine ReadLine(const value& json) {
   const auto number = [&](const char* name) {
-    const value& member = json.get(name);
+    const value& member = Member(json, name);
     return member.is<double>() ? member.get<double>() : 0;
   };
   tvset::LogLine line;
@@ -51,8 +52,8 @@ tvset::LogLine ReadLine(const value& json) {
   line.pid = static_cast<pid_t>(number("pid"));
   line.tid = static_cast<pid_t>(number("tid"));
   line.priority = static_cast<int>(number("priority"));
-  line.tag = json.get("tag").to_str();
-  line.text = json.get("text").to_str();
+  line.tag = Member(json, "tag").to_str();
+  line.text = Member(json, "text").to_str();
   return line;
 }
 
@@ -71,10 +72,12 @@ class LogReader {
       const value answer =
           simulator_.Call("log.list", {{"since", since_}, {"limit", value(kLinesPerCall)}});
       has_answer_ = true;
-      const value& lines = answer.get("lines");
+      const value& lines = Member(answer, "lines");
       if (!lines.is<picojson::array>() || lines.get<picojson::array>().empty()) break;
       for (const value& line : lines.get<picojson::array>()) Print(line);
-      since_ = answer.get("next");
+      const value& next = Member(answer, "next");
+      if (!next.is<double>() || next == since_) break;  // it would give the same lines again
+      since_ = next;
     }
     std::fflush(stdout);
   }
@@ -86,7 +89,7 @@ class LogReader {
     if (!json.is<object>()) return;
     const tvset::LogLine line = ReadLine(json);
     if (!filter_.Shows(line)) return;
-    const std::string text = json_ ? json.serialize() : tvset::FormatLogLine(line, format_);
+    const std::string text = json_ ? JsonText(json) : tvset::FormatLogLine(line, format_);
     std::fwrite((text + '\n').data(), 1, text.size() + 1, stdout);
   }
 
@@ -134,7 +137,7 @@ void AddLogVerb(CLI::App& command, Run& run) {
                    "Lines from this level on: verbose, debug, info, warn,\n"
                    "error or fatal, or the letter")
       ->type_name("LEVEL")
-      ->check(CLI::IsMember(Levels()).description(""));
+      ->transform(CLI::IsMember(Levels(), CLI::ignore_case).description(""));
   verb->add_option("--format", options->format,
                    "brief (the default), tag, process, thread, raw, time, threadtime,\n"
                    "kerneltime or long")

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cli/exit_code.h"
+#include "cli/json_output.h"
 #include "cli/library_client.h"
 #include "cli/output.h"
 #include "cli/replayer.h"
@@ -94,7 +95,7 @@ void PrintText(const std::vector<Difference>& differences, size_t count) {
               differences.size(), differences.size() == 1 ? "difference" : "differences");
 }
 
-void PrintJson(const std::vector<Difference>& differences, size_t count) {
+void PrintAsJson(const std::vector<Difference>& differences, size_t count) {
   picojson::array rows;
   for (const Difference& difference : differences) {
     const RecordedMessage& message = difference.message;
@@ -109,7 +110,7 @@ void PrintJson(const std::vector<Difference>& differences, size_t count) {
   }
   const object result{{"messages", value(static_cast<double>(count))},
                       {"differences", value(rows)}};
-  std::printf("%s\n", value(result).serialize().c_str());
+  PrintJson(value(result));
 }
 
 ExitCode Replay(const ReplayOptions& options) {
@@ -123,7 +124,7 @@ ExitCode Replay(const ReplayOptions& options) {
                     Milliseconds(options.timeout_seconds));
   const std::vector<Difference> differences = replayer.Replay(session.messages);
   if (options.json) {
-    PrintJson(differences, session.messages.size());
+    PrintAsJson(differences, session.messages.size());
   } else {
     PrintText(differences, session.messages.size());
   }

@@ -11,6 +11,7 @@
 #include "cli/home.h"
 #include "cli/output.h"
 #include "cli/set_options.h"
+#include "cli/simulator.h"
 #include "cli/verbs.h"
 #include "page/script_syntax.h"
 #include "server/dev_server_address.h"
@@ -97,8 +98,21 @@ void PrintRun(const server::RunOptions& options, const server::RunAddresses& add
   std::fflush(stdout);
 }
 
+void WarnOfAnother(const fs::path& state_folder) {
+  try {
+    const Simulator other(state_folder);
+    Complain("warning: a simulator runs on " + state_folder.string() + " already, as process " +
+             std::to_string(other.pid()) +
+             ". Both share its settings, and other commands reach this one from now on. Give one a "
+             "--state of its own.");
+  } catch (const NoSimulator&) {
+    // as it should be
+  }
+}
+
 ExitCode RunApp(const RunVerbOptions& given) {
   server::RunOptions options = ServerOptions(given);
+  WarnOfAnother(options.state_folder);
   options.on_ready = [options](const server::RunAddresses& addresses) {
     PrintRun(options, addresses);
   };

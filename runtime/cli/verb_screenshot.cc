@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/base64.h"
+#include "cli/json_output.h"
 #include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs.h"
@@ -39,7 +40,7 @@ bool WriteFile(const fs::path& file, const std::string& bytes) {
 
 ExitCode Take(const Simulator& simulator, const ScreenshotOptions& options) {
   const value shot = simulator.Call("screenshot");
-  const value& text = shot.get("png");
+  const value& text = Member(shot, "png");
   const auto png = text.is<std::string>() ? DecodeBase64(text.get<std::string>()) : std::nullopt;
   if (!png || png->rfind("\x89PNG", 0) != 0) {
     throw SimulatorRefusal("the simulator gave no picture.");
@@ -55,8 +56,8 @@ ExitCode Take(const Simulator& simulator, const ScreenshotOptions& options) {
   if (options.simulator.json) {
     const picojson::object told{{"file", value(options.file)},
                                 {"bytes", value(static_cast<double>(png->size()))},
-                                {"fresh", shot.get("fresh")}};
-    std::printf("%s\n", value(told).serialize().c_str());
+                                {"fresh", Member(shot, "fresh")}};
+    PrintJson(value(told));
   }
   return ExitCode::kDone;
 }

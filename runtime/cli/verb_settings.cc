@@ -10,6 +10,7 @@
 #include <vconf.h>
 
 #include "cli/exit_code.h"
+#include "cli/json_output.h"
 #include "cli/output.h"
 #include "cli/verbs.h"
 #include "library_process/set_state.h"
@@ -86,9 +87,14 @@ ExitCode Get(const SettingOptions& options) {
     std::printf("%s\n", setting->value.c_str());
     return ExitCode::kDone;
   }
-  const picojson::value json = library_process::SetState::SettingJson(*setting);
-  std::printf("%s\n", json.serialize().c_str());
+  PrintJson(library_process::SetState::SettingJson(*setting));
   return ExitCode::kDone;
+}
+
+// What is stored now, which another process may have changed meanwhile.
+void PrintStored(const SettingOptions& options, FolderSettings& settings) {
+  const auto setting = settings.get().Find(options.key);
+  if (setting) PrintJson(library_process::SetState::SettingJson(*setting));
 }
 
 ExitCode Set(const SettingOptions& options) {
@@ -99,6 +105,7 @@ ExitCode Set(const SettingOptions& options) {
       Complain("warning: no set runs on " + settings.folder() +
                "; the next one that starts forgets " + options.key);
     }
+    if (options.json) PrintStored(options, settings);
     return ExitCode::kDone;
   }
   Complain("the setting " + options.key + " below " + settings.folder() + " did not take \"" +
@@ -144,6 +151,7 @@ void AddSetVerb(CLI::App& command, Run& run) {
   verb->add_option("--type", options->type, "string (the default), int, double or bool")
       ->type_name("NAME")
       ->check(CLI::IsMember(Types()).description(""));
+  verb->add_flag("--json", options->json, "Print key, type and the value as it is stored as JSON");
   verb->callback([options, &run] { run = [options] { return Set(*options); }; });
 }
 

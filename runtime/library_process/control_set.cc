@@ -44,19 +44,26 @@ bool IsSameButForCase(std::string_view a, std::string_view b) {
                     [&](char left, char right) { return lower(left) == lower(right); });
 }
 
-// The symbol of a key by what a person calls it: "XF86Red", or "red". Throws RequestError.
+bool IsCalled(const tvset::RemoteKey& key, const std::string& name) {
+  return IsSameButForCase(key.name, name) || IsSameButForCase(key.name, "XF86" + name) ||
+         std::any_of(key.page_names.begin(), key.page_names.end(),
+                     [&](const std::string& own) { return IsSameButForCase(own, name); });
+}
+
+// The symbol of a key by what a person calls it: "XF86Red", "red", or "ColorF0Red" as pages do.
+// Throws RequestError.
 std::string FindKey(const tvset::KeyGrabs& keys, const std::string& name) {
   if (keys.IsKnownKey(name)) return name;
-  if (IsSameButForCase(name, "Enter")) return "Return";  // as keyboards have it
   std::vector<std::string> names;
   for (const tvset::RemoteKey& key : keys.known_keys()) {
-    if (IsSameButForCase(key.name, name) || IsSameButForCase(key.name, "XF86" + name)) {
-      return key.name;
-    }
+    if (IsCalled(key, name)) return key.name;
     names.push_back(key.name);
+    names.insert(names.end(), key.page_names.begin(), key.page_names.end());
   }
+  const std::vector<std::string> near = app::NearNames(name, names);
   throw RequestError("No key of the remote control is called \"" + name + "\"." +
-                     app::DidYouMean(app::NearNames(name, names)));
+                     (near.empty() ? " The simulator lists all of them, and state.get does."
+                                   : app::DidYouMean(near)));
 }
 
 value Texts(const std::vector<std::string>& texts) {
@@ -69,9 +76,13 @@ value Texts(const std::vector<std::string>& texts) {
 
 value Control::KeysPress(const Fields& parameters) {
   const std::string name = FindKey(set().key_grabs(), parameters.Text("name"));
-  const KeyPress press{parameters.Flag("long", false), parameters.Flag("native", false)};
+  const bool is_long = parameters.Flag("long", false);
+  const std::string symbol = is_long ? tvset::SymbolOfHeldKey(name) : name;
+  // One that is another key when it is held is pressed once.
+  const KeyPress press{is_long && symbol == name, parameters.Flag("native", false),
+                       symbol == name ? "" : name};
   const KeyPressScope scope(press);
-  return value(EventStream::KeyEvent(set().key_grabs().Press(name), press, false));
+  return value(EventStream::KeyEvent(set().key_grabs().Press(symbol), press, false));
 }
 
 value Control::ProfileUse(const Fields& parameters) {

@@ -54,6 +54,11 @@ std::string_view ReasonOf(tvset::KeyRoute route) {
   return "notRegistered";
 }
 
+std::string TextOf(const tvset::KeyDelivery& delivery, const KeyPress& press) {
+  if (press.held.empty()) return delivery.text;
+  return press.held + " held down is " + delivery.key_name + ": " + delivery.text;
+}
+
 void AppendLogLine(const tvset::LogLine& line, std::string* json) {
   json->append(R"({"time_ns":)").append(std::to_string(line.time_ns));
   json->append(R"(,"pid":)").append(std::to_string(line.pid));
@@ -116,7 +121,7 @@ object EventStream::KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress&
                 {"app", Text(delivery.app)},
                 {"delivered", value(delivery.delivered)},
                 {"reason", Text(ReasonOf(delivery.reason))},
-                {"text", Text(delivery.text)},
+                {"text", Text(TextOf(delivery, press))},
                 {"injected", value(is_injected)},
                 {"long", value(press.is_long)},
                 {"native", value(press.is_native)},

@@ -27,6 +27,7 @@ namespace orvane::library_process {
 struct KeyPress {
   bool is_long = false;
   bool is_native = false;  // the browser has given it to the page itself
+  std::string held;        // the key that was held down and is another one then; else empty
 };
 
 // Tells the server what happens on the set: log lines in batches, none left out; the changed parts

@@ -191,7 +191,8 @@ value SetState::Keys() const {
     keys.emplace_back(object{{"name", Text(key.name)},
                              {"keyCode", Number(key.key_code)},
                              {"hardwareCode", Number(key.x_key_code)},
-                             {"mandatory", value(tvset::IsMandatoryKey(key.name))}});
+                             {"mandatory", value(tvset::IsMandatoryKey(key.name))},
+                             {"pageNames", TextArray(key.page_names)}});
   }
   return value(std::move(keys));
 }
@@ -204,7 +205,7 @@ value SetState::SettingJson(const tvset::Setting& setting) {
   // JSON has no infinities.
   if (number && *end == '\0' && parsed - parsed == 0) shown = Number(parsed);
   if (setting.type == VCONF_TYPE_BOOL) {
-    shown = value(setting.value == "true" || setting.value == "1");
+    shown = value(setting.value == "true");
   }
   return value(object{{"key", Text(setting.key)},
                       {"type", Text(SettingTypeName(setting.type))},

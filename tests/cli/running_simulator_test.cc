@@ -65,6 +65,25 @@ TEST_F(RunningSimulatorTest, PressesKeysAndSaysWhereTheyWent) {
   EXPECT_THAT(none.err, HasSubstr("No key of the remote control is called \"nosuch\""));
 }
 
+TEST_F(RunningSimulatorTest, KnowsKeysByTheNamesThatPagesHave) {
+  const Simulator simulator(state(), "");
+  const std::pair<const char*, const char*> names[] = {
+      {"ArrowLeft", "Left "},     {"enter", "Return "},     {"VolumeUp", "XF86AudioRaiseVolume "},
+      {"ColorF0Red", "XF86Red "}, {"Menu", "XF86SysMenu "}, {"OneTouch1", "XF86OneTouch1 "}};
+  for (const auto& [name, symbol] : names) {
+    EXPECT_THAT(Run({"key", name}).out, testing::StartsWith(symbol)) << name;
+  }
+  EXPECT_THAT(Run({"key", "ArrowLeftt"}).err, HasSubstr("Did you mean \"ArrowLeft\""));
+}
+
+TEST_F(RunningSimulatorTest, WarnsOfAnotherOnItsFolder) {
+  const Simulator first(state(), "");
+  const Outcome second = Run({"run", EXAMPLES "/tour", "--no-open", "--extension", "/no/such.so"});
+  EXPECT_EQ(second.exit_code, 2);
+  EXPECT_THAT(second.err,
+              HasSubstr("warning: a simulator runs on " + state().string() + " already"));
+}
+
 TEST_F(RunningSimulatorTest, ListsItsApplications) {
   const Simulator simulator(state(), "");
   EXPECT_THAT(Run({"apps"}).out, ContainsRegex("\\* OrvaneTour.Tour +FOREGROUND +Orvane tour"));
@@ -80,6 +99,8 @@ TEST_F(RunningSimulatorTest, MakesFunctionsFail) {
   const Outcome wrong = Run({"fail", "dlog_prin", "-1"});
   EXPECT_EQ(wrong.exit_code, 1);
   EXPECT_THAT(wrong.err, HasSubstr("did you mean"));
+  EXPECT_EQ(Run({"fail", "--clear", "dlog_prin"}).exit_code, 1);
+  EXPECT_EQ(Run({"fail", "--once"}).exit_code, 2);
 }
 
 TEST_F(RunningSimulatorTest, SharesItsSettings) {
@@ -92,6 +113,7 @@ TEST_F(RunningSimulatorTest, PrintsItsLogUntilItEnds) {
   Simulator simulator(state(), "");
   EXPECT_EQ(Run({"log"}).exit_code, 0);
   EXPECT_EQ(Run({"log", "--json", "--level", "error"}).exit_code, 0);
+  EXPECT_EQ(Run({"log", "--level", "WARNING"}).exit_code, 0);
   simulator.End();
   EXPECT_EQ(Run({"log", "-f"}).exit_code, 4);
 }

@@ -70,7 +70,19 @@ TEST_F(SettingsTest, GetPrintsTypeAndValueAsJson) {
   for (const auto& [typed, json] : cases) {
     EXPECT_EQ(Run({"set", "--type", typed[0], "db/x", "--", typed[1]}).exit_code, 0) << json;
     EXPECT_EQ(Run({"get", "--json", "db/x"}).out,
-              "{\"key\":\"db\\/x\",\"type\":\"" + typed[0] + "\",\"value\":" + json + "}\n");
+              "{\"key\":\"db/x\",\"type\":\"" + typed[0] + "\",\"value\":" + json + "}\n");
+  }
+}
+
+TEST_F(SettingsTest, GetPrintsWhatSetWouldTake) {
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{"int", "-42"}, "-42\n"},      {{"double", "0.1"}, "0.1\n"}, {{"double", "1e-9"}, "1e-09\n"},
+      {{"double", "1000"}, "1000\n"}, {{"bool", "1"}, "true\n"},    {{"bool", "false"}, "false\n"},
+  };
+  for (const auto& [typed, text] : cases) {
+    const Outcome set = Run({"set", "--json", "--type", typed[0], "db/x", "--", typed[1]});
+    EXPECT_THAT(set.out, HasSubstr("\"type\":\"" + typed[0] + "\"")) << set.err;
+    EXPECT_EQ(Run({"get", "db/x"}).out, text);
   }
 }
 

@@ -85,6 +85,38 @@ TEST_F(SimulatorTest, MaySayNothingOrNonsense) {
   }
 }
 
+TEST_F(SimulatorTest, IsMissedWhenItsFileIsNone) {
+  FakeSimulator simulator = Answering(FakeSimulator::Result("null"));
+  for (const value& pid : {value(-1.0), value(1e300), value("1"), value()}) {
+    simulator.WriteFile("pid", pid);
+    EXPECT_EQ(Run({"apps"}).exit_code, 4) << pid.serialize();
+  }
+  std::filesystem::remove(state() / "run/simulator.json");
+  std::filesystem::create_directories(state() / "run/simulator.json");
+  const Outcome outcome = Run({"apps"});
+  EXPECT_EQ(outcome.exit_code, 4);
+  EXPECT_THAT(outcome.err, HasSubstr("does not say where the simulator is"));
+}
+
+TEST_F(SimulatorTest, MayAnswerInAnotherForm) {
+  const std::vector<std::vector<std::string>> verbs = {
+      {"key", "Left"}, {"log"}, {"screenshot", "x.png"}, {"fail"}, {"apps"}};
+  for (const char* result : {"null", "5", "[]", "\"x\"", "{}", R"({"lines":[5],"faults":{}})"}) {
+    FakeSimulator simulator = Answering(FakeSimulator::Result(result));
+    for (const auto& verb : verbs) {
+      const Outcome outcome = Run(verb);
+      EXPECT_LE(outcome.exit_code, 1) << verb[0] << " " << result << ": " << outcome.err;
+    }
+  }
+}
+
+TEST_F(SimulatorTest, TellsTimesWithAllTheirDigits) {
+  FakeSimulator simulator = Answering(
+      FakeSimulator::Result(R"({"delivered":true,"time_ns":1795249985963887616,"a/b":[1.5]})"));
+  EXPECT_EQ(Run({"key", "red", "--json"}).out,
+            "{\"a/b\":[1.5],\"delivered\":true,\"time_ns\":1795249985963887616}\n");
+}
+
 TEST_F(SimulatorTest, MayBeAnotherProgram) {
   FakeSimulator simulator = Answering(FakeSimulator::Ok("<html>"));
   const Outcome outcome = Run({"apps"});

@@ -64,6 +64,19 @@ TEST_F(EventsTest, TellsWhereAKeyWentAndWhy) {
   EXPECT_FALSE(key.get("injected").get<bool>());
 }
 
+TEST_F(EventsTest, PressesTheKeyThatAHeldOneIs) {
+  Runtime("sync", "tizen://api/inputdevice/registerKey", "XF86Exit");
+  Control("keys.press", R"({"name":"Back","long":true})");
+  const value key = WaitForEvent("key");
+  EXPECT_EQ(key.get("key_name").to_str(), "XF86Exit");
+  EXPECT_TRUE(key.get("delivered").get<bool>());
+  EXPECT_FALSE(key.get("long").get<bool>());  // it comes once, and not again and again
+  EXPECT_THAT(key.get("text").to_str(),
+              testing::StartsWith("XF86Back held down is XF86Exit: XF86Exit reaches"));
+  Control("keys.press", R"({"name":"XF86Exit"})");
+  EXPECT_THAT(WaitForEvent("key").get("text").to_str(), testing::StartsWith("XF86Exit reaches"));
+}
+
 TEST_F(EventsTest, TellsThatAComponentPressedTheKey) {
   Orvane(7, "generateKey", R"({"xKeyCode":113})");
   const value key = WaitForEvent("key");

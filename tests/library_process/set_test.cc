@@ -50,7 +50,8 @@ TEST_F(SetControlTest, ListsTheKeysOfTheRemoteControl) {
   const value keys = State("keys");
   EXPECT_GT(keys.get<array>().size(), 100U);
   EXPECT_EQ(keys.get(0).serialize(),
-            R"({"hardwareCode":113,"keyCode":37,"mandatory":true,"name":"Left"})");
+            R"({"hardwareCode":113,"keyCode":37,"mandatory":true,"name":"Left",)"
+            R"("pageNames":["ArrowLeft"]})");
 }
 
 TEST_F(SetControlTest, BecomesASetOfAnotherProfile) {

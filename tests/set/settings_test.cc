@@ -199,8 +199,8 @@ TEST_F(SettingsTest, ValueOfEachTypeIsWrittenAsTheTextSays) {
   EXPECT_TRUE(settings.Set("db/bool", VCONF_TYPE_BOOL, "true"));
   EXPECT_TRUE(settings.Set("db/string", VCONF_TYPE_STRING, "x"));
   EXPECT_EQ(settings.Find("db/int")->value, "-5");
-  EXPECT_EQ(std::stod(settings.Find("db/double")->value), 2.5);
-  EXPECT_EQ(settings.Find("db/bool")->value, "1");
+  EXPECT_EQ(settings.Find("db/double")->value, "2.5");
+  EXPECT_EQ(settings.Find("db/bool")->value, "true");
   EXPECT_EQ(settings.Find("db/string")->value, "x");
   EXPECT_EQ(Get("db/int"), "none") << "it is no string";
   EXPECT_EQ(std::filesystem::file_size(set().paths().settings() / "db/double"), 12u);

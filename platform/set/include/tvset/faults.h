@@ -33,7 +33,7 @@ class TVSET_EXPORT FaultTable {
   // for a name that is in neither list below; the text then lists names that are near. `hits` are
   // those of an earlier process.
   void Fail(const std::string& function, int code, FaultMode mode, uint64_t hits = 0);
-  void Clear(const std::string& function);
+  void Clear(const std::string& function);  // throws as Fail for a name in neither list
   void ClearAll();
   std::vector<Fault> list() const;  // by name
 

@@ -64,7 +64,8 @@ class TVSET_EXPORT KeyGrabs {
   KeyDelivery Press(const std::string& key_name);
 
   // Names of further keys of this device's remote control, beyond RemoteKeys(). A name that is
-  // known already takes the new codes where they are not 0. A restart of the set forgets them.
+  // known already takes the new codes where they are not 0, and the pages' names. A restart of the
+  // set forgets them.
   void AddKnownKeys(const std::vector<std::string>& key_names);
   void AddKnownKeys(const std::vector<RemoteKey>& keys);
   bool IsKnownKey(const std::string& key_name) const;

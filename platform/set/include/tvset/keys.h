@@ -17,15 +17,18 @@ class KeyGrabs;
 
 // A key of the remote control.
 struct RemoteKey {
-  std::string name;    // the platform's symbol, for example "XF86Red"
-  int key_code = 0;    // the keyCode of the page's key event; 0: not known
-  int x_key_code = 0;  // hardware code, for injection; 0: cannot be injected
+  std::string name;                       // the platform's symbol, for example "XF86Red"
+  int key_code = 0;                       // the keyCode of the page's key event; 0: not known
+  int x_key_code = 0;                     // hardware code, for injection; 0: cannot be injected
+  std::vector<std::string> page_names{};  // what pages call it, for example "ColorF0Red"
 };
 
 // The keys of the set's own remote control.
 TVSET_EXPORT const std::vector<RemoteKey>& RemoteKeys();
 // The six keys that every application receives without registering.
 TVSET_EXPORT bool IsMandatoryKey(std::string_view name);
+// The symbol that arrives when the key is held down: that of another key for a few.
+TVSET_EXPORT std::string SymbolOfHeldKey(const std::string& name);
 
 // The key-injection library. An injected key is recorded, reported, and then takes the way of a key
 // that was pressed on the remote control. Any thread.

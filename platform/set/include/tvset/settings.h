@@ -21,8 +21,10 @@ class SettingWatches;
 
 struct Setting {
   std::string key;
-  int type = 0;       // VCONF_TYPE_…
-  std::string value;  // for a person; empty for a type that is not known
+  int type = 0;  // VCONF_TYPE_…
+  // For a person, and as Set takes it: a number with all its digits, "true" or "false"; empty for a
+  // type that is not known.
+  std::string value;
 };
 
 // The platform's settings: one file per key below the state folder, written whole and renamed into
