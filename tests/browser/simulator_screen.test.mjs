@@ -59,6 +59,7 @@ test('volume keys that no application took show and change the volume', async ()
   const simulator = await openSimulator(scene);
   await simulator.page.click('[data-key=XF86AudioRaiseVolume]');
   await simulator.shows('.volume-bar', '18');
+  await simulator.shows('.press', /the set's own[^]*the set changes its volume/);
   await simulator.page.click('[data-key=XF86AudioMute]');
   await simulator.shows('.volume-bar', 'Mute');
   simulator.assertClean();

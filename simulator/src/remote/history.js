@@ -5,6 +5,7 @@
 import { html } from '../view.js';
 import { describeKey } from './key_table.js';
 import { keyHistory } from '../state/streams.js';
+import { isForVolume } from '../screen/volume.js';
 import { Chip, IconButton } from '../ui/controls.js';
 
 const reasons = {
@@ -17,11 +18,19 @@ const reasons = {
   noFocus: 'nobody has the focus',
 };
 
-export function reasonText(reason) {
+function reasonText(reason) {
   return reasons[reason] ?? reason ?? '';
 }
 
+/** Where the key went, in a sentence. */
+export function whyText(entry) {
+  return isForVolume(entry) ? `${entry.text}; the set changes its volume` : entry.text;
+}
+
 export function KeyOutcome({ entry }) {
+  if (isForVolume(entry)) {
+    return html`<${Chip}>the set's own<//>`;
+  }
   return html`<${Chip} tone=${entry.delivered ? 'good' : 'warn'}>${reasonText(entry.reason)}<//>`;
 }
 
@@ -35,7 +44,7 @@ function Press({ entry }) {
       ${entry.injected && html`<span class="muted">injected</span>`}
       <${KeyOutcome} entry=${entry} />
     </span>
-    <span class="press-why">${entry.text}</span>
+    <span class="press-why">${whyText(entry)}</span>
   </li>`;
 }
 

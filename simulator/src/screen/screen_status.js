@@ -9,7 +9,7 @@ import { appId } from '../state/run.js';
 import { set } from '../state/set.js';
 import { keyHistory } from '../state/streams.js';
 import { describeKey } from '../remote/key_table.js';
-import { KeyOutcome } from '../remote/history.js';
+import { KeyOutcome, whyText } from '../remote/history.js';
 import { Chip, IconButton } from '../ui/controls.js';
 import { fileStamp } from '../ui/format.js';
 import { toast } from '../state/toasts.js';
@@ -34,7 +34,7 @@ function LastKey() {
       entry
         ? html`<strong>${describeKey(entry.key_name).label}</strong>
             <${KeyOutcome} entry=${entry} />
-            <span class="last-key-why" title=${entry.text}>${entry.text}</span>`
+            <span class="last-key-why" title=${whyText(entry)}>${whyText(entry)}</span>`
         : html`<span class="muted">Arrow keys, Enter and Backspace work here.</span>`
     }
   </p>`;

@@ -13,12 +13,19 @@ export const volume = signal({ level: 17, muted: false, shown: false });
 
 let timer = 0;
 
-/** @param {{key_name: string, delivered: boolean}} event of a key */
-export function volumeKey({ key_name: name, delivered }) {
-  const isVolume = name in steps || name === 'XF86AudioMute';
-  if (!isVolume || delivered) {
+/**
+ * Whether the key is left to the set, which changes its volume.
+ * @param {{key_name: string, delivered: boolean}} event of a key
+ */
+export function isForVolume({ key_name: name, delivered }) {
+  return !delivered && (name in steps || name === 'XF86AudioMute');
+}
+
+export function volumeKey(event) {
+  if (!isForVolume(event)) {
     return;
   }
+  const { key_name: name } = event;
   const { level, muted } = volume.value;
   volume.value =
     name === 'XF86AudioMute'
