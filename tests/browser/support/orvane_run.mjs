@@ -3,9 +3,12 @@
 // One `orvane run` for a test: its own state folder, free ports, ended and cleaned up by stop().
 
 import { spawn } from 'node:child_process';
+import { once } from 'node:events';
 import { mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { request } from 'node:http';
 import { tmpdir } from 'node:os';
 import path from 'node:path';
+import { text as readText } from 'node:stream/consumers';
 import { setTimeout as pause } from 'node:timers/promises';
 import { fileURLToPath } from 'node:url';
 
@@ -36,6 +39,22 @@ export async function until(look, what, limitMs = 20_000) {
     }
     await pause(lookEveryMs);
   }
+}
+
+// Asks this machine by its number: not every system's resolver knows the name that the address has.
+async function post({ host, port, pathname }, headers, body) {
+  const message = request({
+    host: '127.0.0.1',
+    port,
+    path: pathname,
+    method: 'POST',
+    headers: { Host: host, ...headers },
+    signal: AbortSignal.timeout(stopLimitMs),
+    agent: false,
+  });
+  message.end(body);
+  const [response] = await once(message, 'response');
+  return { status: response.statusCode, text: await readText(response) };
 }
 
 export class OrvaneRun {
@@ -94,16 +113,14 @@ export class OrvaneRun {
 
   // A method of the simulator's interface; throws what it refuses.
   async call(method, params = {}) {
-    const response = await fetch(new URL('/api/call', this.url), {
-      method: 'POST',
-      headers: { 'Content-Type': 'application/json', 'X-Orvane-Token': this.token },
-      body: JSON.stringify({ method, params }),
-      signal: AbortSignal.timeout(stopLimitMs),
-    });
-    const text = await response.text();
+    const { status, text } = await post(
+      new URL('/api/call', this.url),
+      { 'Content-Type': 'application/json', 'X-Orvane-Token': this.token },
+      JSON.stringify({ method, params })
+    );
     const answer = text.startsWith('{') ? JSON.parse(text) : { error: { message: text } };
-    if (answer.error !== undefined || !response.ok) {
-      throw new Error(`${method}: ${answer.error?.message ?? answer.error ?? response.status}`);
+    if (answer.error !== undefined || status !== 200) {
+      throw new Error(`${method}: ${answer.error?.message ?? answer.error ?? status}`);
     }
     return answer.result;
   }
