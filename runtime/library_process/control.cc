@@ -2,50 +2,79 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "library_process/control.h"
 
+#include <algorithm>
+#include <iterator>
+#include <sstream>
 #include <string_view>
 #include <vector>
 
 #include "app/near_names.h"
 #include "library_process/resource_reader.h"
+#include "services/message_text.h"
 
 namespace orvane::library_process {
 
 struct Control::Row {
   std::string_view method;
   Handler handle;
+  const char* parameters;  // their names, with a blank between
 };
 
 const Control::Row Control::kRows[] = {
-    {"state.get", &Control::StateGet},
-    {"profile.use", &Control::ProfileUse},
-    {"features.set", &Control::FeaturesSet},
-    {"features.remove", &Control::FeaturesRemove},
-    {"applications.setState", &Control::ApplicationsSetState},
-    {"applications.focus", &Control::ApplicationsFocus},
-    {"applications.install", &Control::ApplicationsInstall},
-    {"applications.launch", &Control::ApplicationsLaunch},
-    {"applications.terminate", &Control::ApplicationsTerminate},
-    {"keys.press", &Control::KeysPress},
-    {"inputMethod.setDynamic", &Control::InputMethodSetDynamic},
-    {"settings.list", &Control::SettingsList},
-    {"settings.set", &Control::SettingsSet},
-    {"settings.get", &Control::SettingsGet},
-    {"settings.unset", &Control::SettingsUnset},
-    {"screenSaver.activity", &Control::ScreenSaverActivity},
-    {"clock.advance", &Control::ClockAdvance},
-    {"faults.set", &Control::FaultsSet},
-    {"faults.clear", &Control::FaultsClear},
-    {"functions.list", &Control::FunctionsList},
-    {"factoryReset", &Control::FactoryReset},
-    {"markers.list", &Control::MarkersList},
-    {"log.tail", &Control::LogTail},
-    {"log.write", &Control::LogWrite},
-    {"debug.crash", &Control::DebugCrash},
+    {"state.get", &Control::StateGet, ""},
+    {"profile.use", &Control::ProfileUse, "profile"},
+    {"features.set", &Control::FeaturesSet, "key type text group"},
+    {"features.remove", &Control::FeaturesRemove, "key"},
+    {"applications.setState", &Control::ApplicationsSetState, "id state"},
+    {"applications.focus", &Control::ApplicationsFocus, "id"},
+    {"applications.install", &Control::ApplicationsInstall, "folder wgt"},
+    {"applications.launch", &Control::ApplicationsLaunch, "id"},
+    {"applications.terminate", &Control::ApplicationsTerminate, "id"},
+    {"keys.press", &Control::KeysPress, "name long native"},
+    {"inputMethod.setDynamic", &Control::InputMethodSetDynamic, "dynamic"},
+    {"settings.list", &Control::SettingsList, ""},
+    {"settings.set", &Control::SettingsSet, "key type value"},
+    {"settings.get", &Control::SettingsGet, "key"},
+    {"settings.unset", &Control::SettingsUnset, "key"},
+    {"screenSaver.activity", &Control::ScreenSaverActivity, ""},
+    {"clock.advance", &Control::ClockAdvance, "ms"},
+    {"faults.set", &Control::FaultsSet, "function code mode"},
+    {"faults.clear", &Control::FaultsClear, "function"},
+    {"functions.list", &Control::FunctionsList, ""},
+    {"factoryReset", &Control::FactoryReset, ""},
+    {"markers.list", &Control::MarkersList, ""},
+    {"log.tail", &Control::LogTail, "count level tag"},
+    {"log.write", &Control::LogWrite, "priority tag text count"},
+    {"debug.crash", &Control::DebugCrash, "signal"},
 };
 
 namespace {
 
 constexpr char kStatRead[] = "stat.read";  // answers later, so it is in no row
+
+std::vector<std::string> Words(const char* text) {
+  std::istringstream words(text);
+  return {std::istream_iterator<std::string>(words), {}};
+}
+
+std::string Listed(const std::vector<std::string>& names) {
+  std::string text;
+  for (size_t i = 0; i < names.size(); ++i) {
+    if (i > 0) text += i + 1 == names.size() ? " and " : ", ";
+    text += "\"" + names[i] + "\"";
+  }
+  return names.empty() ? "none" : text;
+}
+
+// A parameter with a slip in its name would otherwise be as good as none.
+void RefuseUnknown(const std::string& method, const Fields& parameters, const char* known_names) {
+  const std::vector<std::string> known = Words(known_names);
+  for (const auto& [name, value] : parameters.object()) {
+    if (std::find(known.begin(), known.end(), name) != known.end()) continue;
+    throw RequestError(method + " has no parameter " + services::Quoted(name) + "; it has " +
+                       Listed(known) + "." + app::DidYouMean(app::NearNames(name, known)));
+  }
+}
 
 }  // namespace
 
@@ -58,15 +87,18 @@ Control::~Control() = default;
 std::optional<picojson::value> Control::Call(int64_t id, const std::string& method,
                                              const Fields& parameters) {
   for (const Row& row : kRows) {
-    if (row.method == method) return (this->*row.handle)(parameters);
+    if (row.method != method) continue;
+    RefuseUnknown(method, parameters, row.parameters);
+    return (this->*row.handle)(parameters);
   }
   if (method == kStatRead) {
+    RefuseUnknown(method, parameters, "resource");
     resources_->Read(id, parameters.Text("resource"));
     return std::nullopt;
   }
   std::vector<std::string> names = {kStatRead};
   for (const Row& row : kRows) names.emplace_back(row.method);
-  throw RequestError("There is no method \"" + method + "\"." +
+  throw RequestError("There is no method " + services::Quoted(method) + "." +
                      app::DidYouMean(app::NearNames(method, names)));
 }
 

@@ -63,7 +63,7 @@ value Control::ApplicationsSetState(const Fields& parameters) {
 }
 
 value Control::ApplicationsFocus(const Fields& parameters) {
-  const std::string id = parameters.Text("id", "");
+  const std::string& id = parameters.Text("id");
   if (id.empty()) {
     set().applications().ClearFocus();
   } else {

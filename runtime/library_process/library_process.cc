@@ -17,6 +17,7 @@
 #include "host/bounded_json.h"
 #include "library_process/control.h"
 #include "library_process/end_watch.h"
+#include "library_process/error_text.h"
 
 namespace orvane::library_process {
 
@@ -102,7 +103,7 @@ void Dispatcher::HandleRequest(const Fields& fields) {
     }
     throw RequestError("There is no request \"" + op + "\".");
   } catch (const std::exception& error) {
-    outbox_.AnswerError(id, error.what());
+    outbox_.AnswerError(id, ErrorText(error.what()));
   }
 }
 
