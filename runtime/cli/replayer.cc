@@ -52,6 +52,12 @@ std::optional<object> RequestOf(const RecordedMessage& message) {
                  {"extension", Text(message.peer)},
                  {"text", Text(message.payload)}});
   }
+  if (kind == "nativeBinary") {
+    return with({{"op", Text("post")},
+                 {"extension", Text(message.peer)},
+                 {"text", Text(message.payload)},
+                 {"binary", value(true)}});
+  }
   if (kind.rfind("runtime", 0) == 0) {
     std::string way = kind.substr(7);
     std::transform(way.begin(), way.end(), way.begin(),
@@ -105,7 +111,7 @@ void Replayer::ReplayOne(const RecordedMessage& message) {
     return;
   }
   NoteCallback(message);
-  if (message.kind == "nativePost") return client_.Send(*request);
+  if (message.kind == "nativePost" || message.kind == "nativeBinary") return client_.Send(*request);
   CompareReply(message, client_.Call(*request));
 }
 

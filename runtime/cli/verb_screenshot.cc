@@ -7,11 +7,11 @@
 #include <optional>
 #include <string>
 
-#include "cli/base64.h"
 #include "cli/json_output.h"
 #include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs.h"
+#include "frames/base64.h"
 
 namespace orvane::cli {
 
@@ -41,7 +41,8 @@ bool WriteFile(const fs::path& file, const std::string& bytes) {
 ExitCode Take(const Simulator& simulator, const ScreenshotOptions& options) {
   const value shot = simulator.Call("screenshot");
   const value& text = Member(shot, "png");
-  const auto png = text.is<std::string>() ? DecodeBase64(text.get<std::string>()) : std::nullopt;
+  const auto png =
+      text.is<std::string>() ? frames::DecodeBase64(text.get<std::string>()) : std::nullopt;
   if (!png || png->rfind("\x89PNG", 0) != 0) {
     throw SimulatorRefusal("the simulator gave no picture.");
   }

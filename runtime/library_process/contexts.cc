@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/near_names.h"
+#include "frames/base64.h"
 #include "frames/frame.h"
 #include "frames/json_text.h"
 #include "library_process/request_error.h"
@@ -38,6 +39,15 @@ class Contexts::Connection final : public host::InstanceClient {
     std::string body = head_;
     frames::AppendJsonString(text, &body);
     body.push_back('}');
+    Send(body);
+  }
+
+  void OnBinaryMessage(std::string_view bytes) override {
+    Send(head_ + '"' + frames::EncodeBase64(bytes) + R"(","binary":true})");
+  }
+
+ private:
+  void Send(const std::string& body) {
     try {
       outbox_.Send(body);
     } catch (const frames::FrameError& error) {
@@ -47,16 +57,6 @@ class Contexts::Connection final : public host::InstanceClient {
     }
   }
 
-  void OnBinaryMessage(std::string_view bytes) override {
-    outbox_.Event(
-        "explain",
-        picojson::value(picojson::object{
-            {"text", picojson::value(extension_.name() + " posted " + std::to_string(bytes.size()) +
-                                     " bytes that are no text; pages in a browser receive text "
-                                     "only, so the message was dropped.")}}));
-  }
-
- private:
   static std::string Head(int64_t context, const std::string& extension) {
     std::string head = R"({"op":"posted","context":)" + std::to_string(context);
     head.append(R"(,"extension":)");
@@ -83,6 +83,10 @@ std::string Contexts::SendSync(int64_t context, const std::string& extension,
 
 void Contexts::Post(int64_t context, const std::string& extension, const std::string& text) {
   Find(context, extension).instance().PostMessage(text);
+}
+
+void Contexts::PostBinary(int64_t context, const std::string& extension, const std::string& bytes) {
+  Find(context, extension).instance().PostBinaryMessage(bytes);
 }
 
 void Contexts::Close(int64_t context) {

@@ -30,6 +30,7 @@ class Contexts {
   void Create(int64_t context, const std::string& extension);
   std::string SendSync(int64_t context, const std::string& extension, const std::string& text);
   void Post(int64_t context, const std::string& extension, const std::string& text);
+  void PostBinary(int64_t context, const std::string& extension, const std::string& bytes);
   // Destroys its instances. Nothing happens to one that was never used.
   void Close(int64_t context);
 

@@ -12,6 +12,7 @@
 #include <optional>
 #include <utility>
 
+#include "frames/base64.h"
 #include "frames/frame.h"
 #include "frames/json_text.h"
 #include "host/bounded_json.h"
@@ -160,7 +161,13 @@ void Dispatcher::Post(const Request& request) {
   const std::string& extension = request.fields.Text("extension");
   const std::string& text = request.fields.Text("text");
   Tell(request, "post", extension, text);
-  television().contexts().Post(request.context(), extension, text);
+  if (request.fields.Flag("binary", false)) {
+    const auto bytes = frames::DecodeBase64(text);
+    if (!bytes) request.fields.Refuse("text", "base64, where \"binary\" is true");
+    television().contexts().PostBinary(request.context(), extension, *bytes);
+  } else {
+    television().contexts().Post(request.context(), extension, text);
+  }
   outbox_.Handled();
 }
 

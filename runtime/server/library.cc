@@ -128,8 +128,9 @@ void Library::OnFrame(std::string_view body) {
   const std::string_view operation = frame->Raw("op");
   if (operation == R"("answer")") return OnAnswer(*frame);
   if (operation == R"("posted")") {
-    return listener_.OnPosted(frame->Integer("context").value_or(0), frame->RawText("extension"),
-                              frame->RawText("text"));
+    return listener_.OnPosted(
+        frame->Integer("context").value_or(0),
+        {frame->RawText("extension"), frame->RawText("text"), frame->Flag("binary")});
   }
   if (operation == R"("event")") {
     return listener_.OnEvent(frame->Text("name").value_or(""), frame->Raw("data"));

@@ -24,6 +24,13 @@ namespace orvane::server {
 
 class LibraryChild;
 
+// What the library posts to a page. JSON strings; `text` is base64 for a message of bytes.
+struct PostedText {
+  std::string_view extension;
+  std::string_view text;
+  bool is_binary = false;
+};
+
 // Learns what the library process says of its own accord. Called on the loop's thread; the texts
 // live for the call.
 class LibraryListener {
@@ -32,8 +39,7 @@ class LibraryListener {
   // Once, with the first start; `started` is the process's own frame.
   virtual void OnStarted(const JsonObject& started) = 0;
   virtual void OnStartFailed(const std::string& why) = 0;
-  // `extension` and `text` are JSON strings.
-  virtual void OnPosted(int64_t context, std::string_view extension, std::string_view text) = 0;
+  virtual void OnPosted(int64_t context, const PostedText& posted) = 0;
   virtual void OnEvent(std::string_view name, std::string_view data) = 0;
   // Its instances are gone.
   virtual void OnRestarted() = 0;

@@ -16,6 +16,9 @@ using std::chrono::steady_clock;
 namespace {
 
 constexpr std::string_view kFromPage = "fromPage";
+constexpr std::string_view kBinary = R"(,"binary":true)";  // the text is base64
+
+std::string_view PostKind(bool is_binary) { return is_binary ? "nativeBinary" : "nativePost"; }
 
 std::string AnswerMembers(int64_t id, std::string_view result, int64_t microseconds) {
   std::string members = R"("type":"answer","id":)" + std::to_string(id) + R"(,"result":)";
@@ -179,26 +182,29 @@ void PageMessages::Ask(const Message& message, std::string_view operation,
 
 void PageMessages::Post(const Message& message) {
   if (!message.HasTexts({"extension", "text"})) return;
-  library_.Post("post", Members(message.context.id(), message.fields, {"extension", "text"}));
-  TraceRecord record =
-      message.Record("nativePost", message.fields.Raw("extension"), message.fields.Raw("text"));
+  const bool is_binary = message.fields.Flag("binary");
+  std::string members = Members(message.context.id(), message.fields, {"extension", "text"});
+  if (is_binary) members += kBinary;
+  library_.Post("post", members);
+  TraceRecord record = message.Record(PostKind(is_binary), message.fields.Raw("extension"),
+                                      message.fields.Raw("text"));
   record.time_ns = NowNs();
   journal_.AddTrace(record);
 }
 
-void PageMessages::DeliverPosted(int64_t context, std::string_view extension,
-                                 std::string_view text) {
+void PageMessages::DeliverPosted(int64_t context, const PostedText& posted) {
   const auto found = contexts_.Find(context);
-  if (!found || extension.empty() || text.empty()) return;
+  if (!found || posted.extension.empty() || posted.text.empty()) return;
   std::string members = R"("type":"posted","extension":)";
-  members.append(extension).append(R"(,"text":)").append(text);
+  members.append(posted.extension).append(R"(,"text":)").append(posted.text);
+  if (posted.is_binary) members += kBinary;
   found->Deliver(members);
   TraceRecord record;
   record.context = context;
   record.direction = "toPage";
-  record.kind = "nativePost";
-  record.peer = extension;
-  record.payload = text;
+  record.kind = PostKind(posted.is_binary);
+  record.peer = posted.extension;
+  record.payload = posted.text;
   record.time_ns = NowNs();
   journal_.AddTrace(record);
 }

@@ -32,7 +32,7 @@ class PageMessages {
   void HandleRequest(PageContext& context, std::string_view text, const Reply& reply);
 
   // A message of the library for a page.
-  void DeliverPosted(int64_t context, std::string_view extension, std::string_view text);
+  void DeliverPosted(int64_t context, const PostedText& posted);
 
  private:
   struct Message;

@@ -102,8 +102,8 @@ class RunServer::Runner final : public LibraryListener {
 
   void OnStarted(const JsonObject& started) override;
   void OnStartFailed(const std::string& why) override { Fail(why); }
-  void OnPosted(int64_t context, std::string_view extension, std::string_view text) override {
-    messages_.DeliverPosted(context, extension, text);
+  void OnPosted(int64_t context, const PostedText& posted) override {
+    messages_.DeliverPosted(context, posted);
   }
   void OnEvent(std::string_view name, std::string_view data) override;
   void OnRestarted() override;

@@ -4,9 +4,10 @@
 
 import assert from 'node:assert/strict';
 import { createServer } from 'node:http';
+import path from 'node:path';
 import test from 'node:test';
 
-import { until } from './support/orvane_run.mjs';
+import { buildFolder, until } from './support/orvane_run.mjs';
 import { makeScene } from './support/scene.mjs';
 
 const scene = makeScene();
@@ -36,6 +37,42 @@ test('the page is isolated, and its calls go over the worker', async () => {
     return before === after;
   }, 'a call without a request');
 });
+
+for (const isolated of [true, false]) {
+  const kind = isolated ? 'over the worker' : 'over requests';
+  test(`bytes go to an extension and come back as they are, ${kind}`, async () => {
+    const echo = path.join(buildFolder, 'lib/test-extensions/libecho.so');
+    const args = ['--extension', echo, ...(isolated ? [] : ['--no-isolation'])];
+    const run = await scene.run('tests/browser/apps/frames', { args });
+    const page = await scene.open(run.appUrl);
+    const received = await page.evaluate(async () => {
+      const bytes = Uint8Array.from({ length: 100_000 }, (_, index) => index * 7);
+      const messages = [];
+      const all = new Promise((resolve) => {
+        window.test.echo.setListener((message) => {
+          messages.push(message);
+          if (messages.length === 4) {
+            resolve();
+          }
+        });
+      });
+      window.test.echo.post(bytes.buffer);
+      window.test.echo.post(bytes.subarray(2, 5));
+      window.test.echo.post('text');
+      window.test.echo.post(new ArrayBuffer(0));
+      await all;
+      return messages.map((message) =>
+        message instanceof ArrayBuffer ? Array.from(new Uint8Array(message)) : message
+      );
+    });
+    const whole = Array.from(Uint8Array.from({ length: 100_000 }, (_, index) => index * 7));
+    assert.deepEqual(received, [whole, [14, 21, 28], 'text', []]);
+    const { records } = await run.call('trace.list');
+    const binary = records.filter(({ kind: traced }) => traced === 'nativeBinary');
+    assert.equal(binary.length, 6);
+    assert.equal(binary.filter(({ direction }) => direction === 'fromPage')[1].payload, 'DhUc');
+  });
+}
 
 // A frame of another site in the page; what it shows.
 async function showOther(page, address) {

@@ -63,6 +63,10 @@ export const atomicNotify = Atomics.notify;
 export const relax = Atomics.pause ?? (() => {});
 export const textFromUnits = String.fromCharCode;
 export const callFunction = apply;
+export const { isView } = ArrayBuffer;
+export const lengthOfBuffer = getter(ArrayBuffer.prototype, 'byteLength');
+export const toBase64 = globalFunction('btoa');
+export const fromBase64 = globalFunction('atob');
 
 export const makeSocket = maker('WebSocket');
 export const sendOnSocket = method(WebSocket.prototype, 'send');

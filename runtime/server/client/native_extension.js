@@ -4,6 +4,7 @@
 // without a browser is C++ there, and messages to the library's process here.
 
 import { callFunction, parse, startTimer, stringify, wellFormed } from './builtins.js';
+import { bytesOf, decodeBytes, encodeBytes } from './bytes.js';
 import { commandOf } from './caller.js';
 import { runtimeCalls } from './runtime_calls.js';
 
@@ -40,14 +41,13 @@ export class NativeExtension {
     return this.script;
   }
 
+  // An ArrayBuffer, or a view of one, goes as bytes; anything else as text.
   postMessage(message) {
-    if (message instanceof ArrayBuffer || ArrayBuffer.isView(message)) {
-      throw new TypeError(
-        `${this.name} cannot be sent binary messages from a page in a browser; send text.`
-      );
-    }
+    const bytes = bytesOf(message);
     this.caller.post(
-      { type: 'post', extension: this.name, text: wellFormed(message) },
+      bytes === null
+        ? { type: 'post', extension: this.name, text: wellFormed(message) }
+        : { type: 'post', extension: this.name, text: encodeBytes(bytes), binary: true },
       () => `${this.name} was not sent a message`
     );
   }
@@ -70,12 +70,12 @@ export class NativeExtension {
   }
 
   // A posted message has arrived.
-  deliver(text) {
-    if (this.waiting.size > 0 && text.includes('"callbackId"')) {
+  deliver(text, binary = false) {
+    if (!binary && this.waiting.size > 0 && text.includes('"callbackId"')) {
       this.waiting.delete(callbackIdOf(text));
     }
     if (this.listener !== null) {
-      callFunction(this.listener, undefined, [text]);
+      callFunction(this.listener, undefined, [binary ? decodeBytes(text) : text]);
     }
   }
 

@@ -26,7 +26,7 @@ const enterKey = { key_name: 'Return', key_code: 13, phase: 'press' };
 function makeReceiver(caller, extensions) {
   return {
     answer: (frame) => caller.answer(frame),
-    posted: ({ extension, text }) => extensions.get(extension)?.deliver(text),
+    posted: ({ extension, text, binary }) => extensions.get(extension)?.deliver(text, binary),
     key: pressKey,
     ime: (frame) => enterText(frame, () => pressKey(enterKey)),
     reload: reloadPage,

@@ -5,6 +5,7 @@
 const kinds = {
   nativeSync: 'native',
   nativePost: 'native, later',
+  nativeBinary: 'native, bytes',
   runtimePlain: 'runtime',
   runtimeSync: 'runtime',
   runtimeAsync: 'runtime, later',
@@ -20,7 +21,8 @@ export function kindText(kind) {
 
 function parsed(text) {
   try {
-    return JSON.parse(text);
+    const value = JSON.parse(text);
+    return typeof value === 'object' ? value : null;
   } catch {
     return null;
   }

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/base64.h"
+#include "frames/base64.h"
 
 #include <cstdint>
 
-namespace orvane::cli {
+namespace orvane::frames {
 
 namespace {
 
@@ -12,6 +12,22 @@ constexpr std::string_view kAlphabet =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 }  // namespace
+
+std::string EncodeBase64(std::string_view bytes) {
+  std::string text;
+  text.reserve((bytes.size() + 2) / 3 * 4);
+  for (size_t at = 0; at < bytes.size(); at += 3) {
+    const std::string_view three = bytes.substr(at, 3);
+    uint32_t bits = 0;
+    for (size_t i = 0; i < 3; ++i) {
+      bits = bits << 8U | (i < three.size() ? static_cast<unsigned char>(three[i]) : 0U);
+    }
+    for (size_t i = 0; i < 4; ++i) {
+      text.push_back(i <= three.size() ? kAlphabet[bits >> (18 - 6 * i) & 63U] : '=');
+    }
+  }
+  return text;
+}
 
 std::optional<std::string> DecodeBase64(std::string_view text) {
   if (text.size() % 4 != 0) return std::nullopt;
@@ -34,4 +50,4 @@ std::optional<std::string> DecodeBase64(std::string_view text) {
   return bytes;
 }
 
-}  // namespace orvane::cli
+}  // namespace orvane::frames
