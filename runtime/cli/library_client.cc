@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "cli/exit_code.h"
+#include "cli/json_read.h"
 #include "host/bounded_json.h"
 
 namespace orvane::cli {
@@ -38,9 +39,7 @@ std::unique_ptr<process::ChildProcess> Spawn(int socket) {
 
 std::string OpOf(const value& frame) { return frame.get("op").to_str(); }
 
-int64_t Integer(const value& number) {
-  return number.is<double>() ? static_cast<int64_t>(number.get<double>()) : 0;
-}
+int64_t Integer(const value& number) { return WholeNumber(number).value_or(0); }
 
 std::string Seconds(milliseconds time) {
   char text[32];

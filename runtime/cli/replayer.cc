@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "cli/json_read.h"
 #include "host/bounded_json.h"
 
 namespace orvane::cli {
@@ -27,10 +28,7 @@ std::string CommandOf(const std::string& payload) {
   return json.is<object>() && json.get("cmd").is<std::string>() ? json.get("cmd").to_str() : "";
 }
 
-std::optional<int64_t> CallbackOf(const value& of) {
-  if (!of.is<object>() || !of.get("callbackId").is<double>()) return std::nullopt;
-  return static_cast<int64_t>(of.get("callbackId").get<double>());
-}
+std::optional<int64_t> CallbackOf(const value& of) { return WholeNumber(Member(of, "callbackId")); }
 
 // What such a command answers is never twice the same.
 bool IsVolatile(const std::string& command) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "cli/exit_code.h"
+#include "cli/json_read.h"
 #include "host/bounded_json.h"
 
 namespace orvane::cli {
@@ -42,11 +43,8 @@ std::string TextOf(const value& json) {
 
 RecordedMessage ReadMessage(const value& json, size_t place) {
   RecordedMessage message;
-  const value& number = json.get("seq");
-  message.number = number.is<double>() ? static_cast<int64_t>(number.get<double>())
-                                       : static_cast<int64_t>(place);
-  const value& context = json.get("context");
-  message.context = context.is<double>() ? static_cast<int64_t>(context.get<double>()) : 0;
+  message.number = WholeNumber(json.get("seq")).value_or(static_cast<int64_t>(place));
+  message.context = WholeNumber(json.get("context")).value_or(0);
   message.to_page = TextOf(json.get("direction")) == "toPage";
   message.kind = TextOf(json.get("kind"));
   message.peer = TextOf(json.get("peer"));
@@ -63,8 +61,9 @@ RecordedMessage ReadMessage(const value& json, size_t place) {
 
 SessionFile ReadSessionFile(const std::string& path) {
   std::string error;
-  const std::optional<value> json = host::ParseBoundedJson(ReadText(path), &error);
-  if (!json) Refuse(path, error.empty() ? "it is no JSON" : error);
+  const std::string text = ReadText(path);
+  const std::optional<value> json = host::ParseBoundedJson(text, &error);
+  if (!json) Refuse(path, text.empty() ? "it is empty" : error);
   if (!json->is<picojson::object>() || !json->get("orvane").is<double>()) {
     Refuse(path, "the member \"orvane\" is missing");
   }

@@ -46,9 +46,9 @@ std::string ReadAll(const fs::path& file) {
 
 // 0: it is none.
 pid_t ReadPid(const value& pid) {
-  constexpr double kHighest = std::numeric_limits<pid_t>::max();
-  const bool fits = pid.is<double>() && pid.get<double>() >= 1 && pid.get<double>() <= kHighest;
-  return fits ? static_cast<pid_t>(pid.get<double>()) : 0;
+  const int64_t number = WholeNumber(pid).value_or(0);
+  const bool fits = number > 0 && number <= std::numeric_limits<pid_t>::max();
+  return fits ? static_cast<pid_t>(number) : 0;
 }
 
 std::string Text(const value& of, const std::string& name) {
@@ -64,13 +64,6 @@ std::string ErrorOf(const value& answer) {
 }
 
 }  // namespace
-
-const value& Member(const value& of, const std::string& name) {
-  static const auto* const kNone = new value();
-  if (!of.is<object>()) return *kNone;
-  const auto found = of.get<object>().find(name);
-  return found == of.get<object>().end() ? *kNone : found->second;
-}
 
 Simulator::Simulator(const std::string& state_folder)
     : folder_(fs::absolute(state_folder.empty() ? tvset::Paths::DefaultStateFolder()

@@ -14,6 +14,7 @@
 
 #include "cli/exit_code.h"
 #include "cli/http_post.h"
+#include "cli/json_read.h"
 
 namespace orvane::cli {
 
@@ -50,10 +51,6 @@ class Simulator {
   std::string token_;
   pid_t pid_ = 0;
 };
-
-// A member of what a simulator answered, which may be of another version; null for one that is not
-// there, or of what is no object.
-const picojson::value& Member(const picojson::value& of, const std::string& name);
 
 // What the verbs that talk to a simulator have in common.
 struct SimulatorOptions {

@@ -43,12 +43,9 @@ const std::map<std::string, std::string>& Levels() {
 }
 
 tvset::LogLine ReadLine(const value& json) {
-  const auto number = [&](const char* name) {
-    const value& member = Member(json, name);
-    return member.is<double>() ? member.get<double>() : 0;
-  };
+  const auto number = [&](const char* name) { return WholeNumber(Member(json, name)).value_or(0); };
   tvset::LogLine line;
-  line.time_ns = static_cast<int64_t>(number("time_ns"));
+  line.time_ns = number("time_ns");
   line.pid = static_cast<pid_t>(number("pid"));
   line.tid = static_cast<pid_t>(number("tid"));
   line.priority = static_cast<int>(number("priority"));

@@ -171,6 +171,13 @@ TEST_F(ReplayTest, RefusesWhatIsNoSession) {
   EXPECT_THAT(outcome.err, HasSubstr("does not name its application"));
 }
 
+TEST_F(ReplayTest, TakesNumbersThatAreNoneForNotGiven) {
+  const Outcome outcome =
+      Run({"replay", Session({R"("seq":1e300,"context":-1e300,"kind":"close","payload":)"
+                              R"("{\"args\":{\"callbackId\":1e300}}")"})});
+  EXPECT_EQ(outcome.exit_code, 0) << outcome.out;
+}
+
 TEST_F(ReplayTest, NamesAKindThatItDoesNotKnow) {
   const Outcome outcome = Run({"replay", Session({R"("kind":"telepathy")"})});
   EXPECT_EQ(outcome.exit_code, 1);

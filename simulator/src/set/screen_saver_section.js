@@ -49,7 +49,12 @@ function Loaded({ saver }) {
         ['Reset by keys', inputs],
       ]}
     />
-    <p class="button-row" role="group" aria-label="Move the set's clock">
+    <p
+      class="button-row"
+      role="group"
+      aria-label="Move the set's clock"
+      title="The set's clock only: the library resets the wait every 30 s of real time"
+    >
       <span class="muted">Move the clock</span>
       <${Button} onClick=${() => forward(30000)}>+30 s<//>
       <${Button} onClick=${() => forward(300000)}>+5 min<//>
