@@ -11,7 +11,10 @@ const mandatory = ['Left', 'Up', 'Right', 'Down', 'Return', 'XF86Back'];
 
 function remoteKeys() {
   const source = readFileSync(join(repository, 'platform/set/remote_keys.cc'), 'utf8');
-  const rows = [...source.matchAll(/\{"([^"]+)", (\d+), (\d+)\}/g)];
+  const rows = [...source.matchAll(/\{"([^"]+)", (\d+), (\d+)[,}]/g)];
+  if (rows.length === 0) {
+    throw new Error('platform/set/remote_keys.cc has no row of the form {"name", code, code');
+  }
   const own = JSON.parse(readFileSync(join(repository, 'src/orvane/device_keys.json'), 'utf8'));
   return [
     ...rows.map(([, name, code, hardware]) => [name, Number(code), Number(hardware)]),
