@@ -50,10 +50,16 @@ void PageContext::Attach(std::shared_ptr<Socket> socket, int64_t last_received) 
   socket_->Send(std::make_shared<const std::string>(
       JsonWriter().Text("type", "hello").Number("received", received_).Take()));
   for (const Kept& kept : kept_) socket_->Send(kept.text);
+  NoteContact();
 }
 
 void PageContext::Touch() {
   if (!socket_) AbandonAfter(times_.first_contact);
+  NoteContact();
+}
+
+void PageContext::NoteContact() {
+  if (!std::exchange(has_contact_, true)) owner_.on_contact(*this);
 }
 
 void PageContext::Deliver(std::string_view members) {

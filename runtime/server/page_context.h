@@ -24,6 +24,7 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
  public:
   struct Owner {
     std::function<void(PageContext& context, std::string_view text)> on_message;
+    std::function<void(PageContext& context)> on_contact;    // the first time that it is heard of
     std::function<void(PageContext& context)> on_abandoned;  // closes it
     std::function<bool()> may_receive;                       // whether the library keeps up
   };
@@ -42,9 +43,13 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   const std::string& secret() const { return secret_; }
   int64_t opened_ns() const { return opened_ns_; }
 
+  // Its script has been sent; the page may have gone before that arrived.
+  void Await() { AbandonAfter(times_.first_contact); }
   void Attach(std::shared_ptr<Socket> socket, int64_t last_received);
   // Something came from the page another way than by its socket.
   void Touch();
+  // Whether the page was ever heard of.
+  bool has_contact() const { return has_contact_; }
   // Sends a frame, of which `members` is what it holds besides its number, and keeps it until the
   // page has acknowledged it.
   void Deliver(std::string_view members);
@@ -73,6 +78,7 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   };
 
   void AbandonAfter(std::chrono::milliseconds time);
+  void NoteContact();
   void GiveUp();  // too much is kept: the page has to start anew
 
   const int64_t id_;
@@ -88,6 +94,7 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   std::deque<Kept> kept_;
   size_t kept_bytes_ = 0;
   bool is_gone_ = false;
+  bool has_contact_ = false;
 
   // As the page told them.
   std::string href_ = "\"\"";  // JSON, as the title

@@ -32,15 +32,17 @@ std::shared_ptr<PageContext> PageContexts::Open(const std::string& href) {
   }
   PageContext::Owner owner{
       [this](PageContext& context, std::string_view text) { on_message_(context, text); },
+      [this](PageContext& context) {
+        NoteFocus(context);
+        TellChange();
+      },
       [this](PageContext& context) { Close(context); },
       [this] { return library_.queued_bytes() < limits_.library_bytes; }};
   auto context =
       std::make_shared<PageContext>(loop_, ++last_id_, std::move(owner), limits_, times_);
   context->set_href(href);
-  context->Touch();
-  NoteFocus(*context);
+  context->Await();
   contexts_[context->id()] = context;
-  TellChange();
   return context;
 }
 
@@ -64,7 +66,7 @@ void PageContexts::Close(PageContext& context) {
 std::shared_ptr<PageContext> PageContexts::Foremost() const {
   std::shared_ptr<PageContext> foremost;
   for (const auto& [id, context] : contexts_) {
-    if (!context->is_top()) continue;
+    if (!context->is_top() || !context->has_contact()) continue;
     if (!foremost || context->focus_order() > foremost->focus_order()) foremost = context;
   }
   return foremost;
@@ -115,7 +117,9 @@ void PageContexts::ForgetScriptlessBefore(int64_t opened_ns) {
 
 std::string PageContexts::Json() const {
   std::vector<std::string> pages;
-  for (const auto& [id, context] : contexts_) pages.push_back(context->Json());
+  for (const auto& [id, context] : contexts_) {
+    if (context->has_contact()) pages.push_back(context->Json());
+  }
   for (const auto& [href, page] : scriptless_) pages.push_back(page.json);
   return JsonArray(pages, [](const std::string& page) { return page; });
 }

@@ -27,6 +27,7 @@ class PageContexts {
 
   void set_on_message(MessageReceiver receiver) { on_message_ = std::move(receiver); }
 
+  // For a document that is being sent its script; it counts as a page once something comes from it.
   // Null when there are too many already.
   std::shared_ptr<PageContext> Open(const std::string& href);
   // Null unless there is such a context and the secret is its own.

@@ -160,6 +160,16 @@ TEST_F(PageContextTest, BringsKeysThatTheSetDelivers) {
             R"({"seq":1,"type":"key","key_name":"XF86Red","key_code":403,"phase":"press"})");
 }
 
+TEST_F(PageContextTest, BringsKeysToNoPageThatWentBeforeItsScriptRan) {
+  Start();
+  TestPage page = ConnectPage();
+  const TestPage gone = OpenPage();
+  EXPECT_THAT(Call("pages.list"), Not(HasSubstr(R"("context":2)")));
+  Call("event", R"({"name":"key","data":{"key_name":"Left","key_code":37,"delivered":true,)"
+                R"("app":"0123456789.App"}})");
+  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("type":"key")"));
+}
+
 TEST_F(PageContextTest, KeepsKeysFromThePageThatAreNotForIt) {
   Start();
   TestPage page = ConnectPage();
