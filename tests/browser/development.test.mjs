@@ -77,6 +77,9 @@ test('a bundler serves the application and tells its page of changes', async () 
   const folder = mkdtempSync(path.join(tmpdir(), 'orvane-bundler-'));
   scene.onEnd(() => rmSync(folder, { recursive: true, force: true }));
   cpSync(path.join(repository, 'tests/browser/apps/bundled'), folder, { recursive: true });
+  const start = path.join(folder, 'index.html');
+  const script = '<script type="module" src="/assets/index.js"></script>';
+  writeFileSync(start, readFileSync(start, 'utf8').replace('<!-- built -->', script));
   const bundler = await context({
     entryPoints: [path.join(folder, 'src/main.js')],
     outfile: path.join(folder, 'assets/index.js'),
