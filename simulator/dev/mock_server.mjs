@@ -11,8 +11,6 @@ import { bundle } from '../build/bundle.mjs';
 import { appPage } from './mock_app.mjs';
 import { newMethods } from './mock_methods.mjs';
 
-const token = 'development';
-
 function listen(server, port) {
   return new Promise((done) => {
     server.listen(port, '127.0.0.1', () => done(server.address().port));
@@ -33,7 +31,12 @@ function headers(type, appOrigin) {
 }
 
 /** `methods` may be called here, too; `calls` is what the pages called. */
-export async function startMock({ port = 0, minify = false, rebundle = false } = {}) {
+export async function startMock({
+  port = 0,
+  token = 'development',
+  minify = false,
+  rebundle = false,
+} = {}) {
   let files = await bundle({ minify });
   const appServer = createServer((request, response) => {
     response.writeHead(200, {
@@ -57,11 +60,8 @@ export async function startMock({ port = 0, minify = false, rebundle = false } =
   });
 
   const sockets = new WebSocketServer({ noServer: true });
-  const emit = (events) => {
-    for (const socket of sockets.clients) {
-      socket.send(JSON.stringify({ events }));
-    }
-  };
+  const emit = (events) =>
+    sockets.clients.forEach((client) => client.send(JSON.stringify({ events })));
   const methods = newMethods(emit, appUrl);
   const calls = [];
   server.on('upgrade', (request, socket, head) => {

@@ -50,6 +50,22 @@ test('a paused log stays as it is, and goes on with everything', async () => {
   await simulator.shows('.toolbar-count', '12 of 12 lines');
 });
 
+test('a paused log is filtered as it was, and can be cleared', async () => {
+  const simulator = await openSimulator(scene);
+  simulator.server('log.write', { count: 20 });
+  await simulator.shows('.toolbar-count', '20 of 20');
+  await simulator.dock.getByLabel('Pause').click();
+  simulator.server('log.write', { count: 20 });
+  await simulator.dock.getByLabel('Text').fill('line 1');
+  await simulator.shows('.toolbar-count', '20 new · 11 of 40 lines');
+  await simulator.dock.getByLabel('Text').fill('');
+  await simulator.shows('.toolbar-count', '20 new · 20 of 40 lines');
+  await simulator.dock.getByLabel('Clear the log').click();
+  await simulator.shows('.empty', 'No line yet');
+  simulator.server('log.write', { count: 50 });
+  await simulator.shows('.toolbar-count', '50 of 50 lines');
+});
+
 test('filter and pause stay while another panel is open', async () => {
   const simulator = await openSimulator(scene);
   simulator.server('log.write', { count: 5 });

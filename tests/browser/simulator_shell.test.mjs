@@ -7,6 +7,7 @@ import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
 import test from 'node:test';
 
+import { startMock } from '../../simulator/dev/mock_server.mjs';
 import { makeScene } from './support/scene.mjs';
 import { openSimulator } from './support/simulator.mjs';
 
@@ -90,6 +91,16 @@ test('a lost connection is told, and what is asked meanwhile is answered with th
   await simulator.shows('.banner', 'The connection to orvane run was lost');
   await simulator.page.click('[data-key=XF86Red]');
   await simulator.shows('.toast-error', 'no connection');
+});
+
+test('a tab of a run that ended belongs to no later run at its address', async () => {
+  const simulator = await openSimulator(scene);
+  const { port } = new URL(simulator.mock.url);
+  await simulator.mock.close();
+  await simulator.shows('.banner', 'The connection to orvane run was lost');
+  const later = await startMock({ port: Number(port), token: 'another' });
+  scene.onEnd(() => later.close());
+  await simulator.page.getByText('This tab does not belong to this run').waitFor();
 });
 
 test('the theme follows the system, or the person', async () => {

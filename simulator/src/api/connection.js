@@ -15,7 +15,6 @@ export class Connection {
   #pending = new Map();
   #lastId = 0;
   #delayMs = firstDelayMs;
-  #wasOpen = false;
 
   /**
    * @param {string} url of the API, with the token
@@ -43,13 +42,14 @@ export class Connection {
   #open() {
     this.#handlers.onState('connecting');
     this.#socket = new WebSocket(this.#url);
+    let wasOpen = false;
     this.#socket.onopen = () => {
-      this.#wasOpen = true;
+      wasOpen = true;
       this.#delayMs = firstDelayMs;
       this.#handlers.onState('open');
     };
     this.#socket.onmessage = ({ data }) => this.#receive(JSON.parse(data));
-    this.#socket.onclose = ({ code }) => this.#closed(code);
+    this.#socket.onclose = ({ code }) => this.#closed(code, wasOpen);
   }
 
   #receive(message) {
@@ -66,12 +66,12 @@ export class Connection {
     }
   }
 
-  async #closed(code) {
+  async #closed(code, wasOpen) {
     for (const { reject } of this.#pending.values()) {
       reject(new Error('The connection to orvane run was lost before it answered.'));
     }
     this.#pending.clear();
-    if (code === 4403 || (!this.#wasOpen && (await serverAnswers()))) {
+    if (code === 4403 || (!wasOpen && (await serverAnswers()))) {
       this.#handlers.onState('refused');
       return;
     }

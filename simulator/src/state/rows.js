@@ -9,6 +9,7 @@ export class Rows {
   /** Counts up when there is something new to draw. */
   version = signal(0);
   total = 0; // ever added; each row's number is its `row`
+  clearings = 0;
   matching = []; // what the filter lets through, oldest first
   #all = [];
   #accepts = () => true;
@@ -48,6 +49,7 @@ export class Rows {
     this.#all = [];
     this.matching = [];
     this.total = 0;
+    ++this.clearings;
     this.#tell();
   }
 

@@ -8,7 +8,7 @@ import { count } from './format.js';
 
 export class RowsView {
   #stream;
-  #frozen = signal(null);
+  #frozen = signal(null); // what there was at the pause, and what the filter shows of it
   #selected = signal(null);
   #follow = signal(true);
 
@@ -20,7 +20,21 @@ export class RowsView {
   constructor(stream, filter, accepts) {
     this.#stream = stream;
     this.filter = signal(filter);
-    effect(() => stream.setFilter(accepts(this.filter.value)));
+    effect(() => {
+      const accept = accepts(this.filter.value);
+      stream.setFilter(accept);
+      const frozen = this.#frozen.peek();
+      if (frozen) {
+        this.#frozen.value = { ...frozen, rows: frozen.all.filter(accept) };
+      }
+    });
+  }
+
+  /** The pause, unless the rows were cleared since. */
+  get #pause() {
+    const frozen = this.#frozen.value;
+    const isOver = this.version < 0 || frozen?.clearings !== this.#stream.clearings;
+    return isOver ? null : frozen;
   }
 
   setFilter(change) {
@@ -37,8 +51,7 @@ export class RowsView {
 
   /** One array that grows, so whoever draws it is told by the version. */
   get rows() {
-    const frozen = this.#frozen.value;
-    return this.version >= 0 && frozen ? frozen.rows : this.#stream.matching;
+    return this.#pause?.rows ?? this.#stream.matching;
   }
 
   get selected() {
@@ -55,7 +68,7 @@ export class RowsView {
   };
 
   get follow() {
-    return this.#follow.value && !this.#frozen.value;
+    return this.#follow.value && !this.paused;
   }
 
   setFollow = (follow) => {
@@ -63,18 +76,20 @@ export class RowsView {
   };
 
   get paused() {
-    return this.#frozen.value !== null;
+    return this.#pause !== null;
   }
 
   pause = () => {
-    const { matching, total } = this.#stream;
-    this.#frozen.value = this.paused ? null : { rows: matching.slice(), total };
+    const { all, matching, total, clearings } = this.#stream;
+    this.#frozen.value = this.paused
+      ? null
+      : { all: all.slice(), rows: matching.slice(), total, clearings };
     this.#follow.value = !this.paused;
   };
 
   /** How many rows are shown, of how many; and how many came since the pause. */
   countText(total) {
-    const waiting = this.#frozen.value ? this.total - this.#frozen.value.total : 0;
+    const waiting = this.#pause ? this.total - this.#pause.total : 0;
     const news = waiting > 0 ? `${count(waiting)} new · ` : '';
     return `${news}${count(this.rows.length)} of ${total}`;
   }
