@@ -92,7 +92,8 @@ void PrintRun(const server::RunOptions& options, const server::RunAddresses& add
     metadata.push_back(std::string(key).append(" = ").append(value));
   }
   PrintList("Metadata", metadata.empty() ? std::vector<std::string>{"none"} : metadata);
-  PrintList("Page", {addresses.app + "/"});
+  // One link for a person; whoever opens pages by other means wants both addresses.
+  if (!options.open_browser) PrintList("Page", {addresses.app + "/"});
   PrintList("Television", {addresses.simulator});
   std::printf("\nOpen the television's link in a browser. Ctrl-C ends it.\n");
   std::fflush(stdout);
@@ -139,7 +140,8 @@ void AddOptions(CLI::App& verb, RunVerbOptions& options) {
                 "Reload the page when a file is saved (default for folders), or do not");
   verb.add_flag("--no-isolation", options.no_isolation,
                 "Let the page show frames of other sites; synchronous calls are slower then");
-  verb.add_flag("--no-open", options.no_open, "Do not open a browser");
+  verb.add_flag("--no-open", options.no_open,
+                "Do not open a browser, and print the page's own address too");
   verb.add_flag("--headless-browser", options.headless_browser,
                 "Open the simulator in a Chromium without a window, which ends with\n"
                 "the run");

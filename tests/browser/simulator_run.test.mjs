@@ -230,6 +230,17 @@ test('another application takes the focus and the keys, until this one is raised
   await shows(page, '.press', 'registered');
 });
 
+test('the application opens in a tab without the television around it', async () => {
+  const { page, app } = await openRun('examples/media');
+  await app.locator('.poster').first().waitFor();
+  const opened = page.waitForEvent('popup');
+  await page.getByRole('link', { name: 'Open the application in a tab of its own' }).click();
+  const tab = await opened;
+  await tab.locator('.poster').first().waitFor();
+  assert.match(await tab.evaluate(() => globalThis.dravelt.orvane.getVersion()), /^\d/);
+  assert.equal(await tab.evaluate(() => globalThis.opener), null);
+});
+
 test('a reload is another page, and keys reach that one', async () => {
   const { run, page, app } = await openRun('examples/media');
   await app.locator('.poster').first().waitFor();

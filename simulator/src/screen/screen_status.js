@@ -5,12 +5,12 @@
 
 import { html } from '../view.js';
 import { ask } from '../api/session.js';
-import { appId } from '../state/run.js';
+import { appId, startUrl } from '../state/run.js';
 import { set } from '../state/set.js';
 import { keyHistory } from '../state/streams.js';
 import { describeKey } from '../remote/key_table.js';
 import { KeyOutcome, whyText } from '../remote/history.js';
-import { Chip, IconButton } from '../ui/controls.js';
+import { Chip, IconButton, IconLink } from '../ui/controls.js';
 import { fileStamp } from '../ui/format.js';
 import { toast } from '../state/toasts.js';
 import { keyboardShown, keyboardWanted } from './keyboard.js';
@@ -77,6 +77,11 @@ export function ScreenStatus({ scale, panel }) {
         icon="reload"
         label="Reload the application's page"
         onClick=${() => ask('page.reload')}
+      />
+      <${IconLink}
+        icon="openTab"
+        label="Open the application in a tab of its own"
+        href=${startUrl.value}
       />
     </span>
   </div>`;

@@ -20,6 +20,20 @@ export function IconButton({ icon, label, pressed, onClick, ...rest }) {
   </button>`;
 }
 
+/** A link that looks like an icon button, into a new tab. */
+export function IconLink({ icon, label, href }) {
+  return html`<a
+    class="icon-button"
+    href=${href}
+    target="_blank"
+    rel="noopener"
+    aria-label=${label}
+    title=${label}
+  >
+    <${Icon} name=${icon} />
+  </a>`;
+}
+
 export function Button({ icon, kind = 'plain', children, ...rest }) {
   return html`<button type="button" class=${`button button-${kind}`} ...${rest}>
     ${icon && html`<${Icon} name=${icon} size=${14} />`}${children}
