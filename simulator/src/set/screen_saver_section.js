@@ -53,7 +53,7 @@ function Loaded({ saver }) {
       class="button-row"
       role="group"
       aria-label="Move the set's clock"
-      title="The set's clock only: the library resets the wait every 30 s of real time"
+      title="The set's clock only: a page that holds it off does so by real time"
     >
       <span class="muted">Move the clock</span>
       <${Button} onClick=${() => forward(30000)}>+30 s<//>
