@@ -24,7 +24,7 @@
   }
 
   const upright = { viewBox: '0 0 300 400', height: 120, radius: 46 };
-  const wide = { viewBox: '0 165 300 169', height: 212, radius: 24 };
+  const wide = { viewBox: '0 165 300 169', height: 222, radius: 24 };
 
   // An SVG element of the film's scene, for a poster or for the whole screen.
   function draw(film, form) {
