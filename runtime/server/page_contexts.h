@@ -57,7 +57,7 @@ class PageContexts {
 
  private:
   struct Scriptless {
-    int64_t opened_ns;
+    int64_t opened_ns = 0;
     std::string json;
   };
 
