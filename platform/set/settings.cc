@@ -157,7 +157,7 @@ std::string NumberText(const std::string& bytes) {
 
 std::string BoolText(const std::string& bytes) {
   const std::string number = NumberText<int>(bytes);
-  if (number.empty()) return number;
+  if (number.empty()) return {};
   return number == "0" ? "false" : "true";
 }
 
