@@ -3,6 +3,7 @@
 #include "server/content_policy.h"
 
 #include <algorithm>
+#include <iterator>
 #include <sstream>
 #include <vector>
 
@@ -67,12 +68,14 @@ bool Has(const Sources& sources, std::string_view wanted) {
 bool NamesOrigin(const Sources& sources, std::string_view origin) {
   const std::string_view host = origin.substr(origin.find("//") + 2);
   const std::string any_port(host.substr(0, host.rfind(':')));
-  for (const std::string& name :
-       {std::string("*"), std::string("http:"), std::string(origin), std::string(host),
-        any_port + ":*", "http://" + any_port + ":*"}) {
-    if (Has(sources, name)) return true;
-  }
-  return false;
+  const std::string names[] = {"*",
+                               "http:",
+                               std::string(origin),
+                               std::string(host),
+                               any_port + ":*",
+                               "http://" + any_port + ":*"};
+  return std::any_of(std::begin(names), std::end(names),
+                     [&sources](const std::string& name) { return Has(sources, name); });
 }
 
 bool AllowsScript(const Sources& sources, std::string_view origin) {
