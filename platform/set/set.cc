@@ -10,7 +10,7 @@
 
 #include <dlog.h>
 
-#include "handles.h"
+#include "functions/handles.h"
 #include "profile_reader.h"
 #include "state_folder.h"
 

@@ -10,10 +10,10 @@ const repository = join(dirname(fileURLToPath(import.meta.url)), '..', '..');
 const mandatory = ['Left', 'Up', 'Right', 'Down', 'Return', 'XF86Back'];
 
 function remoteKeys() {
-  const source = readFileSync(join(repository, 'platform/set/remote_keys.cc'), 'utf8');
+  const source = readFileSync(join(repository, 'platform/set/keys/remote_keys.cc'), 'utf8');
   const rows = [...source.matchAll(/\{"([^"]+)", (\d+), (\d+)[,}]/g)];
   if (rows.length === 0) {
-    throw new Error('platform/set/remote_keys.cc has no row of the form {"name", code, code');
+    throw new Error('platform/set/keys/remote_keys.cc has no row of the form {"name", code, code');
   }
   const own = JSON.parse(readFileSync(join(repository, 'src/orvane/device_keys.json'), 'utf8'));
   return [

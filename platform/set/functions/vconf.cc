@@ -7,7 +7,7 @@
 
 #include <vconf.h>
 
-#include "platform_call.h"
+#include "functions/platform_call.h"
 
 struct _keynode_t {
   std::string key;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "drm_usage.h"
+#include "files/drm_usage.h"
 
 #include <vector>
 

@@ -6,7 +6,7 @@
 #include <app_context_manager.h>
 #include <screensaver.h>
 
-#include "platform_call.h"
+#include "functions/platform_call.h"
 
 namespace tvset {
 namespace {

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "set_file_reader.h"
+#include "files/set_file_reader.h"
 #include "tvset/paths.h"
 
 namespace fs = std::filesystem;

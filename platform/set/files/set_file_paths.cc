@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "set_file_paths.h"
+#include "files/set_file_paths.h"
 
 #include <unistd.h>
 

@@ -11,7 +11,7 @@
 
 #include <tzplatform_config.h>
 
-#include "platform_call.h"
+#include "functions/platform_call.h"
 
 namespace tvset {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "set_file_reader.h"
+#include "files/set_file_reader.h"
 
 #include <dlfcn.h>
 #include <unistd.h>
@@ -11,7 +11,7 @@
 #include <system_error>
 
 #include "file_text.h"
-#include "set_file_text.h"
+#include "files/set_file_text.h"
 #include "tvset/faults.h"
 
 namespace fs = std::filesystem;

@@ -20,7 +20,7 @@
 #include <vconf.h>
 
 #include "file_text.h"
-#include "setting_watches.h"
+#include "settings/setting_watches.h"
 #include "tvset/paths.h"
 
 namespace fs = std::filesystem;

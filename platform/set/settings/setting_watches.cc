@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "setting_watches.h"
+#include "settings/setting_watches.h"
 
 #include <pthread.h>
 #include <sys/inotify.h>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "format_text.h"
+#include "log/format_text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -6,7 +6,7 @@
 #include <dlog.h>
 #include <privilege.h>
 
-#include "platform_call.h"
+#include "functions/platform_call.h"
 
 namespace tvset {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "handle_table.h"
+#include "functions/handle_table.h"
 #include "tvset/applications.h"
 
 namespace tvset {

@@ -9,7 +9,7 @@
 
 #include <system_info.h>
 
-#include "platform_call.h"
+#include "functions/platform_call.h"
 
 namespace tvset {
 namespace {

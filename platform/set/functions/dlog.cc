@@ -9,7 +9,7 @@
 
 #include <dlog.h>
 
-#include "format_text.h"
+#include "log/format_text.h"
 #include "tvset/set.h"
 
 namespace tvset {

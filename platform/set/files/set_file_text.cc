@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "set_file_text.h"
+#include "files/set_file_text.h"
 
 #include <unistd.h>
 
@@ -14,8 +14,8 @@
 
 #include <dlog.h>
 
-#include "drm_usage.h"
 #include "file_text.h"
+#include "files/drm_usage.h"
 #include "tvset/profile_keys.h"
 
 namespace tvset {

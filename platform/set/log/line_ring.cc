@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "line_ring.h"
+#include "log/line_ring.h"
 
 #include <cstring>
 

@@ -22,8 +22,8 @@
 #include <string>
 #include <string_view>
 
-#include "set_file_paths.h"
-#include "set_file_reader.h"
+#include "files/set_file_paths.h"
+#include "files/set_file_reader.h"
 #include "tvset/export.h"
 #include "tvset/set.h"
 

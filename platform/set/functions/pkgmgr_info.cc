@@ -10,8 +10,8 @@
 
 #include <pkgmgr-info.h>
 
-#include "handles.h"
-#include "platform_call.h"
+#include "functions/handles.h"
+#include "functions/platform_call.h"
 
 namespace tvset {
 

@@ -6,7 +6,7 @@
 
 #include <aul.h>
 
-#include "platform_call.h"
+#include "functions/platform_call.h"
 
 // A buffer without room for the terminating zero is refused as a NULL one is.
 TVSET_EXPORT int aul_app_get_appid_bypid(int pid, char* appid, int len) {

@@ -11,7 +11,7 @@
 
 #include <dlog.h>
 
-#include "line_ring.h"
+#include "log/line_ring.h"
 
 namespace tvset {
 namespace {

@@ -7,8 +7,8 @@
 #include <app_manager.h>
 #include <app_manager_extension.h>
 
-#include "handles.h"
-#include "platform_call.h"
+#include "functions/handles.h"
+#include "functions/platform_call.h"
 
 namespace tvset {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "drm_usage.h"
+#include "files/drm_usage.h"
 #include "files_fixture.h"
 #include "tvset/profile_keys.h"
 
