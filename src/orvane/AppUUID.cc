@@ -39,10 +39,6 @@ std::string UuidPath(const char* short_app_id) {
   return std::string(root == nullptr ? "" : root) + "/" + short_app_id + "/data/uuid";
 }
 
-bool WriteUuid(FILE* file, const char* uuid) {
-  return file != nullptr && fwrite(uuid, 1, kUuidLength, file) == kUuidLength && fflush(file) == 0;
-}
-
 }  // namespace
 
 void AppUUID::GenerateUUID(char* buffer) {
@@ -62,38 +58,38 @@ int AppUUID::GetUUID(char* buffer) {
   free(app_id);
 
   const File stored(fopen(path.c_str(), "r"));
-  if (!stored) {
-    GenerateUUID(buffer);
-    const File created(fopen(path.c_str(), "w+"));
-    if (!created) {
-      LoggerE("uuid fopen failed, errno: [%d]", errno);
-      return kCannotCreate;
-    }
-    if (!WriteUuid(created.get(), buffer)) {
-      LoggerE("uuid fwrite failed");
+  if (stored) {
+    struct stat status = {};
+    if (stat(path.c_str(), &status) != 0) {
+      LoggerE("stat failed");
       return kFailure;
     }
-    LoggerE("uuid fwrite suceess");
-    return kSuccess;
-  }
-
-  struct stat status = {};
-  if (stat(path.c_str(), &status) != 0) {
-    LoggerE("stat failed");
-    return kFailure;
-  }
-  if (fread(buffer, 1, kUuidLength, stored.get()) == kUuidLength &&
-      status.st_size == static_cast<off_t>(kUuidLength)) {
-    LoggerE("uuid fread suceess");
-    return kSuccess;
+    if (fread(buffer, 1, kUuidLength, stored.get()) == kUuidLength &&
+        status.st_size == static_cast<off_t>(kUuidLength)) {
+      LoggerE("uuid fread suceess");
+      return kSuccess;
+    }
   }
 
   GenerateUUID(buffer);
-  const File replaced(fopen(path.c_str(), "w+"));
-  if (!WriteUuid(replaced.get(), buffer)) {
+  File written(fopen(path.c_str(), "w+"));
+  if (!written && !stored) {
+    LoggerE("uuid fopen failed, errno: [%d]", errno);
+    return kCannotCreate;
+  }
+  if (!written || fwrite(buffer, 1, kUuidLength, written.get()) != kUuidLength) {
     LoggerE("uuid fwrite failed");
     return kFailure;
   }
-  LoggerE("uuid newly generated");
+  if (stored) {
+    LoggerE("uuid newly generated");
+  } else {
+    LoggerE("uuid fwrite suceess");
+  }
+  // A full device shows here at the earliest. The page has its UUID all the same; the next call
+  // finds a file of another length and makes another.
+  if (fclose(written.release()) != 0) {
+    LoggerE("uuid fclose failed, errno: [%d]", errno);
+  }
   return kSuccess;
 }

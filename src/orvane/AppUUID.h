@@ -13,6 +13,7 @@ class AppUUID {
   // Writes the calling application's UUID into `buffer`, 37 bytes that the caller has zeroed. 0:
   // done. 9999: the application's id, or its file, could not be read or written. 101: the file
   // could not be made. A file of another length than 36 bytes is replaced; text of that length is
-  // returned whatever it is.
+  // returned whatever it is. A file that the device has no room for is still 0, and the log says
+  // so: the UUID then holds for this call alone.
   static int GetUUID(char* buffer);
 };

@@ -139,10 +139,25 @@ TEST_F(AppUuidTest, FailsWhenTheNewFileCannotBeWritten) {
   EXPECT_THAT(Messages(), ElementsAre("E AppUUID.cc GetUUID: uuid fwrite failed"));
 }
 
-TEST_F(AppUuidTest, FailsWhenTheDiskIsFull) {
+// What was written counts, and not what the disk took: the next call finds a file of no length and
+// makes another.
+TEST_F(AppUuidTest, LogsTheLossOfAFileOnAFullDisk) {
   system_.RedirectFile(file_, "/dev/full", "w+");
-  EXPECT_EQ(Get(), kFailure);
-  EXPECT_THAT(Messages(), ElementsAre("E AppUUID.cc GetUUID: uuid fwrite failed"));
+  EXPECT_EQ(Get(), 0);
+  EXPECT_THAT(text(), MatchesRegex(kUuid));
+  EXPECT_THAT(Messages(), ElementsAre("E AppUUID.cc GetUUID: uuid fwrite suceess",
+                                      "E AppUUID.cc GetUUID: uuid fclose failed, errno: [" +
+                                          std::to_string(ENOSPC) + "]"));
+}
+
+TEST_F(AppUuidTest, LogsTheLossOfAReplacedFileOnAFullDisk) {
+  Store("too short");
+  system_.RedirectFile(file_, "/dev/full", "w+");
+  EXPECT_EQ(Get(), 0);
+  EXPECT_THAT(text(), MatchesRegex(kUuid));
+  EXPECT_THAT(Messages(), ElementsAre("E AppUUID.cc GetUUID: uuid newly generated",
+                                      "E AppUUID.cc GetUUID: uuid fclose failed, errno: [" +
+                                          std::to_string(ENOSPC) + "]"));
 }
 
 TEST_F(AppUuidTest, FailsWhenTheFilesSizeIsNotKnown) {
