@@ -8,7 +8,7 @@
 // Every source that uses JSON includes this first, since the framework's headers bring the JSON
 // library along, and the first inclusion decides.
 
-#include "common/logger.h"
+#include "common/assertion.h"
 
 #ifdef PICOJSON_ASSERT
 #error "Include common/json.h before the JSON library and the framework's headers"

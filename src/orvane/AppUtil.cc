@@ -16,6 +16,7 @@
 
 namespace {
 
+// The size that the platform gives to an application's id, with its end.
 constexpr int kAppIdSize = 255;
 
 const char* StateName(int state) {
@@ -33,20 +34,15 @@ const char* StateName(int state) {
   }
 }
 
-// The calling application's whole id, in a buffer of the platform's size. Logs failures as those of
-// `caller`.
-bool ReadOwnId(const char* caller, char (&buffer)[kAppIdSize]) {
+// The calling application's whole id. A failure is logged as that of `caller`.
+bool ReadOwnId(const common::LogPlace& caller, char (&buffer)[kAppIdSize]) {
   const pid_t pid = getpid();
   if (pid == -1) {
-    ::common::LogAt(DLOG_ERROR, ::common::kModuleTag, LOG_FILE_NAME, caller, __LINE__,
-                    "%s: %s(%d) > "
-                    "getpid failed");
+    LOG_AT(DLOG_ERROR, common::kModuleTag, caller, "getpid failed");
     return false;
   }
   if (aul_app_get_appid_bypid(pid, buffer, kAppIdSize) != AUL_R_OK) {
-    ::common::LogAt(DLOG_INFO, ::common::kModuleTag, LOG_FILE_NAME, caller, __LINE__,
-                    "%s: %s(%d) > "
-                    "aul_app_get_appid_bypid failed");
+    LOG_AT(DLOG_INFO, common::kModuleTag, caller, "aul_app_get_appid_bypid failed");
     return false;
   }
   return true;
@@ -56,7 +52,7 @@ bool ReadOwnId(const char* caller, char (&buffer)[kAppIdSize]) {
 
 bool AppUtil::GetAppID(char** app_id) {
   char buffer[kAppIdSize] = {};
-  if (!ReadOwnId(__func__, buffer)) {
+  if (!ReadOwnId(LOG_PLACE(__LINE__), buffer)) {
     return false;
   }
   char* rest = nullptr;
@@ -67,7 +63,7 @@ bool AppUtil::GetAppID(char** app_id) {
 
 bool AppUtil::GetCompleteAppID(char** app_id) {
   char buffer[kAppIdSize] = {};
-  if (!ReadOwnId(__func__, buffer)) {
+  if (!ReadOwnId(LOG_PLACE(__LINE__), buffer)) {
     return false;
   }
   *app_id = strdup(buffer);

@@ -10,18 +10,19 @@
 #include <app_context_manager.h>
 #include <system_info.h>
 
+#include "common/logger.h"
 #include "common/tools.h"
 #include "orvane/AppUUID.h"
 #include "orvane/AppUtil.h"
 #include "orvane/constants.h"
 #include "orvane/numbers.h"
 
-// Some of the lines that are logged here have fixed places: see common/logger.h.
-
 namespace {
 
 using common::ErrorCode;
 using common::PlatformResult;
+using extension::orvane::ContextTaskEntry;
+namespace fixed_line = common::fixed_line;
 
 // The file's own copy of the privilege, besides the namespace's.
 const std::string kPrivilegeOrvane = extension::orvane::kPrivilegeOrvane;
@@ -37,6 +38,14 @@ PlatformResult UnknownError(const char* message) {
   return PlatformResult(ErrorCode::UNKNOWN_ERR, message);
 }
 
+// The row with the index `number`, its fraction cut off; null for a number outside the table, which
+// a page can send past the script's check of its arguments.
+template <size_t kRows>
+const ContextTaskEntry* RowAt(const ContextTaskEntry (&table)[kRows], double number) {
+  const int32_t index = extension::orvane::TruncateToInt32(number);
+  return index >= 0 && index < static_cast<int32_t>(kRows) ? &table[index] : nullptr;
+}
+
 }  // namespace
 
 namespace extension::orvane {
@@ -44,14 +53,6 @@ namespace extension::orvane {
 // The script's numbers are the rows' indexes.
 ContextTaskEntry g_OrvaneTargetMap[] = {{0, "last:source"}};
 ContextTaskEntry g_OrvaneActionMap[] = {{0, "launch"}};
-
-// The row with the index `number`, its fraction cut off; null for a number outside the table, which
-// a page can send past the script's check of its arguments.
-template <size_t kRows>
-const ContextTaskEntry* RowAt(const ContextTaskEntry (&table)[kRows], double number) {
-  const int32_t index = TruncateToInt32(number);
-  return index >= 0 && index < static_cast<int32_t>(kRows) ? &table[index] : nullptr;
-}
 
 OrvaneInstance::OrvaneInstance() : common::ParsedInstance("3.9"), manager_(this) {
   using Member = void (OrvaneInstance::*)(const picojson::value&, picojson::object&);
@@ -76,14 +77,25 @@ OrvaneInstance::OrvaneInstance() : common::ParsedInstance("3.9"), manager_(this)
   VirtualKey_Initialize(0);
 }
 
-OrvaneInstance::~OrvaneInstance() { LoggerD("Entered %s, Params: None", __func__); }
+OrvaneInstance::~OrvaneInstance() {
+  LoggerD_AT(fixed_line::kInstanceDestroyed, "Entered %s, Params: None", __func__);
+}
 
-// The version is what the base was given at construction, whatever the arguments. It is the version
-// of the script's interface, which pages test for, and not that of this build: nothing is read from
-// the system for it.
 void OrvaneInstance::getVersion(const picojson::value& /*args*/, picojson::object& out) {
-  LoggerD("Version of plugin: %s", version().c_str());
+  LoggerD_AT(fixed_line::kVersion, "Version of plugin: %s", version().c_str());
   ReportSuccess(picojson::value(version()), out);
+}
+
+void OrvaneInstance::getUuid(const picojson::value& /*args*/, picojson::object& out) {
+  char uuid[kUuidBufferSize] = {};
+  if (AppUUID::GetUUID(uuid) == 0) {
+    LoggerI_AT(fixed_line::kUuid, "UUID is [%s]", uuid);
+    ReportSuccess(picojson::value(uuid), out);
+    return;
+  }
+  // The page's text names no cause and does not fit the log's: pages compare it, and so it stays.
+  LoggerI_AT(fixed_line::kNoUuid, "UUID is not generated");
+  ReportError(UnknownError("Invalid Choice"), out);
 }
 
 void OrvaneInstance::generateKey(const picojson::value& args, picojson::object& out) {
@@ -97,39 +109,23 @@ void OrvaneInstance::generateKey(const picojson::value& args, picojson::object& 
   ReportSuccess(picojson::value(true), out);
 }
 
-void OrvaneInstance::getUuid(const picojson::value& /*args*/, picojson::object& out) {
-  char uuid[kUuidBufferSize] = {};
-  if (AppUUID::GetUUID(uuid) == 0) {
-    LoggerI("UUID is [%s]", uuid);
-    ReportSuccess(picojson::value(uuid), out);
-    return;
-  }
-  // The page's text names no cause and does not fit the log's: pages compare it, and so it stays.
-  // What went wrong was logged by the class that tried.
-  LoggerI("UUID is not generated");
-  ReportError(UnknownError("Invalid Choice"), out);
-}
-
 void OrvaneInstance::getForegroundAppId(const picojson::value& /*args*/, picojson::object& out) {
   const std::string app_id = AppUtil::GetFocusedAppID();
   if (!app_id.empty()) {
-    // At error priority although nothing failed: sets that keep no other lines are searched for the
-    // application that had the focus.
-    LoggerE("appID is [%s]", app_id.c_str());
+    // At error priority although nothing failed: field tools look for it there.
+    LoggerE_AT(fixed_line::kForegroundAppId, "appID is [%s]", app_id.c_str());
     ReportSuccess(picojson::value(app_id), out);
     return;
   }
-  // No application has the focus, or nobody can tell: the page cannot know the two apart.
-  LoggerE("appID is null");
+  LoggerE_AT(fixed_line::kNoForegroundAppId, "appID is null");
   ReportError(UnknownError("AppID is null"), out);
 }
 
 void OrvaneInstance::setEpopAppWindow(const picojson::value& /*args*/, picojson::object& out) {
   bool supported = false;
   if (system_info_get_custom_bool("com.korvale/featureconf/ud_panel_supported", &supported) != 0) {
-    // A set that does not know the key has a panel without the window; the page gets one answer for
-    // both.
-    LoggerE("get ud_panel_supported value failed");
+    // A set that does not know the key has a panel without the window.
+    LoggerE_AT(fixed_line::kNoPanelFeature, "get ud_panel_supported value failed");
     supported = false;
   }
   // The script moves the window itself once this has succeeded.
@@ -178,6 +174,35 @@ void OrvaneInstance::registerKeyInSpecialMode(const picojson::value& /*args*/,
   }
 }
 
+void OrvaneInstance::checkPlatformLevelPrivilege(const picojson::value& /*args*/,
+                                                 picojson::object& out) {
+  const PlatformResult result = common::tools::CheckAccess(kPrivilegePlatform);
+  if (result.IsSuccess()) {
+    ReportSuccess(out);
+    return;
+  }
+  common::tools::ReportError(result, out);
+}
+
+void OrvaneInstance::getIMEResolution(const picojson::value& /*args*/, picojson::object& out) {
+  int resolution = 0;
+  if (system_info_get_custom_int("com.korvale/featureconf/ime.resolution", &resolution) != 0) {
+    LoggerE_AT(fixed_line::kNoImeResolution, "Failed to get ime resolution");
+    ReportError(UnknownError("Failed to get ime resolution"), out);
+    return;
+  }
+  ReportSuccess(picojson::value(static_cast<double>(resolution)), out);
+}
+
+void OrvaneInstance::getAppState(const picojson::value& args, picojson::object& out) {
+  const std::string state = AppUtil::GetAppState(args.get("appid").get<std::string>());
+  if (state.empty()) {
+    ReportError(UnknownError("Failed to get app state"), out);
+    return;
+  }
+  ReportSuccess(picojson::value(state), out);
+}
+
 void OrvaneInstance::getSystemStat(const picojson::value& args, picojson::object& out) {
   const std::string& resource = args.get("resource").get<std::string>();
   if (resource == "CPU") {
@@ -197,35 +222,6 @@ void OrvaneInstance::setScreenSaver(const picojson::value& args, picojson::objec
 
 void OrvaneInstance::recordProfiling(const picojson::value& args, picojson::object& out) {
   manager_.RecordProfiling(args, out);
-}
-
-void OrvaneInstance::checkPlatformLevelPrivilege(const picojson::value& /*args*/,
-                                                 picojson::object& out) {
-  const PlatformResult result = common::tools::CheckAccess(kPrivilegePlatform);
-  if (result.IsSuccess()) {
-    ReportSuccess(out);
-    return;
-  }
-  common::tools::ReportError(result, out);
-}
-
-void OrvaneInstance::getIMEResolution(const picojson::value& /*args*/, picojson::object& out) {
-  int resolution = 0;
-  if (system_info_get_custom_int("com.korvale/featureconf/ime.resolution", &resolution) != 0) {
-    LoggerE("Failed to get ime resolution");
-    ReportError(UnknownError("Failed to get ime resolution"), out);
-    return;
-  }
-  ReportSuccess(picojson::value(static_cast<double>(resolution)), out);
-}
-
-void OrvaneInstance::getAppState(const picojson::value& args, picojson::object& out) {
-  const std::string state = AppUtil::GetAppState(args.get("appid").get<std::string>());
-  if (state.empty()) {
-    ReportError(UnknownError("Failed to get app state"), out);
-    return;
-  }
-  ReportSuccess(picojson::value(state), out);
 }
 
 }  // namespace extension::orvane

@@ -30,8 +30,8 @@ class OrvaneInstance : public common::ParsedInstance {
   ~OrvaneInstance() override;
 
   void getVersion(const picojson::value& args, picojson::object& out);
-  void generateKey(const picojson::value& args, picojson::object& out);
   void getUuid(const picojson::value& args, picojson::object& out);
+  void generateKey(const picojson::value& args, picojson::object& out);
   void getForegroundAppId(const picojson::value& args, picojson::object& out);
   void setEpopAppWindow(const picojson::value& args, picojson::object& out);
   void requestTvContextTask(const picojson::value& args, picojson::object& out);

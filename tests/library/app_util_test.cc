@@ -70,6 +70,19 @@ TEST_F(AppUtilTest, IdsNeedAProcessId) {
                                       "E AppUtil.cc GetCompleteAppID: getpid failed"));
 }
 
+// The number in a line is of the function that the line names.
+TEST_F(AppUtilTest, FailuresCarryThePlaceOfTheCaller) {
+  system_.SetPid(-1);
+  Get(AppUtil::GetAppID);
+  Get(AppUtil::GetCompleteAppID);
+  std::vector<int> numbers;
+  for (const tvset::LogLine& line : set().log().lines()) {
+    numbers.push_back(std::stoi(line.text.substr(line.text.find('(') + 1)));
+  }
+  ASSERT_EQ(numbers.size(), 2U);
+  EXPECT_LT(numbers[0], numbers[1]);
+}
+
 TEST_F(AppUtilTest, IdsNeedARunningApplication) {
   set().applications().Terminate(kApp);
   EXPECT_EQ(Get(AppUtil::GetAppID), std::nullopt);

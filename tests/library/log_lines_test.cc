@@ -18,8 +18,8 @@ std::string CurrentExtension() {
   return text;
 }
 
-// The lines whose whole text field tools match, each with the number of the source line that writes
-// it. What common/logger.h lists is held here and in the assertions' tests.
+// The lines whose whole text field tools match, each with its fixed number: every row of
+// common/fixed_lines.h is held here, in the assertions' tests and in those without an extension.
 class LogLines : public LibraryFixture {};
 
 TEST_F(LogLines, Initialization) {
