@@ -12,6 +12,7 @@
 
 #include <screensaver.h>
 
+#include "common/logger.h"
 #include "common/task-queue.h"
 #include "common/tools.h"
 #include "orvane/AppUtil.h"
@@ -119,10 +120,7 @@ void OrvaneManager::GetCpuStat(const picojson::value& args, picojson::object& ou
     }
     Report(result, ObjectWith("cpuUsage", usage), *reply);
   };
-  QueueTask(callback_id, work, [this, callback_id] {
-    LoggerD("Finalizing GetCpuStat task with callback id=%d", TruncateToInt32(callback_id));
-    pending_->Add(-1);
-  });
+  QueueTask("GetCpuStat", callback_id, work);
 }
 
 void OrvaneManager::GetMemoryStat(const picojson::value& args, picojson::object& out) {
@@ -141,10 +139,7 @@ void OrvaneManager::GetMemoryStat(const picojson::value& args, picojson::object&
     }
     Report(result, ObjectWith("memoryUsage", usage), *reply);
   };
-  QueueTask(callback_id, work, [this, callback_id] {
-    LoggerD("Finalizing GetMemoryStat task with callback id=%d", TruncateToInt32(callback_id));
-    pending_->Add(-1);
-  });
+  QueueTask("GetMemoryStat", callback_id, work);
 }
 
 void OrvaneManager::SetScreenSaver(const picojson::value& args, picojson::object& out) {
@@ -172,10 +167,7 @@ void OrvaneManager::SetScreenSaver(const picojson::value& args, picojson::object
     }
     Report(result, EmptyObject(), *reply);
   };
-  QueueTask(callback_id, work, [this, callback_id] {
-    LoggerD("Finalizing SetScreenSaver task with callback id=%d", TruncateToInt32(callback_id));
-    pending_->Add(-1);
-  });
+  QueueTask("SetScreenSaver", callback_id, work);
 }
 
 void OrvaneManager::RecordProfiling(const picojson::value& args, picojson::object& out) {
@@ -201,16 +193,16 @@ void OrvaneManager::RecordProfiling(const picojson::value& args, picojson::objec
     WriteKernelMarker(marker);
     Report(result, EmptyObject(), *reply);
   };
-  QueueTask(callback_id, work, [this, callback_id] {
-    LoggerD("Finalizing RecordProfiling task with callback id=%d", TruncateToInt32(callback_id));
-    pending_->Add(-1);
-  });
+  QueueTask("RecordProfiling", callback_id, work);
 }
 
-void OrvaneManager::QueueTask(double callback_id, const Work& work,
-                              const std::function<void()>& finalizer) {
+void OrvaneManager::QueueTask(const char* name, double callback_id, const Work& work) {
   const Result result = std::make_shared<picojson::value>(picojson::object());
   const Work response = [this, callback_id](const Result& reply) { Respond(callback_id, reply); };
+  const auto finalizer = [this, name, callback_id] {
+    LoggerD("Finalizing %s task with callback id=%d", name, TruncateToInt32(callback_id));
+    pending_->Add(-1);
+  };
   common::TaskQueue::GetInstance().Queue<picojson::value>(work, response, finalizer, result);
   pending_->Add(1);
 }

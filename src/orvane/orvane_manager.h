@@ -60,8 +60,9 @@ class OrvaneManager {
   using Result = std::shared_ptr<picojson::value>;
   using Work = std::function<void(const Result&)>;
 
-  // Hands the task over and only then counts it as pending.
-  void QueueTask(double callback_id, const Work& work, const std::function<void()>& finalizer);
+  // Hands the task over and only then counts it as pending. `name`, a literal, is what the log
+  // calls it when it is finalised.
+  void QueueTask(const char* name, double callback_id, const Work& work);
 
   // Adds the callback id to what the work came to, unless the work set one, and posts it.
   void Respond(double callback_id, const Result& result);
