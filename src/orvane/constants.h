@@ -6,9 +6,8 @@
 
 namespace extension::orvane {
 
-// The privilege that guards the whole script object. The runtime checks it before a page gets the
-// object; the library only carries it, one copy in each source that includes this, for tools that
-// list what a library's modules need.
+// The privilege named after the script object. Nothing in the library reads it, and no call is
+// checked against it; each module that stands for the object carries a copy.
 const std::string kPrivilegeOrvane = "http://dravelt.example/privilege/orvane";  // NOLINT
 
 }  // namespace extension::orvane

@@ -37,7 +37,7 @@ TEST(TruncateToInt32, ClampsWhatDoesNotFit) {
   EXPECT_EQ(TruncateToInt32(1e300), kHighest);
   EXPECT_EQ(TruncateToInt32(HUGE_VAL), kHighest);
   EXPECT_EQ(TruncateToInt32(-1e300), kLowest);
-  EXPECT_EQ(TruncateToInt32(std::nan("")), 0);
+  EXPECT_EQ(TruncateToInt32(std::nan("")), kHighest);
 }
 
 }  // namespace
