@@ -28,7 +28,7 @@ constexpr int kRounds = 31;
 constexpr std::chrono::seconds kLoopLimit(60);
 constexpr int64_t kStormCalls = 10000;
 
-class SilentClient final : public orvane::host::InstanceClient {
+class SilentClient final : public orvane::extensions::InstanceClient {
  public:
   void OnMessage(std::string_view /*text*/) override {}
   void OnBinaryMessage(std::string_view /*bytes*/) override {}

@@ -38,15 +38,15 @@ World::World(const std::filesystem::path& library) : folder_(MakeFolder()) {
   set.applications().Install(application);
   set.applications().Launch(kAppId, getpid());
 
-  orvane::host::Options options;
+  orvane::extensions::Options options;
   options.app_id = kAppId;
-  host_ = std::make_unique<orvane::host::ExtensionHost>(options);
+  host_ = std::make_unique<orvane::extensions::ExtensionHost>(options);
   std::string error;
   if (!host_->LoadFile(library, &error)) {
     throw std::runtime_error(error);
   }
   extension_ = host_->Find("dravelt.orvane");
-  services_ = std::make_unique<orvane::services::RuntimeServices>(set, kAppId, nullptr);
+  services_ = std::make_unique<orvane::television::RuntimeServices>(set, kAppId, nullptr);
   pages_ = std::make_unique<orvane::page::PageRuntime>(*host_);
 }
 

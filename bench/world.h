@@ -5,10 +5,10 @@
 #include <filesystem>
 #include <memory>
 
-#include "host/extension_host.h"
+#include "extensions/extension_host.h"
 #include "page/page.h"
 #include "page/page_runtime.h"
-#include "services/runtime_services.h"
+#include "television/runtime_services.h"
 
 namespace bench {
 
@@ -24,16 +24,16 @@ class World {
   World(const World&) = delete;
   World& operator=(const World&) = delete;
 
-  orvane::host::Extension& extension() { return *extension_; }
+  orvane::extensions::Extension& extension() { return *extension_; }
   orvane::page::PageRuntime& pages() { return *pages_; }
   std::unique_ptr<orvane::page::Page> MakePage();
 
  private:
   const std::filesystem::path folder_;
-  std::unique_ptr<orvane::host::ExtensionHost> host_;
-  std::unique_ptr<orvane::services::RuntimeServices> services_;
+  std::unique_ptr<orvane::extensions::ExtensionHost> host_;
+  std::unique_ptr<orvane::television::RuntimeServices> services_;
   std::unique_ptr<orvane::page::PageRuntime> pages_;
-  orvane::host::Extension* extension_ = nullptr;
+  orvane::extensions::Extension* extension_ = nullptr;
 };
 
 }  // namespace bench

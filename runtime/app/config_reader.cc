@@ -7,9 +7,9 @@
 #include <sstream>
 #include <string_view>
 
-#include "app/near_names.h"
 #include "app/start_file.h"
 #include "app/xml_document.h"
+#include "base/near_names.h"
 
 namespace orvane::app {
 
@@ -201,8 +201,9 @@ void ConfigReader::WarnOfMisspelling(const pugi::xml_node& element, std::string_
     }
     if (row.space == space) near.emplace_back(row.name);
   }
-  near = NearNames(name, near, 1);
-  if (!near.empty()) Warn(element, "nothing reads an element of this name." + DidYouMean(near));
+  near = base::NearNames(name, near, 1);
+  if (!near.empty())
+    Warn(element, "nothing reads an element of this name." + base::DidYouMean(near));
 }
 
 void ConfigReader::ReadApplication(const pugi::xml_node& element) {

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "frames/json_text.h"
+#include "base/json_text.h"
 
 namespace orvane::cli {
 
@@ -30,7 +30,7 @@ void AppendArray(const picojson::array& array, std::string* json);
 void AppendObject(const picojson::object& object, std::string* json);
 
 void Append(const value& part, std::string* json) {
-  if (part.is<std::string>()) return frames::AppendJsonString(part.get<std::string>(), json);
+  if (part.is<std::string>()) return base::AppendJsonString(part.get<std::string>(), json);
   if (part.is<double>()) return AppendNumber(part.get<double>(), json);
   if (part.is<picojson::array>()) {
     return AppendArray(part.get<picojson::array>(), json);
@@ -53,7 +53,7 @@ void AppendObject(const picojson::object& object, std::string* json) {
   bool first = true;
   for (const auto& [name, member] : object) {
     if (!std::exchange(first, false)) json->push_back(',');
-    frames::AppendJsonString(name, json);
+    base::AppendJsonString(name, json);
     json->push_back(':');
     Append(member, json);
   }

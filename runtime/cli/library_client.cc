@@ -15,7 +15,7 @@
 
 #include "cli/exit_code.h"
 #include "cli/json_read.h"
-#include "host/bounded_json.h"
+#include "extensions/bounded_json.h"
 
 namespace orvane::cli {
 
@@ -30,11 +30,11 @@ constexpr int kChildSocket = 3;
 // It closes its socket a moment before it has ended, and ends so long after this side has closed.
 constexpr milliseconds kEnding{5000};
 
-std::unique_ptr<process::ChildProcess> Spawn(int socket) {
-  return std::make_unique<process::ChildProcess>(
-      std::vector<std::string>{"/proc/self/exe", "library-process", "--fd",
+std::unique_ptr<base::ChildProcess> Spawn(int socket) {
+  return std::make_unique<base::ChildProcess>(
+      std::vector<std::string>{"/proc/self/exe", "set-process", "--fd",
                                std::to_string(kChildSocket)},
-      process::ChildProcess::Descriptors{{STDERR_FILENO, STDERR_FILENO}, {socket, kChildSocket}});
+      base::ChildProcess::Descriptors{{STDERR_FILENO, STDERR_FILENO}, {socket, kChildSocket}});
 }
 
 std::string OpOf(const value& frame) { return frame.get("op").to_str(); }
@@ -78,7 +78,7 @@ void LibraryClient::Start(const object& options) {
 // What comes meanwhile is taken in: a process that waits to be heard does not listen.
 void LibraryClient::Send(const object& request) {
   std::string bytes;
-  frames::AppendFrame(value(request).serialize(), &bytes);
+  base::AppendFrame(value(request).serialize(), &bytes);
   std::string_view left = bytes;
   const TimePoint until = Deadline();
   while (!left.empty()) {
@@ -128,7 +128,7 @@ std::optional<value> LibraryClient::Receive(TimePoint until) {
   while (true) {
     if (const auto body = reader_.Next()) {
       std::string error;
-      std::optional<value> frame = host::ParseBoundedJson(*body, &error);
+      std::optional<value> frame = extensions::ParseBoundedJson(*body, &error);
       return frame && frame->is<object>() ? *std::move(frame) : value(object());
     }
     if (Wait(POLLIN, until) == 0) return std::nullopt;
@@ -168,7 +168,7 @@ std::string LibraryClient::While() const {
 void LibraryClient::Die() {
   while (const auto body = reader_.Next()) {
     std::string error;
-    const std::optional<value> frame = host::ParseBoundedJson(*body, &error);
+    const std::optional<value> frame = extensions::ParseBoundedJson(*body, &error);
     if (frame && frame->is<object>()) Note(*frame);
   }
   const bool has_ended = child_->Wait(kEnding);

@@ -13,12 +13,12 @@
 
 #include <picojson.h>
 
-#include "frames/frame.h"
-#include "process/child_process.h"
+#include "base/child_process.h"
+#include "base/frame.h"
 
 namespace orvane::cli {
 
-// The library process has ended, or was ended because it did not answer; what() says how, and which
+// The set process has ended, or was ended because it did not answer; what() says how, and which
 // message it was handling.
 class LibraryDied : public std::runtime_error {
  public:
@@ -32,7 +32,7 @@ struct PostedMessage {
   std::string text;
 };
 
-// A library process of the command's own, with this class in the server's place. Its messages to
+// A set process of the command's own, with this class in the server's place. Its messages to
 // the standard error stream go to that of the command. One thread. Destruction ends the process.
 class LibraryClient {
  public:
@@ -72,9 +72,9 @@ class LibraryClient {
 
   const std::chrono::milliseconds deadline_;
   int socket_ = -1;
-  std::unique_ptr<process::ChildProcess> child_;
+  std::unique_ptr<base::ChildProcess> child_;
   int64_t last_id_ = 0;
-  frames::FrameReader reader_;
+  base::FrameReader reader_;
   std::list<PostedMessage> posted_;
   std::string handling_;  // for people
 };

@@ -8,10 +8,10 @@
 
 #include <CLI/CLI.hpp>
 
-#include "app/near_names.h"
+#include "base/near_names.h"
 #include "cli/arguments.h"
 #include "cli/output.h"
-#include "cli/verbs.h"
+#include "cli/verbs/verbs.h"
 
 namespace orvane::cli {
 namespace {
@@ -31,7 +31,7 @@ void CheckVerb(const CLI::App& command, const std::vector<std::string>& argument
   for (const CLI::App* verb : command.get_subcommands(nullptr)) verbs.push_back(verb->get_name());
   if (std::find(verbs.begin(), verbs.end(), arguments[0]) != verbs.end()) return;
   throw UsageError("there is no verb \"" + arguments[0] + "\"." +
-                   app::DidYouMean(app::NearNames(arguments[0], verbs)) +
+                   base::DidYouMean(base::NearNames(arguments[0], verbs)) +
                    " Run orvane --help for those that there are.");
 }
 
@@ -60,7 +60,7 @@ int Main(const std::vector<std::string>& arguments) {
   AddScreenshotVerb(command, run);
   AddFailVerb(command, run);
   AddAppsVerb(command, run);
-  AddLibraryProcessVerb(command, run);
+  AddSetProcessVerb(command, run);
   command.failure_message(FailureMessage);
   try {
     CheckVerb(command, arguments);

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "cli/json_read.h"
-#include "host/bounded_json.h"
+#include "extensions/bounded_json.h"
 
 namespace orvane::cli {
 
@@ -19,7 +19,7 @@ namespace {
 // Null for a text that is no JSON object.
 value ParseObject(const std::string& text) {
   std::string error;
-  const std::optional<value> json = host::ParseBoundedJson(text, &error);
+  const std::optional<value> json = extensions::ParseBoundedJson(text, &error);
   return json && json->is<object>() ? *json : value();
 }
 
@@ -67,7 +67,7 @@ std::optional<object> RequestOf(const RecordedMessage& message) {
   }
   if (kind == "widget") {
     std::string error;
-    const auto arguments = host::ParseBoundedJson(message.payload, &error);
+    const auto arguments = extensions::ParseBoundedJson(message.payload, &error);
     const size_t dot = message.peer.rfind('.');
     return with({{"op", Text("widget")},
                  {"call", Text(message.peer.substr(dot == std::string::npos ? 0 : dot + 1))},

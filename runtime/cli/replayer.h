@@ -27,7 +27,7 @@ enum class Comparison {
   kStrict,  // every reply has to be the recorded one
 };
 
-// Sends the messages of a recorded session to a library process, in their order, and compares what
+// Sends the messages of a recorded session to a set process, in their order, and compares what
 // comes back. Replies are compared as JSON where they are; posted ones are known by the callback
 // that they are for.
 class Replayer {

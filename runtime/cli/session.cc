@@ -27,8 +27,8 @@ app::WebApplication LoadApplication(const SessionOptions& options) {
   return app::Load(options.app, tvset::Set::Current().paths().state_folder() / "unpacked");
 }
 
-host::Options HostOptions(const std::string& app_id, services::RuntimeServices& services) {
-  host::Options options;
+extensions::Options HostOptions(const std::string& app_id, television::RuntimeServices& services) {
+  extensions::Options options;
   options.app_id = app_id;
   options.warn = [](const std::string& text) { Complain("warning: " + text); };
   options.access_check = [&services](const std::string& api) { return services.HasPrivilege(api); };
@@ -63,9 +63,9 @@ Session::Session(const SessionOptions& options, page::ConsoleSink* console)
     const tvset::Fault fault = ParseFault(text);
     set.faults().Fail(fault.function, fault.code, fault.mode);
   }
-  services_ = std::make_unique<services::RuntimeServices>(
+  services_ = std::make_unique<television::RuntimeServices>(
       set, application_.id, [this](const std::string& text) { refusals_.Print(text); });
-  host_ = std::make_unique<host::ExtensionHost>(HostOptions(application_.id, *services_));
+  host_ = std::make_unique<extensions::ExtensionHost>(HostOptions(application_.id, *services_));
   LoadExtensions(options);
   page_runtime_ = std::make_unique<page::PageRuntime>(*host_);
   page::PageOptions page_options;

@@ -10,9 +10,9 @@
 #include "cli/output.h"
 #include "cli/session_options.h"
 #include "cli/time_limit.h"
-#include "host/extension_host.h"
+#include "extensions/extension_host.h"
 #include "page/page.h"
-#include "services/runtime_services.h"
+#include "television/runtime_services.h"
 
 namespace orvane::cli {
 
@@ -56,8 +56,8 @@ class Session {
   TracePrinter trace_;
   std::optional<LogPrinter> log_;
   std::optional<NoticePrinter> notices_;  // in place of log_
-  std::unique_ptr<services::RuntimeServices> services_;
-  std::unique_ptr<host::ExtensionHost> host_;
+  std::unique_ptr<television::RuntimeServices> services_;
+  std::unique_ptr<extensions::ExtensionHost> host_;
   std::unique_ptr<page::PageRuntime> page_runtime_;
   std::unique_ptr<page::Page> page_;
 };

@@ -10,7 +10,7 @@
 
 #include "cli/exit_code.h"
 #include "cli/json_read.h"
-#include "host/bounded_json.h"
+#include "extensions/bounded_json.h"
 
 namespace orvane::cli {
 
@@ -62,7 +62,7 @@ RecordedMessage ReadMessage(const value& json, size_t place) {
 SessionFile ReadSessionFile(const std::string& path) {
   std::string error;
   const std::string text = ReadText(path);
-  const std::optional<value> json = host::ParseBoundedJson(text, &error);
+  const std::optional<value> json = extensions::ParseBoundedJson(text, &error);
   if (!json) Refuse(path, text.empty() ? "it is empty" : error);
   if (!json->is<picojson::object>() || !json->get("orvane").is<double>()) {
     Refuse(path, "the member \"orvane\" is missing");

@@ -11,7 +11,7 @@
 #include <sstream>
 
 #include "cli/output.h"
-#include "host/bounded_json.h"
+#include "extensions/bounded_json.h"
 #include "tvset/paths.h"
 
 namespace orvane::cli {
@@ -33,7 +33,7 @@ std::string NoneRuns(const fs::path& folder) {
 // Null for what is no JSON object.
 value ParseObject(const std::string& text) {
   std::string error;
-  const std::optional<value> parsed = host::ParseBoundedJson(text, &error);
+  const std::optional<value> parsed = extensions::ParseBoundedJson(text, &error);
   return parsed && parsed->is<object>() ? *parsed : value();
 }
 

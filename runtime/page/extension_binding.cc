@@ -39,7 +39,7 @@ JSClassRef ExtensionBinding::NativeClass() {
   return kClass;
 }
 
-ExtensionBinding::ExtensionBinding(PageCore& page, host::Extension& extension, uint64_t id)
+ExtensionBinding::ExtensionBinding(PageCore& page, extensions::Extension& extension, uint64_t id)
     : NativeObject(Kind::kExtension),
       page_(page),
       extension_(extension),

@@ -8,9 +8,9 @@
 
 #include <JavaScriptCore/JavaScript.h>
 
-#include "host/extension.h"
-#include "host/instance.h"
-#include "host/instance_client.h"
+#include "extensions/extension.h"
+#include "extensions/instance.h"
+#include "extensions/instance_client.h"
 #include "page/clock.h"
 #include "page/native_object.h"
 #include "page/trace_sink.h"
@@ -23,20 +23,20 @@ class PageCore;
 // One extension in one page: owns the instance, and is the native side of the script's `extension`
 // object. Owned by its PageCore. Page thread only, but for the two callbacks of the InstanceClient,
 // which come from any thread and leave a letter for the page.
-class ExtensionBinding final : public NativeObject, public host::InstanceClient {
+class ExtensionBinding final : public NativeObject, public extensions::InstanceClient {
  public:
   static constexpr Kind kNativeKind = Kind::kExtension;
   static JSClassRef NativeClass();
 
   // `id` is its number in its page. Creates the instance; throws HostError when the extension
   // refuses.
-  ExtensionBinding(PageCore& page, host::Extension& extension, uint64_t id);
+  ExtensionBinding(PageCore& page, extensions::Extension& extension, uint64_t id);
   ~ExtensionBinding() override;
 
   ExtensionBinding(const ExtensionBinding&) = delete;
   ExtensionBinding& operator=(const ExtensionBinding&) = delete;
 
-  const host::Extension& extension() const { return extension_; }
+  const extensions::Extension& extension() const { return extension_; }
   uint64_t id() const { return id_; }
   size_t pending_replies() const { return pending_replies_; }
 
@@ -65,7 +65,7 @@ class ExtensionBinding final : public NativeObject, public host::InstanceClient 
 
   // Fixed after construction.
   PageCore& page_;
-  host::Extension& extension_;
+  extensions::Extension& extension_;
   const uint64_t id_;
   const uint64_t page_id_;
   const std::shared_ptr<Mailbox> mailbox_;
@@ -74,7 +74,7 @@ class ExtensionBinding final : public NativeObject, public host::InstanceClient 
   ProtectedFunction listener_;
   size_t pending_replies_ = 0;
   std::string text_;  // of the message being sent; kept for its memory
-  std::unique_ptr<host::Instance> instance_;
+  std::unique_ptr<extensions::Instance> instance_;
 };
 
 }  // namespace orvane::page

@@ -11,9 +11,9 @@
 
 #include "page/console_sink.h"
 #include "page/page_runtime.h"
+#include "page/runtime_messages.h"
 #include "page/script_error.h"
 #include "page/trace_sink.h"
-#include "services/runtime_messages.h"
 
 struct OpaqueJSContext;
 

@@ -3,7 +3,7 @@
 // The functions of a PageCore that the runtime's own scripts call: the `bridge` of js/main.js.
 #include <utility>
 
-#include "host/extension_host.h"
+#include "extensions/extension_host.h"
 #include "page/describe_error.h"
 #include "page/page_core.h"
 
@@ -79,7 +79,7 @@ JSValueRef PageCore::Extensions(const NativeCall& call) {
 // (name) -> the native side of the script's `extension` object; null when the library does not
 // load, which the host has warned of.
 JSValueRef PageCore::CreateInstance(const NativeCall& call) {
-  host::Extension* const extension = runtime_.host().Find(call.Text(0));
+  extensions::Extension* const extension = runtime_.host().Find(call.Text(0));
   if (extension == nullptr) return JSValueMakeNull(call.context);
   bindings_.push_back(std::make_unique<ExtensionBinding>(*this, *extension, ++last_binding_));
   return JSObjectMake(call.context, ExtensionBinding::NativeClass(),

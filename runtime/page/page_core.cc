@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/extension_host.h"
+#include "extensions/extension_host.h"
 #include "page/describe_error.h"
 #include "page/shared_script.h"
 #include "page/unhandled_rejections.h"

@@ -7,7 +7,7 @@
 
 #include <JavaScriptCore/JavaScript.h>
 
-#include "host/extension.h"
+#include "extensions/extension.h"
 #include "page/describe_error.h"
 #include "page/mailbox.h"
 #include "page/page_core.h"
@@ -17,7 +17,7 @@
 
 namespace orvane::page {
 
-PageRuntime::PageRuntime(host::ExtensionHost& host, Clock& clock)
+PageRuntime::PageRuntime(extensions::ExtensionHost& host, Clock& clock)
     : host_(host),
       clock_(clock),
       mailbox_(std::make_shared<Mailbox>()),
@@ -87,7 +87,7 @@ void PageRuntime::SortMail() {
   }
 }
 
-const SharedScript& PageRuntime::ScriptOf(const host::Extension& extension) {
+const SharedScript& PageRuntime::ScriptOf(const extensions::Extension& extension) {
   std::unique_ptr<SharedScript>& script = extension_scripts_[&extension];
   if (script == nullptr) {
     std::string source(ExtensionWrapperHead());

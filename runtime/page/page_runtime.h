@@ -13,10 +13,10 @@
 
 struct OpaqueJSContextGroup;
 
-namespace orvane::host {
+namespace orvane::extensions {
 class Extension;
 class ExtensionHost;
-}  // namespace orvane::host
+}  // namespace orvane::extensions
 
 namespace orvane::page {
 
@@ -33,7 +33,7 @@ class UnhandledRejections;
 // and destroyed on one thread, the page thread, which is the host's extension thread.
 class PageRuntime {
  public:
-  explicit PageRuntime(host::ExtensionHost& host, Clock& clock = Clock::Monotonic());
+  explicit PageRuntime(extensions::ExtensionHost& host, Clock& clock = Clock::Monotonic());
   ~PageRuntime();
 
   PageRuntime(const PageRuntime&) = delete;
@@ -51,7 +51,7 @@ class PageRuntime {
   friend class Page;
   friend class PageCore;
 
-  host::ExtensionHost& host() const { return host_; }
+  extensions::ExtensionHost& host() const { return host_; }
   Clock& clock() const { return clock_; }
   const std::shared_ptr<Mailbox>& mailbox() const { return mailbox_; }
   const OpaqueJSContextGroup* group() const { return group_; }
@@ -69,15 +69,16 @@ class PageRuntime {
 
   const SharedScript& page_script() const { return *page_script_; }
   const SharedScript& ScriptOf(
-      const host::Extension& extension);  // in its wrapper; made on first use
+      const extensions::Extension& extension);  // in its wrapper; made on first use
 
-  host::ExtensionHost& host_;
+  extensions::ExtensionHost& host_;
   Clock& clock_;
   const std::shared_ptr<Mailbox> mailbox_;
   const OpaqueJSContextGroup* const group_;
   std::unique_ptr<UnhandledRejections> rejections_;
   std::unique_ptr<SharedScript> page_script_;
-  std::unordered_map<const host::Extension*, std::unique_ptr<SharedScript>> extension_scripts_;
+  std::unordered_map<const extensions::Extension*, std::unique_ptr<SharedScript>>
+      extension_scripts_;
   uint64_t last_page_ = 0;
   std::unordered_map<uint64_t, PageCore*> pages_;
 };

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "app/web_application.h"
-#include "server/limits.h"
-#include "server/page_script.h"
+#include "server/pages/page_script.h"
+#include "server/web/limits.h"
 
 namespace orvane::server {
 
@@ -25,7 +25,7 @@ struct RunAddresses {
 struct RunOptions {
   app::WebApplication app;
   std::string version;                       // of this runtime, for people
-  std::vector<std::string> library_command;  // starts the library process; its socket is fd 3
+  std::vector<std::string> library_command;  // starts the set process; its socket is fd 3
   std::filesystem::path state_folder;
   std::string profile;  // empty: the set's default
   std::vector<std::string> faults;

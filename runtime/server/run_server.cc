@@ -9,27 +9,27 @@
 #include <optional>
 #include <utility>
 
-#include "browser/open_in_browser.h"
-#include "server/api.h"
-#include "server/app_content.h"
-#include "server/app_site.h"
-#include "server/browser_desk.h"
-#include "server/event_hub.h"
-#include "server/http_server.h"
-#include "server/journal.h"
-#include "server/json_writer.h"
-#include "server/key_presses.h"
-#include "server/library.h"
-#include "server/net.h"
-#include "server/origins.h"
-#include "server/page_contexts.h"
-#include "server/page_messages.h"
-#include "server/run_info.h"
-#include "server/run_methods.h"
+#include "base/json_writer.h"
+#include "base/net.h"
+#include "base/wall_clock.h"
+#include "server/application/app_content.h"
+#include "server/application/app_site.h"
+#include "server/pages/key_presses.h"
+#include "server/pages/page_contexts.h"
+#include "server/pages/page_messages.h"
+#include "server/pictures/browser_desk.h"
+#include "server/pictures/open_in_browser.h"
+#include "server/records/event_hub.h"
+#include "server/records/journal.h"
 #include "server/run_record.h"
-#include "server/secret.h"
-#include "server/simulator_site.h"
-#include "server/wall_clock.h"
+#include "server/simulator/api.h"
+#include "server/simulator/run_info.h"
+#include "server/simulator/run_methods.h"
+#include "server/simulator/simulator_site.h"
+#include "server/web/http_server.h"
+#include "server/web/origins.h"
+#include "server/web/secret.h"
+#include "set_process/set_process.h"
 #include "simulator/simulator_files.h"
 
 namespace orvane::server {
@@ -47,8 +47,8 @@ bool FindSimulatorFile(const std::string& path, std::string* bytes, std::string*
   return true;
 }
 
-LibraryOptions MakeLibraryOptions(const RunOptions& options) {
-  LibraryOptions library;
+set_process::SetProcessOptions MakeLibraryOptions(const RunOptions& options) {
+  set_process::SetProcessOptions library;
   library.command = options.library_command;
   library.start_options = StartOptionsJson(options);
   library.deadline = options.deadline;
@@ -64,19 +64,19 @@ PageContext::Times MakeTimes(const RunOptions& options) {
 
 }  // namespace
 
-class RunServer::Runner final : public LibraryListener {
+class RunServer::Runner final : public set_process::SetProcessListener {
  public:
   explicit Runner(RunOptions options)
       : options_(std::move(options)),
         loop_(1),
         signals_(loop_),
         hub_(loop_),
-        library_(loop_, *this, MakeLibraryOptions(options_)),
-        contexts_(loop_, library_, hub_, options_.limits, MakeTimes(options_)),
+        set_process_(loop_, *this, MakeLibraryOptions(options_)),
+        contexts_(loop_, set_process_, hub_, options_.limits, MakeTimes(options_)),
         journal_(hub_),
-        api_(library_),
-        keys_(loop_, library_, contexts_, options_.app.id),
-        messages_(contexts_, library_, journal_, keys_),
+        api_(set_process_),
+        keys_(loop_, set_process_, contexts_, options_.app.id),
+        messages_(contexts_, set_process_, journal_, keys_),
         app_server_(loop_, options_.limits),
         simulator_server_(loop_, options_.limits) {
     contexts_.set_on_message([this](PageContext& context, std::string_view text) {
@@ -91,7 +91,7 @@ class RunServer::Runner final : public LibraryListener {
     signals_.async_wait([this](beast::error_code error, int) {
       if (!error) BeginStop();
     });
-    library_.Start();
+    set_process_.Start();
     loop_.run();
     if (!failure_.empty()) throw RunError(failure_);
   }
@@ -100,17 +100,17 @@ class RunServer::Runner final : public LibraryListener {
     asio::post(loop_, [this] { BeginStop(); });
   }
 
-  void OnStarted(const JsonObject& started) override;
+  void OnStarted(const base::JsonObject& started) override;
   void OnStartFailed(const std::string& why) override { Fail(why); }
-  void OnPosted(int64_t context, const PostedText& posted) override {
+  void OnPosted(int64_t context, const set_process::PostedText& posted) override {
     messages_.DeliverPosted(context, posted);
   }
   void OnEvent(std::string_view name, std::string_view data) override;
   void OnRestarted() override;
-  void OnProcessChanged() override { hub_.Publish("process", library_.Json()); }
+  void OnProcessChanged() override { hub_.Publish("process", set_process_.Json()); }
 
  private:
-  void Open(const JsonObject& started);
+  void Open(const base::JsonObject& started);
   void Record(const std::string& api, const std::string& secret);
   void OpenBrowser();
   void Fail(const std::string& why);
@@ -120,7 +120,7 @@ class RunServer::Runner final : public LibraryListener {
   asio::io_context loop_;
   asio::signal_set signals_;
   EventHub hub_;
-  Library library_;
+  set_process::SetProcess set_process_;
   PageContexts contexts_;
   Journal journal_;
   Api api_;
@@ -129,7 +129,7 @@ class RunServer::Runner final : public LibraryListener {
   HttpServer app_server_;
   HttpServer simulator_server_;
 
-  // From the moment the library process has started.
+  // From the moment the set process has started.
   std::optional<PageScript> script_;
   std::optional<AppSite> app_site_;
   std::optional<SimulatorSite> simulator_site_;
@@ -137,12 +137,12 @@ class RunServer::Runner final : public LibraryListener {
   std::optional<RunRecord> record_;
   BrowserDesk browser_desk_{loop_};
   RunAddresses addresses_;
-  RunMethods run_methods_{{options_, addresses_, library_, contexts_, browser_desk_}};
+  RunMethods run_methods_{{options_, addresses_, set_process_, contexts_, browser_desk_}};
   bool stopping_ = false;
   std::string failure_;
 };
 
-void RunServer::Runner::OnStarted(const JsonObject& started) {
+void RunServer::Runner::OnStarted(const base::JsonObject& started) {
   try {
     Open(started);
   } catch (const std::exception& error) {
@@ -150,7 +150,7 @@ void RunServer::Runner::OnStarted(const JsonObject& started) {
   }
 }
 
-void RunServer::Runner::Open(const JsonObject& started) {
+void RunServer::Runner::Open(const base::JsonObject& started) {
   const std::string secret = MakeSecret();
   const Origins origins = ListenOnLoopback(app_server_, simulator_server_, options_.port);
   addresses_ = {origins.simulator.url() + "/#token=" + secret, origins.app.url()};
@@ -160,13 +160,13 @@ void RunServer::Runner::Open(const JsonObject& started) {
   content_.emplace(
       options_, origins,
       AppContent::Parts{loop_, *app_site_, contexts_, hub_, [this](const std::string& text) {
-                          journal_.AddExplanation(R"("text":)" + JsonText(text));
+                          journal_.AddExplanation(R"("text":)" + base::JsonText(text));
                         }});
   app_site_->set_content(
       [this](const std::shared_ptr<Exchange>& exchange) { content_->Handle(exchange); });
   simulator_site_.emplace(origins.simulator, origins.app, secret, FindSimulatorFile, api_, hub_);
   journal_.AddMethods(api_, AppJson(options_.app), [this] { return run_methods_.profile(); });
-  run_methods_.AddTo(api_, NowNs());
+  run_methods_.AddTo(api_, base::NowNs());
   run_methods_.AskProfile();
   Record(origins.simulator.url() + "/api/call", secret);
   app_server_.Serve(*app_site_);
@@ -177,7 +177,7 @@ void RunServer::Runner::Open(const JsonObject& started) {
 
 // Where the command line finds this run.
 void RunServer::Runner::Record(const std::string& api, const std::string& secret) {
-  record_.emplace(options_.state_folder, JsonWriter()
+  record_.emplace(options_.state_folder, base::JsonWriter()
                                              .Text("url", addresses_.simulator)
                                              .Text("api", api)
                                              .Text("token", secret)
@@ -187,7 +187,7 @@ void RunServer::Runner::Record(const std::string& api, const std::string& secret
 }
 
 void RunServer::Runner::OpenBrowser() {
-  if (options_.open_browser) browser::OpenInBrowser(addresses_.simulator);
+  if (options_.open_browser) server::OpenInBrowser(addresses_.simulator);
   if (!options_.headless_browser) return;
   browser_desk_.Open(addresses_.simulator, [this](const std::string& why) { Fail(why); });
 }
@@ -195,7 +195,7 @@ void RunServer::Runner::OpenBrowser() {
 void RunServer::Runner::OnEvent(std::string_view name, std::string_view data) {
   if (name == "log") return journal_.AddLog(data);
   if (name == "explain") {
-    const auto explanation = JsonObject::Parse(data);
+    const auto explanation = base::JsonObject::Parse(data);
     if (explanation && data.size() > 2) {
       journal_.AddExplanation(std::string(data.substr(1, data.size() - 2)));
     }
@@ -204,7 +204,7 @@ void RunServer::Runner::OnEvent(std::string_view name, std::string_view data) {
   hub_.Publish(name, data);
   if (name == "profile") run_methods_.TakeProfile(data);
   if (name == "key") {
-    const auto event = JsonObject::Parse(data);
+    const auto event = base::JsonObject::Parse(data);
     if (event) keys_.OnKeyEvent(*event);
   }
 }
@@ -227,7 +227,7 @@ void RunServer::Runner::BeginStop() {
   if (content_) content_->StopWatching();
   beast::error_code ignored;
   signals_.cancel(ignored);
-  library_.Stop([this] { loop_.stop(); });
+  set_process_.Stop([this] { loop_.stop(); });
 }
 
 RunServer::RunServer(RunOptions options) : runner_(std::make_unique<Runner>(std::move(options))) {}

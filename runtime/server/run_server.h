@@ -17,7 +17,7 @@ class RunError : public std::runtime_error {
 };
 
 // `orvane run`: serves an application to browsers, with the library behind it and the simulator
-// beside it. Owns the library process. Run() and the destructor belong to one thread.
+// beside it. Owns the set process. Run() and the destructor belong to one thread.
 class RunServer {
  public:
   explicit RunServer(RunOptions options);

@@ -12,13 +12,13 @@
 
 #include <picojson.h>
 
-#include "frames/frame.h"
-#include "frames/json_text.h"
+#include "base/frame.h"
+#include "base/json_text.h"
 #include "fuzz_folder.h"
 
 namespace {
 
-using orvane::frames::FrameReader;
+using orvane::base::FrameReader;
 
 // Ends where the stream announces too much.
 std::vector<std::string> Frames(std::string_view stream, size_t step) {
@@ -29,22 +29,22 @@ std::vector<std::string> Frames(std::string_view stream, size_t step) {
       reader.Append(stream.substr(at, step));
       while (const auto body = reader.Next()) bodies.emplace_back(*body);
     }
-  } catch (const orvane::frames::FrameError&) {
+  } catch (const orvane::base::FrameError&) {
   }
   return bodies;
 }
 
 void CheckText(const std::string& body) {
-  const std::string text = orvane::frames::WellFormed(body);
-  Require(orvane::frames::IsWellFormed(text));
-  Require(orvane::frames::IsWellFormed(body) == (text == body));
+  const std::string text = orvane::base::WellFormed(body);
+  Require(orvane::base::IsWellFormed(text));
+  Require(orvane::base::IsWellFormed(body) == (text == body));
   std::string json;
-  orvane::frames::AppendJsonString(text, &json);
+  orvane::base::AppendJsonString(text, &json);
   picojson::value parsed;
   Require(picojson::parse(parsed, json).empty());
   Require(parsed.get<std::string>() == text);
-  const std::string whole = orvane::frames::WithoutHalfCharacters(body);
-  Require(orvane::frames::WithoutHalfCharacters(whole) == whole);
+  const std::string whole = orvane::base::WithoutHalfCharacters(body);
+  Require(orvane::base::WithoutHalfCharacters(whole) == whole);
 }
 
 }  // namespace

@@ -7,19 +7,19 @@
 #include <cstdint>
 #include <string_view>
 
+#include "extensions/dotted_name.h"
+#include "extensions/metadata.h"
 #include "fuzz_folder.h"
-#include "host/dotted_name.h"
-#include "host/metadata.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view json(reinterpret_cast<const char*>(data), size);
-  const orvane::host::Metadata metadata = orvane::host::ParseMetadata(json);
+  const orvane::extensions::Metadata metadata = orvane::extensions::ParseMetadata(json);
 
   for (const auto& entry : metadata.entries) {
-    Require(orvane::host::IsDottedName(entry.name));
+    Require(orvane::extensions::IsDottedName(entry.name));
     Require(!entry.library.empty());
     Require(entry.library.find('\0') == std::string::npos);
-    for (const auto& name : entry.entry_points) Require(orvane::host::IsDottedName(name));
+    for (const auto& name : entry.entry_points) Require(orvane::extensions::IsDottedName(name));
   }
   Require(metadata.refused_libraries.size() <= metadata.problems.size());
   return 0;

@@ -15,8 +15,8 @@ namespace {
 
 constexpr const char* kAppId = "OrvaneTest.Pages";
 
-host::Options HostOptions() {
-  host::Options options;
+extensions::Options HostOptions() {
+  extensions::Options options;
   options.app_id = kAppId;
   return options;
 }

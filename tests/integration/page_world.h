@@ -8,11 +8,11 @@
 
 #include <gtest/gtest.h>
 
-#include "host/extension_host.h"
+#include "extensions/extension_host.h"
 #include "page/page.h"
 #include "page/page_runtime.h"
-#include "services/runtime_services.h"
 #include "set/set_fixture.h"
+#include "television/runtime_services.h"
 
 namespace orvane::test {
 
@@ -39,8 +39,8 @@ class PageWorldTest : public tvset::testing::SetTest {
 
  private:
   ConsoleRecorder console_;
-  host::ExtensionHost host_;
-  services::RuntimeServices services_;
+  extensions::ExtensionHost host_;
+  television::RuntimeServices services_;
   page::PageRuntime runtime_;
 };
 

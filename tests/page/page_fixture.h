@@ -11,7 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/extension_host.h"
+#include "extensions/extension_host.h"
 #include "page/clock.h"
 #include "page/mailbox.h"
 #include "page/page.h"
@@ -75,10 +75,10 @@ class PageTest : public testing::Test {
   }
 
   std::vector<std::string> warnings_;
-  host::ExtensionHost host_{{"org.example.test",
-                             [this](const std::string& text) { warnings_.push_back(text); },
-                             {},
-                             std::chrono::milliseconds(200)}};
+  extensions::ExtensionHost host_{{"org.example.test",
+                                   [this](const std::string& text) { warnings_.push_back(text); },
+                                   {},
+                                   std::chrono::milliseconds(200)}};
   RecordingConsole console_;
   PageOptions options_{nullptr, &console_, nullptr, nullptr, "org.example.test", "Test", "1.0.0"};
   JumpingClock jumping_clock_;

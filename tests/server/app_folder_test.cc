@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include "server/media_types.h"
+#include "server/web/media_types.h"
 #include "test_server.h"
 
 namespace orvane::server {

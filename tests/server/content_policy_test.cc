@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/content_policy.h"
+#include "server/application/content_policy.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "raw_server.h"
-#include "server/dev_server_address.h"
+#include "server/application/dev_server_address.h"
 #include "test_server.h"
 
 namespace orvane::server {

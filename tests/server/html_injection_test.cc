@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/html_injection.h"
+#include "server/application/html_injection.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/http_message.h"
+#include "server/web/http_message.h"
 
 #include <gtest/gtest.h>
 

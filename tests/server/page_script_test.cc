@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/page_script.h"
+#include "server/pages/page_script.h"
 
 #include <gmock/gmock.h>
 
@@ -14,8 +14,8 @@ constexpr char kStarted[] =
     R"({"catalogue":[{"name":"a"}],"scripts":{"a":"exports.x = '\n';","b":"broken"}})";
 
 PageScript MakeScript() {
-  return {*JsonObject::Parse(kStarted), R"({"name":"</script>"})", std::chrono::milliseconds(5),
-          [](const std::string& name, const std::string&) {
+  return {*base::JsonObject::Parse(kStarted), R"({"name":"</script>"})",
+          std::chrono::milliseconds(5), [](const std::string& name, const std::string&) {
             return name == "b" ? std::string("line 1: no") : std::string();
           }};
 }

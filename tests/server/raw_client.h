@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "server/unique_fd.h"
+#include "base/unique_fd.h"
 
 namespace orvane::server {
 
@@ -55,7 +55,7 @@ class RawClient {
   bool Fill();  // false: the end of the stream, or too long a wait
   bool Need(size_t bytes);
 
-  UniqueFd socket_;
+  base::UniqueFd socket_;
   std::string buffer_;
   int close_code_ = 0;
 };

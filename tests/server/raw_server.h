@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "server/unique_fd.h"
+#include "base/unique_fd.h"
 
 namespace orvane::server {
 
@@ -30,10 +30,10 @@ class RawServer {
 
  private:
   void Accept();
-  void Serve(const UniqueFd& client);
+  void Serve(const base::UniqueFd& client);
 
   const Answer answer_;
-  UniqueFd listener_;
+  base::UniqueFd listener_;
   uint16_t port_ = 0;
   mutable std::mutex mutex_;
   std::vector<std::string> requests_;  // guarded by mutex_

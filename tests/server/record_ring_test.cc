@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/record_ring.h"
+#include "server/records/record_ring.h"
 
 #include <gtest/gtest.h>
 

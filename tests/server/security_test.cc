@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include "server/secret.h"
+#include "server/web/secret.h"
 #include "test_server.h"
 
 namespace orvane::server {
@@ -185,17 +185,17 @@ TEST_F(SecurityTest, DisconnectsAPageWhoseMessageIsTooLong) {
   EXPECT_FALSE(page.client.ReceiveText());
 }
 
-TEST_F(SecurityTest, AnswersAMessageThatIsTooLongForTheLibraryProcess) {
+TEST_F(SecurityTest, AnswersAMessageThatIsTooLongForTheSetProcess) {
   Start();
   const TestPage page = OpenPage();
   const std::string message =
       Message(1, "echo", R"(,"more":")" + std::string(size_t{16} << 20U, 'x') + "\"");
-  EXPECT_THAT(Sync(page, message).body, HasSubstr("the library process takes at most 16776192"));
+  EXPECT_THAT(Sync(page, message).body, HasSubstr("the set process takes at most 16776192"));
   EXPECT_THAT(Call(std::string(size_t{16} << 20U, 'x')), HasSubstr("send less at a time"));
   EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr(R"("id":2,"result":)"));
 }
 
-TEST_F(SecurityTest, DropsAPostThatIsTooLongForTheLibraryProcessAndSaysSo) {
+TEST_F(SecurityTest, DropsAPostThatIsTooLongForTheSetProcessAndSaysSo) {
   Start();
   const std::string text(size_t{16} << 20U, 'x');
   Sync(OpenPage(), R"({"type":"post","id":1,"extension":"test.ext","text":")" + text + "\"}");

@@ -23,7 +23,7 @@ class SimulatorTest : public ServerTest {
   }
 };
 
-TEST_F(SimulatorTest, HandsUnknownMethodsToTheLibraryProcess) {
+TEST_F(SimulatorTest, HandsUnknownMethodsToTheSetProcess) {
   Start();
   RawClient simulator = OpenSimulator();
   simulator.SendText(R"({"id":5,"method":"keys.press","params":{"name":"Left"}})");

@@ -79,7 +79,7 @@ TEST_F(SupervisionTest, StopsRestartingALibraryThatDiesAgainAndAgain) {
   const TestPage page = OpenPage();
   for (int id = 1; id <= 3; ++id) Sync(page, Message(id, "crash"));
   EXPECT_THAT(CallUntil("process.get", R"("state":"down")"), HasSubstr(R"("pid":0)"));
-  EXPECT_THAT(Sync(page, Message(4, "echo")).body, HasSubstr("the library process is down"));
+  EXPECT_THAT(Sync(page, Message(4, "echo")).body, HasSubstr("the set process is down"));
   Call("process.restart");
   EXPECT_THAT(Sync(page, Message(5, "echo")).body, HasSubstr(R"("result":)"));
 }
@@ -141,15 +141,15 @@ TEST_F(SupervisionTest, EndsALibraryThatDoesNotStart) {
 }
 
 TEST_F(SupervisionTest, StaysUpWhenTheLibraryCannotBeStartedAgain) {
-  const auto program = folder() / "library-process";
-  std::filesystem::copy(FAKE_LIBRARY_PROCESS, program);
+  const auto program = folder() / "set-process";
+  std::filesystem::copy(FAKE_SET_PROCESS, program);
   options().library_command = {program.string()};
   Start();
   const TestPage page = OpenPage();
   std::filesystem::rename(program, folder() / "away");  // as while it is being built
   Sync(page, Message(1, "crash"));
   CallUntil("process.get", R"("state":"down")");
-  EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr("the library process is down"));
+  EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr("the set process is down"));
   std::filesystem::rename(folder() / "away", program);
   Call("process.restart");
   EXPECT_THAT(Sync(page, Message(3, "echo")).body, HasSubstr(R"("result":)"));

@@ -7,7 +7,7 @@
 #include <future>
 #include <utility>
 
-#include "server/json_writer.h"
+#include "base/json_writer.h"
 
 namespace orvane::server {
 
@@ -31,7 +31,7 @@ ServerTest::ServerTest() {
   options_.app.name = "App";
   options_.app.content = "index.html";
   options_.app.folder = app_folder();
-  options_.library_command = {FAKE_LIBRARY_PROCESS};
+  options_.library_command = {FAKE_SET_PROCESS};
   options_.state_folder = folder_ / "state";
   options_.port = 0;
   options_.watch = false;
@@ -73,7 +73,7 @@ RawResponse ServerTest::Get(const std::string& target, RawClient::Headers more) 
 }
 
 std::string ServerTest::Call(const std::string& method, const std::string& params) const {
-  const std::string body = JsonWriter().Text("method", method).Raw("params", params).Take();
+  const std::string body = base::JsonWriter().Text("method", method).Raw("params", params).Take();
   return RawClient(simulator_port_)
       .Request("POST", "/api/call", {{"Host", simulator_host()}, {"X-Orvane-Token", secret_}}, body)
       .body;
@@ -120,7 +120,7 @@ RawResponse ServerTest::Sync(const TestPage& page, const std::string& message) c
 }
 
 std::string ServerTest::Message(int id, const std::string& command, const std::string& more) {
-  return JsonWriter()
+  return base::JsonWriter()
       .Text("type", "sync")
       .Number("id", id)
       .Text("extension", "test.ext")

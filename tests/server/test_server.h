@@ -9,8 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/json_object.h"
 #include "raw_client.h"
-#include "server/json_object.h"
 #include "server/run_server.h"
 
 namespace orvane::server {
@@ -21,7 +21,7 @@ struct TestPage {
   RawClient client;   // its socket, once it is open
 };
 
-// A running server with an application's folder of its own and a library process that does as it is
+// A running server with an application's folder of its own and a set process that does as it is
 // told.
 class ServerTest : public testing::Test {
  protected:

@@ -13,7 +13,7 @@ import { WebSocketServer } from 'ws';
 import { buildFolder, until } from './orvane_run.mjs';
 
 const readText = (name) =>
-  readFileSync(path.join(buildFolder, 'runtime/server/client', name), 'utf8');
+  readFileSync(path.join(buildFolder, 'runtime/server/browser_script', name), 'utf8');
 
 // An extension whose script gives the page its bare functions.
 const echoScript = `

@@ -15,11 +15,11 @@
 
 #include <picojson.h>
 
-#include "host/extension_host.h"
+#include "extensions/extension_host.h"
 #include "page/page.h"
-#include "services/runtime_services.h"
 #include "suite/recorder.h"
 #include "suite/set_controls.h"
+#include "television/runtime_services.h"
 #include "tvset/set.h"
 
 namespace orvane::page {
@@ -113,8 +113,8 @@ class Stage {
 
   TemporaryFolder folder_;
   SetControls controls_;
-  host::ExtensionHost host_;
-  services::RuntimeServices services_;
+  extensions::ExtensionHost host_;
+  television::RuntimeServices services_;
   Recorder recorder_;
   std::unique_ptr<PageRuntime> runtime_;
   std::unique_ptr<Page> page_;

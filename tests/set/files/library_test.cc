@@ -9,8 +9,8 @@
 #include <string>
 #include <thread>
 
+#include "extensions/extension_host.h"
 #include "files_fixture.h"
-#include "host/extension_host.h"
 
 namespace tvset::testing {
 namespace {
@@ -19,7 +19,7 @@ constexpr char kApp[] = "ab12cd34ef.Player";
 constexpr std::chrono::seconds kPatience(60);
 
 // Waits for the replies that come later.
-class Page final : public orvane::host::InstanceClient {
+class Page final : public orvane::extensions::InstanceClient {
  public:
   void OnMessage(std::string_view text) override {
     const std::lock_guard<std::mutex> lock(mutex_);
@@ -44,9 +44,9 @@ class LibraryTest : public FilesTest {
  protected:
   LibraryTest() {
     Launch(kApp);
-    orvane::host::Options options;
+    orvane::extensions::Options options;
     options.app_id = kApp;
-    host_ = std::make_unique<orvane::host::ExtensionHost>(options);
+    host_ = std::make_unique<orvane::extensions::ExtensionHost>(options);
     std::string error;
     if (!host_->LoadFile(ORVANE_LIBRARY, &error)) throw SetError(error);
     instance_ = host_->Find("dravelt.orvane")->CreateInstance(&page_);
@@ -79,8 +79,8 @@ class LibraryTest : public FilesTest {
 
  private:
   Page page_;
-  std::unique_ptr<orvane::host::ExtensionHost> host_;
-  std::unique_ptr<orvane::host::Instance> instance_;
+  std::unique_ptr<orvane::extensions::ExtensionHost> host_;
+  std::unique_ptr<orvane::extensions::Instance> instance_;
 };
 
 TEST_F(LibraryTest, MemoryIsTheSumOfWhatTheFilesSay) {

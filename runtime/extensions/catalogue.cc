@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "extensions/catalogue.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "extensions/dotted_name.h"
+#include "extensions/host_error.h"
+#include "extensions/text.h"
+
+namespace orvane::extensions {
+namespace {
+
+bool Contains(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+}  // namespace
+
+void Catalogue::Check(const char* kind, const std::string& name,
+                      const CatalogueItem& claimant) const {
+  const std::string what =
+      std::string("The ") + kind + " " + JsonString(Excerpt(name)) + " of " + claimant.source;
+  if (!IsDottedName(name)) {
+    throw HostError(
+        what +
+        " is no dotted name. The library is not used; write identifiers joined by dots, "
+        "such as \"maker.product\".");
+  }
+  const CatalogueItem* owner = Find(name);
+  if (owner == nullptr || owner == &claimant) return;
+  throw HostError(what + " is taken by " + owner->source +
+                  ". The library is not used; remove one of the two, or give it another name.");
+}
+
+CatalogueItem& Catalogue::Add(CatalogueItem item) {
+  if (item.name.empty()) {
+    throw HostError(
+        item.source +
+        " has no name. The library is not used; its XW_Initialize must call SetExtensionName.");
+  }
+  Check("name", item.name, item);
+  for (const std::string& entry_point : item.entry_points) Check("entry point", entry_point, item);
+
+  const std::vector<std::string> entry_points = std::exchange(item.entry_points, {});
+  items_.push_back(std::make_unique<CatalogueItem>(std::move(item)));
+  CatalogueItem& added = *items_.back();
+  claims_[added.name] = &added;
+  AddEntryPoints(added, entry_points);
+  return added;
+}
+
+void Catalogue::AddEntryPoints(CatalogueItem& item, const std::vector<std::string>& entry_points) {
+  for (const std::string& entry_point : entry_points) Check("entry point", entry_point, item);
+  for (const std::string& entry_point : entry_points) {
+    if (entry_point == item.name || Contains(item.entry_points, entry_point)) continue;
+    item.entry_points.push_back(entry_point);
+    claims_[entry_point] = &item;
+  }
+}
+
+void Catalogue::Remove(const CatalogueItem& item) {
+  claims_.erase(item.name);
+  for (const std::string& entry_point : item.entry_points) claims_.erase(entry_point);
+  items_.erase(std::find_if(items_.begin(), items_.end(),
+                            [&item](const auto& known) { return known.get() == &item; }));
+}
+
+CatalogueItem* Catalogue::Find(const std::string& name) const {
+  const auto found = claims_.find(name);
+  return found == claims_.end() ? nullptr : found->second;
+}
+
+}  // namespace orvane::extensions

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace orvane::extensions {
+
+class Extension;
+
+// An extension that a page may touch.
+struct CatalogueItem {
+  std::string name;
+  std::vector<std::string> entry_points;
+  std::filesystem::path library;
+  std::string source;  // for people: what claims the names, a library or a metadata file
+  Extension* extension = nullptr;  // borrowed; null until the library is loaded
+};
+
+// The extensions of one host and the dotted names that each has claimed. Extension thread only.
+class Catalogue {
+ public:
+  // Claims the item's names. Throws HostError, and claims none, when one is no dotted name or is
+  // taken. The item stays where it is until it is removed.
+  CatalogueItem& Add(CatalogueItem item);
+
+  // The same for further entry points of an item.
+  void AddEntryPoints(CatalogueItem& item, const std::vector<std::string>& entry_points);
+
+  // Sets the item's names free, and destroys it.
+  void Remove(const CatalogueItem& item);
+
+  CatalogueItem* Find(
+      const std::string& name) const;  // by name or entry point; null if there is none
+  const std::vector<std::unique_ptr<CatalogueItem>>& items() const {
+    return items_;
+  }  // oldest first
+
+ private:
+  void Check(const char* kind, const std::string& name, const CatalogueItem& claimant) const;
+
+  std::vector<std::unique_ptr<CatalogueItem>> items_;
+  std::unordered_map<std::string, CatalogueItem*> claims_;
+};
+
+}  // namespace orvane::extensions

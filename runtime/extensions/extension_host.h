@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "extensions/extension.h"
+#include "extensions/host_error.h"
+#include "extensions/options.h"
+
+namespace orvane::extensions {
+
+class Catalogue;
+struct CatalogueItem;
+
+// Hosts extensions of the C interface for the pages of one application. Owned by whoever owns the
+// pages; owns its extensions. Instances are destroyed before it (those that are left are destroyed
+// by it, and their Instance objects do nothing from then on).
+//
+// The first thread that calls a member after the constructor is the extension thread: all callbacks
+// of extensions run on it, and a call from another thread throws HostError. Extensions themselves
+// may call the C interface from any thread.
+//
+// A library that fails to load, that misbehaves or that claims a name wrongly gets a warning which
+// says what to do; it is not loaded and takes nothing with it.
+class ExtensionHost {
+ public:
+  // What a page may touch.
+  struct Entry {
+    std::string name;
+    std::vector<std::string> entry_points;
+    bool loaded;
+  };
+
+  explicit ExtensionHost(Options options);
+  ~ExtensionHost();  // shutdown callbacks in reverse order of loading, each before its library is
+                     // unloaded
+
+  ExtensionHost(const ExtensionHost&) = delete;
+  ExtensionHost& operator=(const ExtensionHost&) = delete;
+
+  // Loads the library now. False when it is not used; the reason goes to `error`, or to
+  // Options::warn when `error` is null. A library is loaded once in a process.
+  bool LoadFile(const std::filesystem::path& library, std::string* error = nullptr);
+
+  // Reads a folder as a set lays it out. A library that one of its *.json metadata files names is
+  // loaded when its name or an entry point is first looked for, or not at all if its metadata is
+  // wrong; the other lib*.so are loaded now, in order of their names.
+  void LoadFolder(const std::filesystem::path& folder);
+
+  // In the order in which they were found. Libraries that failed to load are not in it.
+  std::vector<Entry> catalogue() const;
+
+  // By name or entry point; loads the library if it waits for that. Null when there is none or it
+  // failed to load.
+  Extension* Find(const std::string& dotted_name);
+
+ private:
+  void ReadMetadata(const std::filesystem::path& file,
+                    std::vector<std::filesystem::path>* named_libraries);
+  void AddLazily(CatalogueItem item, const std::vector<std::filesystem::path>& named_libraries);
+  void LoadNew(const std::filesystem::path& library);
+  void LoadWaiting(CatalogueItem& item);  // removes the item when it throws
+  void LoadItem(CatalogueItem& item);
+
+  std::shared_ptr<HostContext> context_;
+  std::unique_ptr<Catalogue> catalogue_;
+  std::vector<std::unique_ptr<Extension>> extensions_;  // in order of loading
+};
+
+}  // namespace orvane::extensions

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "XW_Extension.h"
+#include "extensions/callback_frame.h"
+#include "extensions/extension_state.h"
+#include "extensions/instance_state.h"
+#include "extensions/registry.h"
+#include "extensions/warnings.h"
+
+// From the handle in a call of the C interface to its state, through the guard. Any thread.
+
+namespace orvane::extensions {
+
+// `body(ExtensionState&)` answers for a living extension, `otherwise` for any other handle.
+template <typename Result, typename Body>
+Result WithExtension(const char* call, XW_Extension handle, Result otherwise, Body&& body) {
+  return GuardCall(call, otherwise, [&]() -> Result {
+    const std::shared_ptr<ExtensionState> extension = Registry::Process().FindExtension(handle);
+    if (extension != nullptr) return body(*extension);
+    WarnAboutDeadHandle(HandleKind::kExtension, call, handle);
+    return otherwise;
+  });
+}
+
+// The same for an instance. An extension nearly always speaks about the instance whose callback
+// runs on this thread, and that one is at hand.
+template <typename Result, typename Body>
+Result WithInstance(const char* call, XW_Instance handle, Result otherwise, Body&& body) {
+  return GuardCall(call, otherwise, [&]() -> Result {
+    const CallbackFrame* frame = CallbackFrame::innermost();
+    InstanceState* current = frame != nullptr ? frame->instance() : nullptr;
+    if (current != nullptr && current->handle() == handle && current->is_alive()) {
+      return body(*current);
+    }
+    const std::shared_ptr<InstanceState> instance = Registry::Process().FindInstance(handle);
+    if (instance != nullptr) return body(*instance);
+    WarnAboutDeadHandle(HandleKind::kInstance, call, handle);
+    return otherwise;
+  });
+}
+
+// Changes what the extension says about itself, if its XW_Initialize runs.
+template <typename Change>
+bool Configure(const char* call, XW_Extension handle, Change&& change) {
+  return WithExtension(call, handle, false, [&](ExtensionState& extension) {
+    if (extension.Configure(change)) return true;
+    WarnAboutCall(extension, call,
+                  "counts only while XW_Initialize runs; the call did nothing. Move it there.");
+    return false;
+  });
+}
+
+}  // namespace orvane::extensions

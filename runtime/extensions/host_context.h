@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <atomic>
+#include <string>
+#include <thread>
+
+#include "extensions/call_gate.h"
+#include "extensions/options.h"
+
+namespace orvane::extensions {
+
+// What the parts of one host share: its options, its extension thread, the way to its warnings.
+// Kept alive by whoever may still call, closed by ~ExtensionHost. Thread-safe.
+class HostContext {
+ public:
+  explicit HostContext(Options options) : options_(std::move(options)) {}
+
+  const Options& options() const { return options_; }
+
+  // Nothing after Close. Never throws: a warning that fails is lost.
+  void Warn(const std::string& text) noexcept;
+
+  // Makes the first caller's thread the extension thread; throws HostError, naming `call`, on
+  // another.
+  void CheckThread(const char* call) {
+    if (!OnExtensionThread()) BindThread(call);
+  }
+  bool OnExtensionThread() const {
+    return thread_.load(std::memory_order_relaxed) == std::this_thread::get_id();
+  }
+  bool HasThread() const { return thread_.load() != std::thread::id(); }
+
+  // Instances that another thread let go wait for the extension thread to destroy them.
+  std::atomic<bool>& has_abandoned_instances() { return has_abandoned_instances_; }
+
+  // When it returns, Options::warn and Options::access_check are not running on another thread and
+  // will not be called again.
+  void Close() { calls_out_.Close(); }
+
+  // To be passed by every call of a function in options().
+  CallGate& calls_out() { return calls_out_; }
+
+ private:
+  void BindThread(const char* call);
+
+  const Options options_;
+  CallGate calls_out_;
+  std::atomic<std::thread::id> thread_{};
+  std::atomic<bool> has_abandoned_instances_{false};
+};
+
+}  // namespace orvane::extensions

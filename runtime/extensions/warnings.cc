@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "extensions/warnings.h"
+
+#include <memory>
+
+#include "extensions/callback_frame.h"
+#include "extensions/extension_state.h"
+#include "extensions/host_context.h"
+#include "extensions/registry.h"
+
+namespace orvane::extensions {
+namespace {
+
+const char* KindName(HandleKind kind) {
+  return kind == HandleKind::kExtension ? "extension" : "instance";
+}
+
+bool IsOfOtherKind(HandleKind kind, int32_t handle) {
+  const Registry& registry = Registry::Process();
+  return kind == HandleKind::kExtension ? registry.FindInstance(handle) != nullptr
+                                        : registry.FindExtension(handle) != nullptr;
+}
+
+std::string DeadHandleText(HandleKind kind, int32_t handle) {
+  const std::string number = std::to_string(handle);
+  if (IsOfOtherKind(kind, handle)) {
+    const bool wants_extension = kind == HandleKind::kExtension;
+    return number + " is the handle of an " + (wants_extension ? "instance" : "extension") +
+           "; the call did nothing. Pass the " + KindName(kind) + "'s handle.";
+  }
+  return std::string(KindName(kind)) + " handle " + number +
+         " is not alive (never given, or destroyed already); the call did nothing. Use a handle "
+         "only "
+         "between its first callback and its last.";
+}
+
+}  // namespace
+
+void WarnAboutCall(ExtensionState& extension, const char* call, const std::string& text) noexcept {
+  try {
+    extension.context().Warn(std::string(call) + ": " + text + " (" + extension.Describe() + ")");
+  } catch (...) {
+    // No memory for the text.
+  }
+}
+
+void WarnAboutCall(const char* call, const std::string& text) noexcept {
+  try {
+    if (const CallbackFrame* frame = CallbackFrame::innermost()) {
+      WarnAboutCall(frame->extension(), call, text);
+      return;
+    }
+    const std::string whole = std::string(call) + ": " + text;
+    for (const auto& host : Registry::Process().hosts()) host->Warn(whole);
+  } catch (...) {
+    // No memory for the text.
+  }
+}
+
+void WarnAboutDeadHandle(HandleKind kind, const char* call, int32_t handle) noexcept {
+  try {
+    WarnAboutCall(call, DeadHandleText(kind, handle));
+  } catch (...) {
+    // No memory for the text.
+  }
+}
+
+}  // namespace orvane::extensions

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace orvane::extensions {
+
+class ExtensionState;
+
+// Warnings about calls of the C interface. Any thread; they never throw. Each text begins with the
+// call's name.
+
+// By an extension that is known.
+void WarnAboutCall(ExtensionState& extension, const char* call, const std::string& text) noexcept;
+
+// By someone unknown: goes to the host whose callback runs on this thread, or else to every host.
+void WarnAboutCall(const char* call, const std::string& text) noexcept;
+
+enum class HandleKind { kExtension, kInstance };
+void WarnAboutDeadHandle(HandleKind kind, const char* call, int32_t handle) noexcept;
+
+// The guard that every C entry point of the host passes: runs `body`, answers `otherwise` after a
+// warning when an exception escapes it.
+template <typename Result, typename Body>
+Result GuardCall(const char* call, Result otherwise, Body&& body) noexcept {
+  try {
+    return std::forward<Body>(body)();
+  } catch (const std::exception& exception) {
+    WarnAboutCall(call, exception.what());
+  } catch (...) {
+    WarnAboutCall(call, "failed with an exception of unknown type");
+  }
+  return otherwise;
+}
+
+}  // namespace orvane::extensions

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "base/net.h"
+#include "server/application/dev_server_address.h"
+#include "server/web/exchange.h"
+#include "server/web/origin_check.h"
+
+namespace orvane::server {
+
+// Serves an application from the development server of its author, so that what that server does
+// (bundling, hot reloading over a WebSocket or an event stream) goes on working. Documents get the
+// page's script; everything else passes as it is. The loop's thread only.
+class DevServer {
+ public:
+  // A document on its way to a browser.
+  struct Document {
+    std::string path;
+    bool is_top;          // as far as the request tells
+    std::string problem;  // why the runtime will not be in it; empty when it will
+  };
+  struct Listener {
+    std::function<void(HttpResponse* response)> add_headers;
+    std::function<void(const Document& document)> on_document;
+  };
+
+  // `url` as ParseDevServerAddress takes it; throws RunError as that does. `app` and `simulator`
+  // are where browsers see the application and the television. Borrows the loop.
+  DevServer(asio::io_context& loop, const std::string& url, Origin app, Origin simulator,
+            Listener listener);
+
+  void Handle(const std::shared_ptr<Exchange>& exchange) const;
+
+ private:
+  struct Target {
+    DevServerAddress address;
+    Origin origin;  // as the development server knows itself
+    Origin app;
+    Origin simulator;
+    Listener listener;
+  };
+  class Run;
+
+  asio::io_context& loop_;
+  std::shared_ptr<const Target> target_;
+};
+
+}  // namespace orvane::server

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "base/net.h"
+#include "base/unique_fd.h"
+
+namespace orvane::server {
+
+// Carries bytes between a browser and another server, both ways, until either of them ends. It
+// keeps itself alive for that time, and holds back the one for whom the other is too slow.
+class Tunnel : public std::enable_shared_from_this<Tunnel> {
+ public:
+  // `to_client` and `to_server` go first.
+  static void Start(asio::io_context& loop, base::UniqueFd client, tcp::socket server,
+                    std::string to_client, std::string to_server);
+
+  Tunnel(tcp::socket client, tcp::socket server)
+      : client_(std::move(client)), server_(std::move(server)) {}
+
+ private:
+  struct Way {
+    tcp::socket& from;
+    tcp::socket& to;
+    std::array<char, 16384> buffer{};
+    std::string first;
+  };
+
+  void Begin(Way& way);
+  void Read(Way& way);
+  void Write(Way& way, size_t count);
+  void End();
+
+  tcp::socket client_;
+  tcp::socket server_;
+  Way down_{server_, client_, {}, {}};
+  Way up_{client_, server_, {}, {}};
+};
+
+}  // namespace orvane::server

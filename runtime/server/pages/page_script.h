@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "base/json_object.h"
+
+namespace orvane::server {
+
+// Says why a script cannot be used; empty when it can.
+using ScriptCheck = std::function<std::string(const std::string& name, const std::string& script)>;
+
+// Makes the script that each document of the application runs before its own first one. What is the
+// same for all of them is made once. One thread.
+class PageScript {
+ public:
+  // `started` is what the set process told of its extensions. `app` is JSON: id, name, version.
+  PageScript(const base::JsonObject& started, std::string_view app,
+             std::chrono::milliseconds deadline, const ScriptCheck& check);
+
+  std::string Make(int64_t context, std::string_view secret) const;
+
+ private:
+  std::string boot_;     // members that every document gets
+  std::string scripts_;  // the extensions' scripts as functions
+};
+
+// The JSON text as it may stand in a script of any kind.
+std::string ForScript(std::string_view json);
+
+}  // namespace orvane::server

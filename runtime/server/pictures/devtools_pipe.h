@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include <picojson.h>
+
+namespace orvane::server {
+
+// The DevTools protocol over a socket: JSON texts with a zero byte after each. One thread at
+// a time. Every member throws BrowserError when the browser is gone, refuses, or takes too long.
+class DevToolsPipe {
+ public:
+  using Deadline = std::chrono::steady_clock::time_point;
+
+  explicit DevToolsPipe(int socket);  // takes it
+  ~DevToolsPipe();                    // the browser ends when its pipe does
+  DevToolsPipe(const DevToolsPipe&) = delete;
+  DevToolsPipe& operator=(const DevToolsPipe&) = delete;
+
+  // Sends a command, to the browser or to a target's session, and waits for its result. Events
+  // that come in between are passed over.
+  picojson::object Call(const std::string& method, const picojson::object& parameters,
+                        const std::string& session, Deadline deadline);
+
+ private:
+  void Write(const std::string& text, Deadline deadline);
+  picojson::object Read(Deadline deadline);
+
+  const int socket_;
+  int64_t last_id_ = 0;
+  std::string received_;
+};
+
+}  // namespace orvane::server

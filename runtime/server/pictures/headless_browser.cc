@@ -1,0 +1,244 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "server/pictures/headless_browser.h"
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include <picojson.h>
+
+#include "base/child_process.h"
+#include "server/pictures/browser_error.h"
+#include "server/pictures/devtools_pipe.h"
+
+namespace orvane::server {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using picojson::object;
+using picojson::value;
+
+// The two ends of the browser's pipe. No other child is to have either.
+struct Ends {
+  int own = -1;
+  int browsers = -1;
+
+  Ends() {
+    int sockets[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets) != 0) {
+      throw BrowserError("No socket can be made for the browser.");
+    }
+    own = sockets[0];
+    // Above the numbers under which the browser gets it, which would keep it from being closed.
+    constexpr int kFirst = 10;
+    browsers = fcntl(sockets[1], F_DUPFD_CLOEXEC, kFirst);
+    close(sockets[1]);
+  }
+  ~Ends() { close(browsers); }
+  Ends(const Ends&) = delete;
+  Ends& operator=(const Ends&) = delete;
+};
+
+std::string FindBrowser() {
+  const char* const given = std::getenv("ORVANE_BROWSER");
+  if (given != nullptr && *given != '\0') return given;
+  std::string found = base::FindProgram({"chromium", "chromium-browser"});
+  if (found.empty()) {
+    throw BrowserError(
+        "There is no chromium on the PATH. Install it (on Debian: apt-get install chromium), or "
+        "name one in ORVANE_BROWSER.");
+  }
+  return found;
+}
+
+std::vector<std::string> Arguments(const fs::path& profile, ViewSize size) {
+  std::vector<std::string> arguments = {
+      FindBrowser(),
+      "--headless=new",
+      "--remote-debugging-pipe",
+      "--user-data-dir=" + profile.string(),
+      "--window-size=" + std::to_string(size.width) + "," + std::to_string(size.height),
+      "--disable-background-networking",
+      "--disable-component-update",
+      "--disable-default-apps",
+      "--disable-dev-shm-usage",
+      "--disable-gpu",
+      "--disable-quic",
+      "--disable-sync",
+      "--hide-scrollbars",
+      "--mute-audio",
+      "--no-default-browser-check",
+      "--no-first-run"};
+  // The browser refuses its sandbox to the superuser.
+  if (geteuid() == 0) arguments.emplace_back("--no-sandbox");
+  arguments.emplace_back("about:blank");
+  return arguments;
+}
+
+std::unique_ptr<base::ChildProcess> StartBrowser(
+    const std::vector<std::string>& arguments, const base::ChildProcess::Descriptors& descriptors) {
+  try {
+    return std::make_unique<base::ChildProcess>(arguments, descriptors);
+  } catch (const std::system_error& error) {
+    throw BrowserError(arguments.front() + " cannot be started: " + error.code().message() + ".");
+  }
+}
+
+std::string Text(const object& from, const std::string& name) {
+  const auto found = from.find(name);
+  return found != from.end() && found->second.is<std::string>() ? found->second.get<std::string>()
+                                                                : std::string();
+}
+
+DevToolsPipe::Deadline In(std::chrono::milliseconds limit) {
+  return std::chrono::steady_clock::now() + limit;
+}
+
+// Reads {x, y, width, height} and makes the picture `width` pixels wide.
+object ClipOf(const std::string& rectangle_json, int width) {
+  value rectangle;
+  picojson::parse(rectangle, rectangle_json);
+  if (!rectangle.is<object>()) return {};
+  object clip = rectangle.get<object>();
+  const double own_width = clip["width"].is<double>() ? clip["width"].get<double>() : 0;
+  if (own_width < 1) return {};
+  clip["scale"] = value(width / own_width);
+  return clip;
+}
+
+}  // namespace
+
+class HeadlessBrowser::Profile {
+ public:
+  Profile() {
+    std::string name = (fs::temp_directory_path() / "orvane-browser-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) throw BrowserError("No folder can be made: " + name);
+    path_ = name;
+  }
+  ~Profile() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  Profile(const Profile&) = delete;
+  Profile& operator=(const Profile&) = delete;
+
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+HeadlessBrowser::HeadlessBrowser(const std::string& url, ViewSize size,
+                                 std::chrono::milliseconds limit)
+    : profile_(std::make_unique<Profile>()) {
+  constexpr int kBrowserReads = 3;  // by the protocol's rule
+  constexpr int kBrowserWrites = 4;
+  const auto arguments = Arguments(profile_->path(), size);
+  {
+    const Ends ends;  // gone before an answer is waited for, so that the browser's end is noticed
+    pipe_ = std::make_unique<DevToolsPipe>(ends.own);
+    process_ =
+        StartBrowser(arguments, {{ends.browsers, kBrowserReads}, {ends.browsers, kBrowserWrites}});
+  }
+  Attach(size, In(limit));
+  Open(url, In(limit));
+}
+
+HeadlessBrowser::~HeadlessBrowser() {
+  constexpr std::chrono::seconds kPatience(2);
+  process_->Stop(kPatience);
+}
+
+pid_t HeadlessBrowser::pid() const { return process_->pid(); }
+bool HeadlessBrowser::running() const { return !process_->end(); }
+
+// The browser's first page may take a moment to be there.
+void HeadlessBrowser::Attach(ViewSize size, Deadline deadline) {
+  constexpr std::chrono::milliseconds kStep(20);
+  std::string target;
+  while (target.empty()) {
+    object targets = pipe_->Call("Target.getTargets", {}, "", deadline);
+    const value& infos = targets["targetInfos"];
+    if (infos.is<picojson::array>()) {
+      for (const value& info : infos.get<picojson::array>()) {
+        if (!info.is<object>() || Text(info.get<object>(), "type") != "page") continue;
+        target = Text(info.get<object>(), "targetId");
+        break;
+      }
+    }
+    if (target.empty()) std::this_thread::sleep_for(kStep);
+  }
+  session_ =
+      Text(pipe_->Call("Target.attachToTarget",
+                       {{"targetId", value(target)}, {"flatten", value(true)}}, "", deadline),
+           "sessionId");
+  pipe_->Call("Emulation.setDeviceMetricsOverride",
+              {{"width", value(static_cast<double>(size.width))},
+               {"height", value(static_cast<double>(size.height))},
+               {"deviceScaleFactor", value(1.0)},
+               {"mobile", value(false)}},
+              session_, deadline);
+}
+
+void HeadlessBrowser::Open(const std::string& url, Deadline deadline) {
+  const std::string error =
+      Text(pipe_->Call("Page.navigate", {{"url", value(url)}}, session_, deadline), "errorText");
+  if (!error.empty()) throw BrowserError("The browser cannot open " + url + ": " + error + ".");
+}
+
+void HeadlessBrowser::WaitUntilDrawn(std::chrono::milliseconds limit) {
+  static constexpr char kDrawn[] = R"(new Promise((done) => {
+    const draw = () => document.fonts.ready.then(() =>
+      requestAnimationFrame(() => requestAnimationFrame(() => done('drawn'))));
+    if (document.readyState === 'complete') {
+      draw();
+    } else {
+      addEventListener('load', draw, { once: true });
+    }
+  }))";
+  Evaluate(kDrawn, In(limit));
+}
+
+std::string HeadlessBrowser::Screenshot(std::chrono::milliseconds limit) {
+  return Text(pipe_->Call("Page.captureScreenshot", {}, session_, In(limit)), "data");
+}
+
+std::string HeadlessBrowser::ScreenshotOf(const std::string& selector, int width,
+                                          std::chrono::milliseconds limit) {
+  const Deadline deadline = In(limit);
+  const std::string rectangle =
+      Evaluate("(() => { const found = document.querySelector(" + value(selector).serialize() +
+                   R"();
+    if (!found) return '';
+    const { x, y, width, height } = found.getBoundingClientRect();
+    return JSON.stringify({ x, y, width, height });
+  })())",
+               deadline);
+  const object clip = ClipOf(rectangle, width);
+  if (clip.empty()) throw BrowserError("The page shows nothing that is called " + selector + ".");
+  return Text(pipe_->Call("Page.captureScreenshot", {{"clip", value(clip)}}, session_, deadline),
+              "data");
+}
+
+// The expression's value, or its promise's, which must be a string.
+std::string HeadlessBrowser::Evaluate(const std::string& expression, Deadline deadline) {
+  object answer = pipe_->Call("Runtime.evaluate",
+                              {{"expression", value(expression)},
+                               {"awaitPromise", value(true)},
+                               {"returnByValue", value(true)}},
+                              session_, deadline);
+  if (answer.count("exceptionDetails") != 0) {
+    throw BrowserError("The page's script failed: " + answer["exceptionDetails"].serialize());
+  }
+  return answer["result"].is<object>() ? Text(answer["result"].get<object>(), "value") : "";
+}
+
+}  // namespace orvane::server

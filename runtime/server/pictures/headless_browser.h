@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace orvane::base {
+class ChildProcess;
+}
+
+namespace orvane::server {
+
+class DevToolsPipe;
+
+struct ViewSize {
+  int width = 1920;  // CSS pixels
+  int height = 1080;
+};
+
+// A browser without a window, on one page, with a profile of its own that goes with it. The
+// program is "chromium" or "chromium-browser" on the PATH, or what $ORVANE_BROWSER names.
+//
+// One thread at a time; every member may block, for as long as it is allowed to. Throws
+// BrowserError: there is no browser, it does not start, it is gone, or it takes too long.
+class HeadlessBrowser {
+ public:
+  HeadlessBrowser(const std::string& url, ViewSize size, std::chrono::milliseconds limit);
+  ~HeadlessBrowser();  // ends it, in two seconds at the most
+  HeadlessBrowser(const HeadlessBrowser&) = delete;
+  HeadlessBrowser& operator=(const HeadlessBrowser&) = delete;
+
+  pid_t pid() const;
+  bool running() const;
+
+  // Returns when the page has loaded, its fonts are there and it was drawn.
+  void WaitUntilDrawn(std::chrono::milliseconds limit);
+
+  // A PNG, as base64: of what the window shows, or of the element that the CSS selector finds,
+  // drawn `width` pixels wide.
+  std::string Screenshot(std::chrono::milliseconds limit);
+  std::string ScreenshotOf(const std::string& selector, int width, std::chrono::milliseconds limit);
+
+ private:
+  class Profile;
+  using Deadline = std::chrono::steady_clock::time_point;
+
+  void Attach(ViewSize size, Deadline deadline);
+  void Open(const std::string& url, Deadline deadline);
+  std::string Evaluate(const std::string& expression, Deadline deadline);
+
+  // In this order: the profile's folder goes when the process is gone.
+  std::unique_ptr<Profile> profile_;
+  std::unique_ptr<base::ChildProcess> process_;
+  std::unique_ptr<DevToolsPipe> pipe_;
+  std::string session_;
+};
+
+}  // namespace orvane::server

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "server/records/record_ring.h"
+
+#include <algorithm>
+
+namespace orvane::server {
+
+const std::string& RecordRing::Add(std::string_view members) {
+  std::string record = R"({"seq":)" + std::to_string(++last_seq_);
+  record.append(",").append(members).append("}");
+  bytes_ += record.size();
+  records_.push_back(std::move(record));
+  while (records_.size() > 1 && (records_.size() > max_records_ || bytes_ > max_bytes_)) {
+    bytes_ -= records_.front().size();
+    records_.pop_front();
+  }
+  return records_.back();
+}
+
+void RecordRing::Clear() {
+  records_.clear();
+  bytes_ = 0;
+}
+
+std::string RecordRing::List(int64_t since, int64_t limit, int64_t* next) const {
+  const auto size = static_cast<int64_t>(records_.size());
+  const int64_t first_seq = last_seq_ - size + 1;
+  const int64_t begin = std::clamp<int64_t>(since + 1 - first_seq, 0, size);
+  const int64_t end = begin + std::clamp<int64_t>(limit, 0, size - begin);
+  std::string list = "[";
+  for (int64_t i = begin; i < end; ++i) {
+    if (i > begin) list += ',';
+    list += records_[static_cast<size_t>(i)];
+  }
+  list += ']';
+  *next = std::max(since, end == size ? last_seq_ : first_seq + end - 1);
+  return list;
+}
+
+}  // namespace orvane::server

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "server/run_options.h"
+
+namespace orvane::server {
+
+// What is told about a run, as JSON.
+
+// The "options" of the set process's start.
+std::string StartOptionsJson(const RunOptions& options);
+// What the page's runtime has to know: id, name and version.
+std::string PageAppJson(const app::WebApplication& app);
+std::string AppJson(const app::WebApplication& app);
+// The path of the start page, with its query: "/index.html".
+std::string StartPath(const RunOptions& options);
+// The answer of run.info.
+std::string RunInfoJson(const RunOptions& options, const RunAddresses& addresses,
+                        const std::string& profile, int64_t started_ns);
+
+}  // namespace orvane::server

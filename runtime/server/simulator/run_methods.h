@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "server/pages/page_contexts.h"
+#include "server/pictures/browser_desk.h"
+#include "server/run_options.h"
+#include "server/simulator/api.h"
+#include "set_process/set_process.h"
+
+namespace orvane::server {
+
+// What the simulator asks of the run itself: its facts, its pages, its process, text typed and
+// pictures taken. The loop's thread only.
+class RunMethods {
+ public:
+  struct Parts {  // all borrowed
+    const RunOptions& options;
+    const RunAddresses& addresses;
+    set_process::SetProcess& set_process;
+    PageContexts& contexts;
+    BrowserDesk& browser_desk;
+  };
+
+  explicit RunMethods(Parts parts) : parts_(parts) {}
+
+  // run.…, pages.…, page.…, process.…, ime.input and screenshot. `started_ns` is when it began.
+  void AddTo(Api& api, int64_t started_ns);
+
+  // The name of the set's profile, as far as the set process has told it.
+  const std::string& profile() const { return profile_; }
+  void AskProfile();
+  void TakeProfile(std::string_view part);  // that part of the set's state, JSON
+
+ private:
+  void ReloadPage(const base::JsonObject& params);
+  void EnterText(const base::JsonObject& params);
+  void TakePicture(const Api::Reply& reply);
+
+  const Parts parts_;
+  std::string profile_;
+};
+
+}  // namespace orvane::server

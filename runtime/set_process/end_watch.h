@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <chrono>
+#include <thread>
+
+namespace orvane::set_process {
+
+// Ends the process when the other side of its socket is gone and it has not ended by itself within
+// a time of grace: the thread that would learn of it may be in a handler that never returns.
+// Watches from construction to destruction, on a thread of its own. The socket is borrowed.
+class EndWatch {
+ public:
+  EndWatch(int socket, std::chrono::milliseconds grace);
+  ~EndWatch();
+  EndWatch(const EndWatch&) = delete;
+  EndWatch& operator=(const EndWatch&) = delete;
+
+  // As if the other side were gone: the process is about to end.
+  void BeginGrace();
+
+ private:
+  enum class Order : unsigned char;
+
+  void Watch();
+  void Tell(Order order);
+
+  const int socket_;
+  const std::chrono::milliseconds grace_;
+  int pipe_[2] = {-1, -1};  // brings orders to the thread
+  std::thread thread_;
+};
+
+}  // namespace orvane::set_process

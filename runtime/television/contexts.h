@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "extensions/extension_host.h"
+#include "television/outbox.h"
+
+namespace orvane::television {
+
+// The page contexts, each with an instance of every extension that it uses. A context begins with
+// its first message, and its number is not used again once it was closed. What instances post goes
+// to the outbox from whatever thread, with the context's number and the extension's name.
+//
+// Borrows the host and the outbox, which outlive it. Belongs to the extension thread. Throws
+// RequestError for what does not exist, extensions::HostError as extensions::Instance does.
+class Contexts {
+ public:
+  Contexts(extensions::ExtensionHost& host, Outbox& outbox);
+  ~Contexts();  // closes those that are left
+  Contexts(const Contexts&) = delete;
+  Contexts& operator=(const Contexts&) = delete;
+
+  void Create(int64_t context, const std::string& extension);
+  std::string SendSync(int64_t context, const std::string& extension, const std::string& text);
+  void Post(int64_t context, const std::string& extension, const std::string& text);
+  void PostBinary(int64_t context, const std::string& extension, const std::string& bytes);
+  // Destroys its instances. Nothing happens to one that was never used.
+  void Close(int64_t context);
+
+  size_t size() const { return contexts_.size(); }
+
+ private:
+  class Connection;
+  using Connections = std::vector<std::unique_ptr<Connection>>;
+
+  Connection& Find(int64_t context, const std::string& extension);
+
+  extensions::ExtensionHost& host_;
+  Outbox& outbox_;
+  std::map<int64_t, Connections> contexts_;
+  std::unordered_set<int64_t> closed_;
+};
+
+}  // namespace orvane::television

@@ -1,0 +1,335 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "television/event_stream.h"
+
+#include <pthread.h>
+#include <time.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include <dlog.h>
+
+#include "base/json_text.h"
+#include "tvset/log_format.h"
+
+namespace orvane::television {
+
+using picojson::object;
+using picojson::value;
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr milliseconds kLogDelay{20};
+constexpr milliseconds kPartsDelay{8};
+constexpr milliseconds kSnapshotDelay{100};
+constexpr size_t kBatchLines = 256;
+constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the set's threads do
+
+thread_local KeyPress g_press;
+thread_local bool g_is_injected = false;
+thread_local std::optional<int64_t> g_context;
+
+value Text(std::string_view text) { return value(std::string(text)); }
+
+std::string_view ReasonOf(tvset::KeyRoute route) {
+  switch (route) {
+    case tvset::KeyRoute::kMandatory:
+      return "mandatory";
+    case tvset::KeyRoute::kRegistered:
+      return "registered";
+    case tvset::KeyRoute::kSpecialGrab:
+      return "specialGrab";
+    case tvset::KeyRoute::kNotRegistered:
+      return "notRegistered";
+    case tvset::KeyRoute::kGrabbedByOther:
+      return "grabbedByOther";
+    case tvset::KeyRoute::kNoPrivilege:
+      return "noPrivilege";
+    case tvset::KeyRoute::kNoFocus:
+      return "noFocus";
+  }
+  return "notRegistered";
+}
+
+std::string TextOf(const tvset::KeyDelivery& delivery, const KeyPress& press) {
+  if (press.held.empty()) return delivery.text;
+  return press.held + " held down is " + delivery.key_name + ": " + delivery.text;
+}
+
+void AppendLogLine(const tvset::LogLine& line, std::string* json) {
+  json->append(R"({"time_ns":)").append(std::to_string(line.time_ns));
+  json->append(R"(,"pid":)").append(std::to_string(line.pid));
+  json->append(R"(,"tid":)").append(std::to_string(line.tid));
+  json->append(R"(,"priority":)").append(std::to_string(line.priority));
+  json->append(R"(,"letter":")").push_back(tvset::PriorityLetter(line.priority));
+  json->append(R"(","tag":)");
+  base::AppendJsonString(line.tag, json);
+  json->append(R"(,"text":)");
+  base::AppendJsonString(line.text, json);
+  json->push_back('}');
+}
+
+double RealtimeNanoseconds() {
+  timespec now = {};
+  clock_gettime(CLOCK_REALTIME, &now);
+  return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
+// What was to be sent is lost, such as a setting that fills more than a frame.
+void Complain(const std::exception& error) {
+  std::fprintf(stderr, "orvane: an event could not be sent: %s\n", error.what());
+}
+
+// What a snapshot holds, but for the wait of the screen saver.
+bool IsKept(Part part) {
+  return part != Part::kSettings && part != Part::kPanel && part != Part::kScreenSaver;
+}
+
+uint32_t BitOf(Part part) { return uint32_t{1} << static_cast<unsigned>(part); }
+
+}  // namespace
+
+EventStream::EventStream(tvset::EventHub& events, const SetState& state, MakeSnapshot snapshot,
+                         Outbox& outbox)
+    : events_(events),
+      state_(state),
+      snapshot_(std::move(snapshot)),
+      outbox_(outbox),
+      thread_([this] { Run(); }) {
+  events_.Add(this);
+}
+
+EventStream::~EventStream() {
+  events_.Remove(this);
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    is_over_ = true;
+  }
+  added_.notify_all();
+  thread_.join();
+}
+
+void EventStream::SetKeyPress(const KeyPress& press) { g_press = press; }
+
+object EventStream::KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress& press,
+                             bool is_injected) {
+  return object{{"key_name", Text(delivery.key_name)},
+                {"key_code", value(static_cast<double>(delivery.key_code))},
+                {"app", Text(delivery.app)},
+                {"delivered", value(delivery.delivered)},
+                {"reason", Text(ReasonOf(delivery.reason))},
+                {"text", Text(TextOf(delivery, press))},
+                {"injected", value(is_injected)},
+                {"long", value(press.is_long)},
+                {"native", value(press.is_native)},
+                {"time_ns", value(RealtimeNanoseconds())}};
+}
+
+void EventStream::OnLogLine(const tvset::LogLine& line) {
+  AddLogLine(line);
+  // What the set itself says of a refusal.
+  if (line.tag == "TVSET" && line.priority >= DLOG_ERROR) Explain(line.text + ".");
+}
+
+void EventStream::AddLogLine(const tvset::LogLine& line) {
+  std::unique_lock<std::mutex> lock(mutex_);
+  // This object's own thread empties the queue, so it cannot wait for that.
+  if (std::this_thread::get_id() != thread_.get_id()) {
+    sent_.wait(lock, [this] { return log_bytes_ < kMostLogBytes || is_over_; });
+  }
+  if (log_.empty() || log_.back().count == kBatchLines) log_.emplace_back();
+  Batch& batch = log_.back();
+  const size_t before = batch.json.size();
+  if (batch.count++ > 0) batch.json.push_back(',');
+  AppendLogLine(line, &batch.json);
+  log_bytes_ += batch.json.size() - before;
+  const bool first = !log_due_;
+  BeginLocked(&log_due_, kLogDelay);
+  const bool full = batch.count == kBatchLines && log_.size() == 1;
+  if (full) log_due_ = TimePoint();
+  if (first || full) added_.notify_one();
+}
+
+void EventStream::OnKeyInjected(const tvset::InjectedKey& key) {
+  // The press that follows comes on this thread.
+  g_is_injected = !key.key_name.empty();
+}
+
+void EventStream::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
+  const bool is_injected = std::exchange(g_is_injected, false);
+  AddEvent("key", value(KeyEvent(delivery, is_injected ? KeyPress{} : g_press, is_injected)));
+  Touch(Part::kScreenSaver);  // every key starts its wait afresh
+}
+
+void EventStream::OnContextTask(const tvset::ContextTask& task) {
+  AddEvent("contextTask",
+           value(object{{"target", Text(task.target)}, {"action", Text(task.action)}}));
+}
+
+void EventStream::OnKernelMarker(const tvset::KernelMarker& marker) {
+  AddEvent("kernelMarker", value(MarkerEvent(marker)));
+}
+
+object EventStream::MarkerEvent(const tvset::KernelMarker& marker) {
+  return object{{"time_ns", value(static_cast<double>(marker.time_ns))},
+                {"length", value(static_cast<double>(marker.length))},
+                {"text", Text(marker.text)}};
+}
+
+void EventStream::SetContext(std::optional<int64_t> context) { g_context = context; }
+
+void EventStream::Explain(const std::string& text) {
+  object data{{"text", Text(text)}};
+  if (g_context) data["context"] = value(static_cast<double>(*g_context));
+  AddEvent("explain", value(data));
+}
+
+void EventStream::OnApplicationChanged(const std::string&) {
+  Touch(Part::kApplications);
+  Touch(Part::kWindows);  // which windows are shown depends on it
+}
+
+void EventStream::OnFocusChanged(const std::string&) {
+  Touch(Part::kFocus);
+  Touch(Part::kWindows);  // the focus raises
+}
+
+void EventStream::OnWindowChanged() { Touch(Part::kWindows); }
+void EventStream::OnInputMethodChanged() { Touch(Part::kInputMethod); }
+void EventStream::OnKeyGrabsChanged() { Touch(Part::kKeyGrabs); }
+void EventStream::OnSettingChanged(const std::string&) { Touch(Part::kSettings); }
+void EventStream::OnScreenSaverChanged() { Touch(Part::kScreenSaver); }
+void EventStream::OnFaultsChanged() { Touch(Part::kFaults); }
+
+void EventStream::OnFeatureChanged(const std::string&) {
+  Touch(Part::kFeatures);
+  Touch(Part::kPanel);
+}
+
+void EventStream::OnProfileChanged() {
+  Touch(Part::kProfile);
+  Touch(Part::kFeatures);
+  Touch(Part::kPanel);
+  Touch(Part::kScreenSaver);
+}
+
+void EventStream::TouchAll() {
+  for (const Part part : kParts) Touch(part);
+}
+
+void EventStream::Touch(Part part) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  parts_ |= BitOf(part);
+  BeginLocked(&parts_due_, kPartsDelay);
+  if (IsKept(part)) snapshot_changed_ = true;
+  if (IsKept(part) || part == Part::kScreenSaver) BeginLocked(&snapshot_due_, kSnapshotDelay);
+  added_.notify_one();
+}
+
+void EventStream::SendChangedSnapshot() {
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (!snapshot_changed_) return;
+    snapshot_due_.reset();
+  }
+  try {
+    SendSnapshot();
+  } catch (const std::exception& error) {
+    Complain(error);  // the caller's message is to be handled all the same
+  }
+}
+
+void EventStream::SendSnapshot() {
+  const std::lock_guard<std::mutex> snapshot_lock(snapshot_mutex_);
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    snapshot_changed_ = false;
+  }
+  outbox_.Send(R"({"op":"snapshot","data":)" + snapshot_().serialize() + "}");
+}
+
+void EventStream::AddEvent(std::string_view name, const value& data) {
+  std::string body = R"({"op":"event","name":)";
+  base::AppendJsonString(name, &body);
+  body.append(R"(,"data":)").append(data.serialize()).push_back('}');
+  const std::lock_guard<std::mutex> lock(mutex_);
+  urgent_.push_back(std::move(body));
+  added_.notify_one();
+}
+
+void EventStream::BeginLocked(std::optional<TimePoint>* due, milliseconds delay) {
+  if (!*due) *due = std::chrono::steady_clock::now() + delay;
+}
+
+void EventStream::Run() {
+  pthread_setname_np(pthread_self(), "events");
+  while (const std::optional<Load> load = NextLoad()) {
+    try {
+      Send(*load);
+    } catch (const std::exception& error) {
+      Complain(error);
+    }
+  }
+}
+
+std::optional<EventStream::Load> EventStream::NextLoad() {
+  std::unique_lock<std::mutex> lock(mutex_);
+  while (true) {
+    const TimePoint now = std::chrono::steady_clock::now();
+    const TimePoint due = NextDueLocked();
+    if (due <= now || (is_over_ && due != TimePoint::max())) return TakeDueLocked(now);
+    if (is_over_) return std::nullopt;
+    if (due == TimePoint::max()) {
+      added_.wait(lock);
+    } else {
+      added_.wait_until(lock, due);
+    }
+  }
+}
+
+EventStream::TimePoint EventStream::NextDueLocked() const {
+  if (!urgent_.empty()) return {};
+  const TimePoint never = TimePoint::max();
+  return std::min(
+      {log_due_.value_or(never), parts_due_.value_or(never), snapshot_due_.value_or(never)});
+}
+
+EventStream::Load EventStream::TakeDueLocked(TimePoint now) {
+  const auto is_due = [&](const std::optional<TimePoint>& due) {
+    return due && (is_over_ || *due <= now);
+  };
+  Load load;
+  load.events.swap(urgent_);
+  if (is_due(log_due_)) {
+    load.log.swap(log_);
+    log_bytes_ = 0;
+    log_due_.reset();
+    sent_.notify_all();
+  }
+  if (is_due(parts_due_)) {
+    load.parts = std::exchange(parts_, 0);
+    parts_due_.reset();
+  }
+  if (is_due(snapshot_due_)) {
+    load.snapshot = true;
+    snapshot_due_.reset();
+  }
+  return load;
+}
+
+void EventStream::Send(const Load& load) {
+  for (const std::string& body : load.events) outbox_.Send(body);
+  for (const Batch& batch : load.log) {
+    outbox_.Send(R"({"op":"event","name":"log","data":[)" + batch.json + "]}");
+  }
+  for (const Part part : kParts) {
+    if ((load.parts & BitOf(part)) == 0) continue;
+    outbox_.Event(SetState::NameOf(part), state_.ValueOf(part));
+  }
+  if (load.snapshot) SendSnapshot();
+}
+
+}  // namespace orvane::television

@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <picojson.h>
+
+#include "television/outbox.h"
+#include "television/set_state.h"
+#include "tvset/events.h"
+
+namespace orvane::television {
+
+// Where a key that is being pressed comes from, as far as its event says so.
+struct KeyPress {
+  bool is_long = false;
+  bool is_native = false;  // the browser has given it to the page itself
+  std::string held;        // the key that was held down and is another one then; else empty
+};
+
+// Tells the server what happens on the set: log lines in batches, none left out; the changed parts
+// of the state, several changes as one; a snapshot a little after a change; everything else one by
+// one, as it happens. Watches the set from construction to destruction; then what is left is sent.
+//
+// Events are sent by a thread of this object. The set's threads only leave them here; they wait
+// when so many log lines are left that memory would run short. Any thread.
+class EventStream final : public tvset::Observer {
+ public:
+  using MakeSnapshot = std::function<picojson::value()>;
+
+  // All borrowed. `snapshot` is called on this object's thread.
+  EventStream(tvset::EventHub& events, const SetState& state, MakeSnapshot snapshot,
+              Outbox& outbox);
+  ~EventStream() override;
+  EventStream(const EventStream&) = delete;
+  EventStream& operator=(const EventStream&) = delete;
+
+  // A part was changed past the set's own observers, or is to be told once more.
+  void Touch(Part part);
+  void TouchAll();
+
+  // Sends a snapshot now when the set is not as the last one told: what the calling thread does
+  // next may end the process. A screen saver's wait that began afresh is not worth one.
+  void SendChangedSnapshot();
+
+  // Why something was refused, for people, to the page context that this thread works for.
+  void Explain(const std::string& text);
+  // For which page context this thread works until it is told otherwise; empty: for none.
+  static void SetContext(std::optional<int64_t> context);
+
+  // What keys that this thread presses are, until it is told otherwise.
+  static void SetKeyPress(const KeyPress& press);
+  // The event of a key; `is_injected`: a component pressed it, not a person.
+  static picojson::object KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress& press,
+                                   bool is_injected);
+  static picojson::object MarkerEvent(const tvset::KernelMarker& marker);
+
+  void OnLogLine(const tvset::LogLine& line) override;
+  void OnKeyInjected(const tvset::InjectedKey& key) override;
+  void OnKeyDelivered(const tvset::KeyDelivery& delivery) override;
+  void OnContextTask(const tvset::ContextTask& task) override;
+  void OnKernelMarker(const tvset::KernelMarker& marker) override;
+  void OnApplicationChanged(const std::string& app_id) override;
+  void OnFocusChanged(const std::string& app_id) override;
+  void OnWindowChanged() override;
+  void OnInputMethodChanged() override;
+  void OnKeyGrabsChanged() override;
+  void OnSettingChanged(const std::string& key) override;
+  void OnScreenSaverChanged() override;
+  void OnFeatureChanged(const std::string& key) override;
+  void OnProfileChanged() override;
+  void OnFaultsChanged() override;
+
+ private:
+  using TimePoint = std::chrono::steady_clock::time_point;
+  // Log lines of one frame, as the members of a JSON array.
+  struct Batch {
+    std::string json;
+    size_t count = 0;
+  };
+  // What is to be sent now.
+  struct Load {
+    std::vector<std::string> events;
+    std::deque<Batch> log;
+    uint32_t parts = 0;
+    bool snapshot = false;
+  };
+
+  void Run();
+  std::optional<Load> NextLoad();  // waits for it; empty: the end
+  Load TakeDueLocked(TimePoint now);
+  TimePoint NextDueLocked() const;
+  void Send(const Load& load);
+  void SendSnapshot();
+  void AddEvent(std::string_view name, const picojson::value& data);
+  void AddLogLine(const tvset::LogLine& line);
+  void BeginLocked(std::optional<TimePoint>* due, std::chrono::milliseconds delay);
+
+  tvset::EventHub& events_;
+  const SetState& state_;
+  const MakeSnapshot snapshot_;
+  Outbox& outbox_;
+  std::mutex snapshot_mutex_;  // held while one is taken and sent, so that the later one is newer
+  std::mutex mutex_;
+  std::condition_variable added_;
+  std::condition_variable sent_;
+  // Guarded by mutex_:
+  std::vector<std::string> urgent_;  // bodies of frames
+  std::deque<Batch> log_;
+  size_t log_bytes_ = 0;
+  uint32_t parts_ = 0;  // a bit for each part that changed
+  std::optional<TimePoint> log_due_;
+  std::optional<TimePoint> parts_due_;
+  std::optional<TimePoint> snapshot_due_;
+  bool snapshot_changed_ = false;
+  bool is_over_ = false;
+  std::thread thread_;  // last: begins with everything else in place
+};
+
+}  // namespace orvane::television

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "television/outbox.h"
+
+#include "base/frame.h"
+#include "base/json_text.h"
+
+namespace orvane::television {
+
+namespace {
+
+constexpr size_t kKeptBytes = size_t{256} << 10;
+constexpr size_t kMostTold = 4096;  // bytes of a message's text
+
+std::string AnswerHead(int64_t id) { return R"({"op":"answer","id":)" + std::to_string(id); }
+
+}  // namespace
+
+void Outbox::Send(std::string_view body) {
+  if (!base::IsWellFormed(body)) return Send(base::WellFormed(body));
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (is_gone_) return;
+  frame_.clear();
+  base::AppendFrame(body, &frame_);
+  is_gone_ = !base::SendBytes(socket_, frame_);
+  if (frame_.capacity() > kKeptBytes) frame_ = std::string();
+}
+
+void Outbox::Answer(int64_t id, const picojson::value& result) {
+  Send(AnswerHead(id) + R"(,"result":)" + result.serialize() + "}");
+}
+
+void Outbox::AnswerText(int64_t id, std::string_view result, int64_t microseconds) {
+  std::string body = AnswerHead(id);
+  body.append(R"(,"us":)").append(std::to_string(microseconds)).append(R"(,"result":)");
+  base::AppendJsonString(result, &body);
+  body.push_back('}');
+  Send(body);
+}
+
+void Outbox::AnswerError(int64_t id, std::string_view error) {
+  std::string body = AnswerHead(id) + R"(,"error":)";
+  base::AppendJsonString(error, &body);
+  body.push_back('}');
+  Send(body);
+}
+
+void Outbox::Event(std::string_view name, const picojson::value& data) {
+  std::string body = R"({"op":"event","name":)";
+  base::AppendJsonString(name, &body);
+  Send(body + R"(,"data":)" + data.serialize() + "}");
+}
+
+void Outbox::Handling(int64_t id, std::string_view what, int64_t context, std::string_view name,
+                      std::string_view text) {
+  std::string body = R"({"op":"handling","id":)" + std::to_string(id);
+  body.append(R"(,"what":")").append(what);
+  body.append(R"(","context":)").append(std::to_string(context)).append(R"(,"name":)");
+  base::AppendJsonString(name, &body);
+  body.append(R"(,"text":)");
+  base::AppendJsonString(text.substr(0, kMostTold), &body);
+  body.push_back('}');
+  Send(body);
+}
+
+void Outbox::Handled() { Send(R"({"op":"handled"})"); }
+
+}  // namespace orvane::television

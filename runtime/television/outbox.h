@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include <picojson.h>
+
+namespace orvane::television {
+
+// The way to the server process. Each frame is written whole, at once and in the order of the
+// calls, with nothing kept back: what was sent before the process died arrives. A caller waits
+// while the socket is full. When the server is gone nothing more is sent, and nothing is said about
+// it here: whoever reads the socket learns it. Any thread. The socket is borrowed.
+class Outbox {
+ public:
+  explicit Outbox(int socket) : socket_(socket) {}
+  ~Outbox() = default;
+  Outbox(const Outbox&) = delete;
+  Outbox& operator=(const Outbox&) = delete;
+
+  // A frame's body; bytes that are no UTF-8 are replaced. Throws base::FrameError for one that is
+  // too long.
+  void Send(std::string_view body);
+
+  // Answers to the request `id`.
+  void Answer(int64_t id, const picojson::value& result);
+  void AnswerText(int64_t id, std::string_view result, int64_t microseconds);
+  void AnswerError(int64_t id, std::string_view error);
+
+  void Event(std::string_view name, const picojson::value& data);
+
+  // What the process does from now on, so that its end can name it: `what` is a request's operation
+  // or "load", `id` is 0 for what gets no answer and then ends with Handled.
+  void Handling(int64_t id, std::string_view what, int64_t context, std::string_view name,
+                std::string_view text);
+  void Handled();
+
+ private:
+  const int socket_;
+  std::mutex mutex_;
+  std::string frame_;     // guarded by mutex_; kept for its memory
+  bool is_gone_ = false;  // guarded by mutex_
+};
+
+}  // namespace orvane::television

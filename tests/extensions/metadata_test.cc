@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+
+// The reader of metadata files, and the texts around it.
+
+#include "extensions/metadata.h"
+
+#include "extensions/text.h"
+#include "host_fixture.h"
+
+namespace orvane::extensions {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+// The only problem of a file with one entry that cannot be used.
+std::string ProblemOf(const std::string& entry) {
+  const Metadata metadata = ParseMetadata("[" + entry + "]");
+  EXPECT_THAT(metadata.entries, IsEmpty());
+  EXPECT_EQ(metadata.problems.size(), 1u);
+  return metadata.problems.empty() ? "" : metadata.problems[0];
+}
+
+TEST(ExtensionMetadata, ReadsEntriesInOrder) {
+  const Metadata metadata = ParseMetadata(R"([
+    {"name": "a.b", "lib": "liba.so", "entry_points": ["a.c", "a.d"]},
+    {"name": "b", "lib": "/usr/lib/libb.so", "entry_points": [], "further": {"things": [1]}}])");
+
+  ASSERT_EQ(metadata.entries.size(), 2u);
+  EXPECT_EQ(metadata.entries[0].name, "a.b");
+  EXPECT_EQ(metadata.entries[0].library, "liba.so");
+  EXPECT_THAT(metadata.entries[0].entry_points, ElementsAre("a.c", "a.d"));
+  EXPECT_EQ(metadata.entries[1].number, 2u);
+  EXPECT_EQ(metadata.entries[1].library, "/usr/lib/libb.so");
+  EXPECT_THAT(metadata.problems, IsEmpty());
+}
+
+TEST(ExtensionMetadata, AcceptsEmptyArray) {
+  EXPECT_THAT(ParseMetadata(" [ ] \n").problems, IsEmpty());
+}
+
+TEST(ExtensionMetadata, RejectsTextThatIsNoJson) {
+  for (const char* text :
+       {"", "[", "[}", "[] x", "nul", "[1e999]", "\"\\ud800\"", "[\"a", "{\"a\":1"}) {
+    const Metadata metadata = ParseMetadata(text);
+    EXPECT_THAT(metadata.problems, ElementsAre(HasSubstr("no JSON"))) << text;
+  }
+}
+
+TEST(ExtensionMetadata, RejectsJsonThatIsNoArray) {
+  for (const char* text : {"{}", "1", "null", "\"a\""}) {
+    EXPECT_THAT(ParseMetadata(text).problems, ElementsAre(HasSubstr("no array"))) << text;
+  }
+}
+
+TEST(ExtensionMetadata, RejectsDeepNestingWithoutRecursion) {
+  std::string arrays(500000, '[');
+  std::string objects;
+  for (int i = 0; i < 150000; ++i) objects += R"({"":)";
+
+  EXPECT_THAT(ParseMetadata(arrays).problems, ElementsAre(HasSubstr("no JSON")));
+  EXPECT_THAT(ParseMetadata("[" + objects).problems, ElementsAre(HasSubstr("no JSON")));
+}
+
+TEST(ExtensionMetadata, NamesTheFieldThatIsWrong) {
+  EXPECT_THAT(ProblemOf("7"), HasSubstr("entry 1 is not used: it is no object"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "entry_points": []})"), HasSubstr("\"lib\" is missing"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": 1, "entry_points": []})"),
+              HasSubstr("\"lib\" is no string"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "", "entry_points": []})"),
+              HasSubstr("\"lib\" is no file name"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a\u0000b", "entry_points": []})"),
+              HasSubstr("\"lib\" is no file name"));
+  EXPECT_THAT(ProblemOf(R"({"lib": "a.so", "entry_points": []})"),
+              HasSubstr("\"name\" is missing"));
+  EXPECT_THAT(ProblemOf(R"({"name": [], "lib": "a.so", "entry_points": []})"),
+              HasSubstr("\"name\" is no string"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a b", "lib": "a.so", "entry_points": []})"),
+              AllOf(HasSubstr("\"a b\""), HasSubstr("no dotted name")));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so"})"),
+              HasSubstr("\"entry_points\" is missing"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so", "entry_points": "b"})"),
+              HasSubstr("\"entry_points\" is no array"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so", "entry_points": [1]})"),
+              HasSubstr("something else than strings"));
+  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so", "entry_points": ["b."]})"),
+              HasSubstr("the entry point \"b.\""));
+}
+
+TEST(ExtensionMetadata, KeepsGoodEntriesNextToBadOnes) {
+  const Metadata metadata = ParseMetadata(R"([
+    {"name": "bad name", "lib": "bad.so", "entry_points": []},
+    {"name": "good", "lib": "good.so", "entry_points": []}])");
+
+  ASSERT_EQ(metadata.entries.size(), 1u);
+  EXPECT_EQ(metadata.entries[0].name, "good");
+  EXPECT_THAT(metadata.refused_libraries, ElementsAre("bad.so"));
+  EXPECT_THAT(metadata.problems, ElementsAre(HasSubstr("entry 1")));
+}
+
+TEST_F(HostTest, RejectsMetadataFileThatIsTooLong) {
+  WriteFile("long.json", std::string((1 << 20) + 1, ' '));
+  WriteFile("longest.json", "[]" + std::string((1 << 20) - 2, ' '));
+
+  EXPECT_THAT(ReadMetadataFile(folder() / "long.json").problems, ElementsAre(HasSubstr("1 MiB")));
+  EXPECT_THAT(ReadMetadataFile(folder() / "longest.json").problems, IsEmpty());
+  EXPECT_THAT(ReadMetadataFile(folder() / "none.json").problems,
+              ElementsAre(HasSubstr("cannot be read")));
+}
+
+TEST(HostText, QuotesJsonStrings) {
+  EXPECT_EQ(JsonString("a/b"), "\"a/b\"");
+  EXPECT_EQ(JsonString("\"\\\n\x01\x1f\x7f"), "\"\\\"\\\\\\u000a\\u0001\\u001f\x7f\"");
+  EXPECT_EQ(JsonString("grün"), "\"grün\"");
+}
+
+TEST(HostText, CutsExcerptsBetweenCharacters) {
+  const std::string fits(200, 'a');
+  const std::string wide = std::string(199, 'a') + "ü and more";
+
+  EXPECT_EQ(Excerpt(fits), fits);
+  EXPECT_EQ(Excerpt(fits + "b"), fits + "…");
+  EXPECT_EQ(Excerpt(wide), std::string(199, 'a') + "…");
+}
+
+}  // namespace
+}  // namespace orvane::extensions

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "server/pictures/headless_browser.h"
+
+#include <signal.h>
+#include <stdlib.h>
+
+#include <cerrno>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "server/pictures/browser_error.h"
+
+namespace orvane::server {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using ::testing::ThrowsMessage;
+
+constexpr std::chrono::seconds kLimit(60);
+constexpr char kPage[] =
+    "data:text/html,<body style='margin:0'><div id='screen' "
+    "style='width:160px;height:90px;background:red'></div>";
+constexpr char kPngInBase64[] = "iVBORw0KGgo";
+
+TEST(HeadlessBrowserTest, TakesAPictureOfItsPage) {
+  HeadlessBrowser browser(kPage, {320, 180}, kLimit);
+  browser.WaitUntilDrawn(kLimit);
+
+  EXPECT_THAT(browser.Screenshot(kLimit), StartsWith(kPngInBase64));
+}
+
+TEST(HeadlessBrowserTest, DrawsAnElementAsWideAsIsAsked) {
+  HeadlessBrowser browser(kPage, {320, 180}, kLimit);
+  browser.WaitUntilDrawn(kLimit);
+
+  const std::string narrow = browser.ScreenshotOf("#screen", 160, kLimit);
+
+  // A PNG's header has its width and height in bytes 16 to 23: 160 and 90.
+  EXPECT_EQ(narrow.substr(0, 32), "iVBORw0KGgoAAAANSUhEUgAAAKAAAABa");
+}
+
+TEST(HeadlessBrowserTest, SaysThatAnElementIsNotThere) {
+  HeadlessBrowser browser(kPage, {320, 180}, kLimit);
+
+  EXPECT_THAT([&] { browser.ScreenshotOf("#none", 100, kLimit); },
+              ThrowsMessage<BrowserError>(HasSubstr("#none")));
+}
+
+TEST(HeadlessBrowserTest, SaysThatAPageCannotBeOpened) {
+  EXPECT_THAT(
+      [] {
+        HeadlessBrowser("http://127.0.0.1:1/", {320, 180}, kLimit);
+      },
+      ThrowsMessage<BrowserError>(HasSubstr("http://127.0.0.1:1/")));
+}
+
+TEST(HeadlessBrowserTest, EndsWithItsOwner) {
+  pid_t pid = 0;
+  {
+    const HeadlessBrowser browser(kPage, {320, 180}, kLimit);
+    pid = browser.pid();
+    EXPECT_TRUE(browser.running());
+  }
+
+  EXPECT_EQ(kill(pid, 0), -1);
+  EXPECT_EQ(errno, ESRCH);
+}
+
+TEST(HeadlessBrowserTest, SaysWhatToInstallWhenThereIsNone) {
+  ASSERT_EQ(setenv("PATH", "/nowhere", 1), 0);
+  ASSERT_EQ(unsetenv("ORVANE_BROWSER"), 0);
+
+  EXPECT_THAT(
+      [] {
+        HeadlessBrowser(kPage, {320, 180}, kLimit);
+      },
+      ThrowsMessage<BrowserError>(HasSubstr("ORVANE_BROWSER")));
+}
+
+TEST(HeadlessBrowserTest, SaysThatAProgramIsNoBrowser) {
+  ASSERT_EQ(setenv("ORVANE_BROWSER", "/bin/true", 1), 0);
+
+  EXPECT_THROW(HeadlessBrowser(kPage, {320, 180}, kLimit), BrowserError);
+}
+
+}  // namespace
+}  // namespace orvane::server

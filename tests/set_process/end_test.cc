@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include <chrono>
+#include <csignal>
+
+#include "driver.h"
+
+namespace orvane::television {
+namespace {
+
+using picojson::object;
+using picojson::value;
+using std::chrono::steady_clock;
+using testing::HasSubstr;
+
+using EndTest = SetProcessTest;
+
+TEST_F(EndTest, EndsWhenTheServerSaysSo) {
+  Start();
+  Sync(7, "hello", kTester);
+  SendFrame(value(object{{"op", value("shutdown")}}));
+  EXPECT_EQ(WaitForExit(), 0);
+}
+
+TEST_F(EndTest, DestroysInstancesOnTheWay) {
+  Start();
+  Sync(7, "hello", kTester);
+  SendFrame(value(object{{"op", value("shutdown")}}));
+  EXPECT_THAT(WaitForLog("TESTER", 2), testing::ElementsAre("created", "destroyed"));
+}
+
+TEST_F(EndTest, EndsWhenTheServerIsGone) {
+  Start();
+  CloseSocket();
+  EXPECT_EQ(WaitForExit(), 0);
+}
+
+TEST_F(EndTest, EndsWhenTheServerIsGoneWhileAHandlerIsBusy) {
+  Start();
+  Post(7, "hang", kTester);
+  WaitForHandling();
+  const auto closed = steady_clock::now();
+  CloseSocket();
+  EXPECT_EQ(WaitForExit(), EXIT_FAILURE);
+  EXPECT_LT(steady_clock::now() - closed, std::chrono::seconds(30));
+}
+
+TEST_F(EndTest, NamesTheMessageThatEndedIt) {
+  Start();
+  Post(9, "abort:now", kTester);
+  const value handling = WaitForHandling();
+  EXPECT_EQ(handling.get("context").get<double>(), 9);
+  EXPECT_EQ(handling.get("text").to_str(), "abort:now");
+  EXPECT_EQ(WaitForExit(), 128 + SIGABRT);
+}
+
+TEST_F(EndTest, CrashesForATestThatAsksForIt) {
+  Start();
+  SendFrame(Json(R"({"op":"control","id":1,"method":"debug.crash","params":{"signal":11}})"));
+  EXPECT_EQ(WaitForHandling().get("name").to_str(), "debug.crash");
+  // A sanitizer may answer the signal in its own way, but the process ends.
+  EXPECT_NE(WaitForExit(), 0);
+}
+
+TEST_F(EndTest, CrashesForNobodyElse) {
+  Start({{"testHooks", value(false)}});
+  EXPECT_THAT(ControlError("debug.crash"), HasSubstr("for tests"));
+}
+
+TEST_F(EndTest, EndsAfterBytesThatAreNoFrames) {
+  Spawn();
+  SendRaw("\xff\xff\xff\xff and more");
+  EXPECT_EQ(WaitForExit(), 2);
+}
+
+TEST_F(EndTest, LeavesTheTerminalsInterruptToTheServer) {
+  Start();
+  kill(pid(), SIGINT);
+  EXPECT_EQ(Sync(7, "still here", kTester).get("result").to_str(), "did still here");
+}
+
+}  // namespace
+}  // namespace orvane::television

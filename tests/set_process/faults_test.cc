@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "driver.h"
+
+namespace orvane::television {
+namespace {
+
+using picojson::array;
+using picojson::value;
+using testing::HasSubstr;
+
+class FaultsTest : public SetProcessTest {
+ protected:
+  FaultsTest() { Start(); }
+  std::string AskForSource() {
+    return Orvane(7, "requestTvContextTask", R"({"target":0,"action":0})").get("status").to_str();
+  }
+};
+
+constexpr char kFunction[] = R"({"function":"app_context_manager_request_task","code":-5)";
+
+TEST_F(FaultsTest, FailsTheNextCallOnly) {
+  Control("faults.set", std::string(kFunction) + R"(,"mode":"once"})");
+  EXPECT_EQ(AskForSource(), "error");
+  EXPECT_EQ(AskForSource(), "success");
+}
+
+TEST_F(FaultsTest, FailsEveryCallUntilItIsCleared) {
+  Control("faults.set", std::string(kFunction) + R"(,"mode":"always"})");
+  EXPECT_EQ(AskForSource(), "error");
+  EXPECT_EQ(AskForSource(), "error");
+  EXPECT_EQ(State("faults").get(0).get("hits").get<double>(), 2);
+  Control("faults.clear", R"({"function":"app_context_manager_request_task"})");
+  EXPECT_EQ(AskForSource(), "success");
+}
+
+TEST_F(FaultsTest, TellsThatAFaultWasTaken) {
+  Control("faults.set", std::string(kFunction) + R"(,"mode":"once"})");
+  WaitForEvent("faults", [](const value& data) { return data.get<array>().size() == 1; });
+  AskForSource();
+  WaitForEvent("faults", [](const value& data) { return data.get<array>().empty(); });
+}
+
+TEST_F(FaultsTest, ClearsAllWhenNoFunctionIsNamed) {
+  Control("faults.set", R"({"function":"dlog_print","code":-1})");
+  Control("faults.set", R"({"function":"vconf_set_str","code":-1})");
+  Control("faults.clear");
+  EXPECT_TRUE(State("faults").get<array>().empty());
+}
+
+TEST_F(FaultsTest, RefusesWhatNoFunctionIs) {
+  EXPECT_THAT(ControlError("faults.set", R"({"function":"dlog_prin","code":-1})"),
+              HasSubstr("did you mean __dlog_print, dlog_print?"));
+  EXPECT_THAT(ControlError("faults.set", R"({"function":"dlog_print","code":0})"),
+              HasSubstr("code 0 is success"));
+  EXPECT_THAT(ControlError("faults.set", R"({"function":"dlog_print","code":1e12})"),
+              HasSubstr("\"code\""));
+  EXPECT_THAT(ControlError("faults.set", R"({"function":"dlog_print","code":1,"mode":"often"})"),
+              HasSubstr(R"("once" or "always")"));
+}
+
+TEST_F(FaultsTest, ListsWhatCanFail) {
+  const value list = Control("functions.list");
+  EXPECT_GT(list.get("functions").get<array>().size(), 20U);
+  EXPECT_EQ(list.get("functions").serialize(), State("functions").serialize());
+  EXPECT_EQ(list.get("accesses").serialize(), State("accesses").serialize());
+}
+
+}  // namespace
+}  // namespace orvane::television

@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "tvset/settings.h"
+
+#include "driver.h"
+#include "tvset/events.h"
+#include "tvset/paths.h"
+
+namespace orvane::television {
+namespace {
+
+using picojson::array;
+using picojson::value;
+using testing::HasSubstr;
+
+class SettingsTest : public SetProcessTest {
+ protected:
+  SettingsTest() { Start(); }
+  std::string Get(const std::string& key) {
+    const value setting = Control("settings.get", R"({"key":")" + key + "\"}");
+    return setting.get("type").to_str() + " " + setting.get("value").serialize();
+  }
+};
+
+TEST_F(SettingsTest, TakesTheTypeFromTheValue) {
+  Control("settings.set", R"({"key":"db/a","value":"text"})");
+  Control("settings.set", R"({"key":"db/b","value":7})");
+  Control("settings.set", R"({"key":"db/c","value":0.5})");
+  Control("settings.set", R"({"key":"memory/d","value":true})");
+  EXPECT_EQ(Get("db/a"), R"(string "text")");
+  EXPECT_EQ(Get("db/b"), R"(int 7)");
+  EXPECT_EQ(Get("db/c"), R"(double 0.5)");
+  EXPECT_EQ(Get("memory/d"), R"(bool true)");
+  EXPECT_EQ(Control("settings.list").get<array>().size(), 4U);
+}
+
+TEST_F(SettingsTest, TakesTheTypeThatIsGiven) {
+  Control("settings.set", R"({"key":"db/a","type":"string","value":7})");
+  EXPECT_EQ(Get("db/a"), R"(string "7")");
+  Control("settings.set", R"({"key":"db/a","type":"double","value":"7"})");
+  EXPECT_EQ(Get("db/a"), R"(double 7)");
+}
+
+TEST_F(SettingsTest, TellsEachChange) {
+  Control("settings.set", R"({"key":"db/a","value":"text"})");
+  WaitForEvent("settings", [](const value& data) { return data.get<array>().size() == 1; });
+  Control("settings.unset", R"({"key":"db/a"})");
+  WaitForEvent("settings", [](const value& data) { return data.get<array>().empty(); });
+}
+
+TEST_F(SettingsTest, TellsAChangeByAnotherProcess) {
+  const auto is_told = [this](const std::string& key) {
+    WaitForEvent("settings", [&](const value& data) {
+      return data.serialize().find(key) != std::string::npos;
+    });
+  };
+  tvset::EventHub events;
+  const tvset::Paths paths(state_folder());
+  tvset::Settings other(events, paths);
+  ASSERT_TRUE(other.SetString("db/plain", "x"));
+  is_told("plain");
+  ASSERT_TRUE(other.SetString("memory/a/new/folder", "x"));
+  is_told("folder");
+  ASSERT_TRUE(other.SetString("memory/a/new/second", "x"));
+  is_told("second");
+}
+
+TEST_F(SettingsTest, RefusesWhatIsNone) {
+  EXPECT_THAT(ControlError("settings.get", R"({"key":"db/a"})"), HasSubstr("no setting db/a"));
+  EXPECT_THAT(ControlError("settings.get", R"({"key":"a"})"), HasSubstr("begins with db/"));
+  EXPECT_THAT(ControlError("settings.set", R"({"key":"db/../a","value":1})"),
+              HasSubstr("begins with db/"));
+  EXPECT_THAT(ControlError("settings.set", R"({"key":"db/a","type":"int","value":"x"})"),
+              HasSubstr("did not take \"x\" as int"));
+  EXPECT_THAT(ControlError("settings.set", R"({"key":"db/a","type":"word","value":"x"})"),
+              HasSubstr("string, int, double and bool"));
+  EXPECT_THAT(ControlError("settings.set", R"({"key":"db/a","value":[1]})"),
+              HasSubstr("\"value\""));
+  EXPECT_THAT(ControlError("settings.unset", R"({"key":"db/a"})"), HasSubstr("db/a"));
+}
+
+TEST_F(SettingsTest, ForgetsEverythingAtAFactoryReset) {
+  const std::string uuid = Orvane(7, "getUuid").get("result").to_str();
+  EXPECT_EQ(State("uuid").to_str(), uuid);
+  Control("settings.set", R"({"key":"db/a","value":"text"})");
+  Control("faults.set", R"({"function":"vconf_set_str","code":-1})");
+  Control("features.set", R"({"key":"my.feature","type":"bool","text":"true"})");
+  Control("factoryReset");
+  const value state = Control("state.get");
+  EXPECT_TRUE(state.get("uuid").is<picojson::null>());
+  EXPECT_TRUE(state.get("settings").get<array>().empty());
+  EXPECT_TRUE(state.get("faults").get<array>().empty());
+  EXPECT_THAT(state.get("features").serialize(), testing::Not(HasSubstr("my.feature")));
+  WaitForEvent("settings", [](const value& data) { return data.get<array>().empty(); });
+}
+
+TEST_F(SettingsTest, LeavesTheApplicationRunningAfterAFactoryReset) {
+  Control("factoryReset");
+  EXPECT_EQ(Orvane(7, "getUuid").get("status").to_str(), "success");
+  EXPECT_EQ(State("focused").to_str(), kApp);
+}
+
+}  // namespace
+}  // namespace orvane::television
