@@ -11,25 +11,25 @@
 namespace common::fixed_line {
 
 // XW_Extension.cc
-constexpr int kNoCurrentExtension = 21;
-constexpr int kInitializeEntry = 37;
-constexpr int kNoExtensionCreated = 40;
-constexpr int kExtensionCreated = 43;
-constexpr int kInstanceCreatedEntry = 48;
-constexpr int kShutdownEntry = 60;
-constexpr int kExtensionDeleted = 61;
+constexpr int kNoCurrentExtension = 21;    // GetCurrentExtension: assert(g_extension)
+constexpr int kInitializeEntry = 37;       // XW_Initialize: entry of the scope
+constexpr int kNoExtensionCreated = 40;    // XW_Initialize: Can't initialize extension: …
+constexpr int kExtensionCreated = 43;      // XW_Initialize: … Created Extension - <address>
+constexpr int kInstanceCreatedEntry = 48;  // OnInstanceCreated: entry of the scope
+constexpr int kShutdownEntry = 60;         // OnShutdown: entry of the scope
+constexpr int kExtensionDeleted = 61;      // OnShutdown: … Delete extension - <address>
 
 // orvane_instance.cc
-constexpr int kInstanceDestroyed = 79;
-constexpr int kVersion = 85;
-constexpr int kUuid = 103;
-constexpr int kNoUuid = 109;
-constexpr int kForegroundAppId = 118;
-constexpr int kNoForegroundAppId = 123;
-constexpr int kNoPanelFeature = 132;
-constexpr int kNoImeResolution = 215;
+constexpr int kInstanceDestroyed = 79;   // ~OrvaneInstance: Entered ~OrvaneInstance, Params: None
+constexpr int kVersion = 85;             // getVersion: Version of plugin: <version>
+constexpr int kUuid = 103;               // getUuid: UUID is [<uuid>]
+constexpr int kNoUuid = 109;             // getUuid: UUID is not generated
+constexpr int kForegroundAppId = 118;    // getForegroundAppId: appID is [<id>]
+constexpr int kNoForegroundAppId = 123;  // getForegroundAppId: appID is null
+constexpr int kNoPanelFeature = 132;     // setEpopAppWindow: get ud_panel_supported value failed
+constexpr int kNoImeResolution = 215;    // getIMEResolution: Failed to get ime resolution
 
 // logger.h
-constexpr int kScopeExit = 288;
+constexpr int kScopeExit = 288;  // ~ScopeLogger: exit of any scope
 
 }  // namespace common::fixed_line

@@ -8,8 +8,9 @@
 
 namespace extension::orvane {
 
-// The integer part of a number. One beyond 32 bits becomes the nearest that fits, and what is no
-// number the highest.
+// The whole part of a number, cut toward zero as the script's numbers are wherever they stand for a
+// code, a state or a row. Every double has an answer: one beyond 32 bits becomes the nearest that
+// fits, and what is no number the highest.
 inline int32_t TruncateToInt32(double number) {
   constexpr double kLowest = std::numeric_limits<int32_t>::min();
   constexpr double kHighest = std::numeric_limits<int32_t>::max();

@@ -4,14 +4,17 @@
 
 #include "common/extension.h"
 
-// The extension "dravelt.orvane": hands the runtime its script text and makes one OrvaneInstance
-// for each page context. Owned by the glue; used on the extension thread alone.
+// The extension "dravelt.orvane": hands the runtime its name and its script text, and makes one
+// OrvaneInstance for each page context. One per process, owned by the glue from the host's
+// initialisation to its shutdown; used on the extension thread alone. Instances may outlive it.
 class OrvaneExtension : public common::Extension {
  public:
-  // Throws what the framework throws when it cannot name the extension or take its script.
+  // Only while the host initialises the library: otherwise the framework throws std::logic_error
+  // for the name.
   OrvaneExtension();
   ~OrvaneExtension() override;
 
-  // The framework owns what this returns.
+  // Never null. The framework, to which the glue hands the instance, owns it and deletes it with
+  // the page context. Throws what the construction throws, and then nothing is left behind.
   common::Instance* CreateInstance() override;
 };

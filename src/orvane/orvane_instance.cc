@@ -128,7 +128,6 @@ void OrvaneInstance::setEpopAppWindow(const picojson::value& /*args*/, picojson:
     LoggerE_AT(fixed_line::kNoPanelFeature, "get ud_panel_supported value failed");
     supported = false;
   }
-  // The script moves the window itself once this has succeeded.
   if (supported) {
     ReportSuccess(picojson::value(true), out);
     return;
@@ -141,7 +140,6 @@ void OrvaneInstance::setEpopAppWindow(const picojson::value& /*args*/, picojson:
 void OrvaneInstance::requestTvContextTask(const picojson::value& args, picojson::object& out) {
   const double target = args.get("target").get<double>();
   const double action = args.get("action").get<double>();
-  // The context manager is initialised for each request and never finalised.
   if (app_context_manager_init() != 0) {
     ReportError(UnknownError("vcontext_init is failed"), out);
     return;

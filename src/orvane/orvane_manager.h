@@ -50,10 +50,21 @@ class OrvaneManager {
   OrvaneManager& operator=(const OrvaneManager&) = delete;
 
   // Each answers a missing argument at once, in `out`, and otherwise leaves `out` alone and queues
-  // a task.
+  // a task; a "callbackId" that is no number ends the process. What is posted is named below; each
+  // failure is posted as 9999 with a text.
+
+  // {"cpuUsage": percent of all processors, at least 1}; 0 for a measurement that failed.
   void GetCpuStat(const picojson::value& args, picojson::object& out);
+
+  // {"memoryUsage": whole MiB}.
   void GetMemoryStat(const picojson::value& args, picojson::object& out);
+
+  // {}. "state", a number of which the fraction is cut: 0 holds the screen saver off, every other
+  // gives it back. Asking for what is so already succeeds.
   void SetScreenSaver(const picojson::value& args, picojson::object& out);
+
+  // {}. "label", a string: published, timed and handed to the kernel; an empty one clears the
+  // record and the times.
   void RecordProfiling(const picojson::value& args, picojson::object& out);
 
  private:
@@ -67,8 +78,11 @@ class OrvaneManager {
   // Adds the callback id to what the work came to, unless the work set one, and posts it.
   void Respond(double callback_id, const Result& result);
 
+  // Fixed after construction.
   OrvaneInstance* instance_;
   std::unique_ptr<TaskCounter> pending_;
+
+  // Used by tasks alone, until none is pending.
   std::unique_ptr<OrvaneResource> resource_;
   std::unique_ptr<std::vector<DebugPointInfo>> debug_points_;
   std::unique_ptr<TimerManager> timer_;

@@ -8,12 +8,13 @@
 
 namespace extension::orvane {
 
-// A shell command and the read end of its output. It lives on the stack of the one thread that uses
-// it. Destruction closes the pipe and waits for the command to end; its exit status is not looked
-// at.
+// A shell command and the read end of its output, both owned. It lives on the stack of the one
+// thread that uses it. Destruction closes the pipe and waits, without a bound, for the command to
+// end; its exit status is not looked at.
 class PipeWrapper {
  public:
-  // Starts the command. Does not throw: a command that is empty or cannot be started is logged.
+  // Starts the command in the system's shell. Does not throw: a command that is empty or that
+  // cannot be started is logged. One that starts and prints nothing is no failure here.
   explicit PipeWrapper(const std::string& command);
   ~PipeWrapper();
 

@@ -19,17 +19,25 @@ class OrvaneResource {
  public:
   OrvaneResource();
 
-  // The processors of the machine; 0 when they cannot be counted or are 128 or more.
+  // The processors that /proc/cpuinfo lists; 0 when they cannot be counted or are 128 or more.
   int getNumberOfCpuCore();
 
-  // The process's share of the CPU in percent of all processors, a whole number of at least 1; 0
-  // for a failure. Throws std::out_of_range when the command prints a number beyond 32 bits.
+  // The process's share of the CPU in percent of all processors, as `top` prints it: a whole number
+  // of at least 1, or 0 for a failure. Throws std::out_of_range when `top` prints a number beyond
+  // 32 bits.
   int getCpuConsumption();
 
-  // In MiB; -1.0 for a failure.
+  // The three below are in MiB, and -1.0 when the file that they read cannot be opened. A figure
+  // that is missing in a file counts as 0; nothing throws for what a file holds.
+
+  // Proportional set size and swap, from the kernel's statistics of the process.
   double getPSSAndSwap();
+
+  // What the graphics driver keeps for the process; -1.0 as well when it does not list it.
   double getGPUMemory();
-  // 0.0 for a process without buffers.
+
+  // The process's graphics buffers, without the entries that the driver's list marks as not to be
+  // counted; 0.0 when it has none.
   double getGEMMemory();
 
   // The sum of the three in whole MiB, cut and not rounded; -1.0 when any of them failed.

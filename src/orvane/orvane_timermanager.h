@@ -12,8 +12,10 @@ namespace extension::orvane {
 // Holds the screen saver off: while it runs, a thread of its own resets the screen saver's idle
 // time every 30 seconds.
 //
-// The manager of an instance owns it. startTimer and stopTimer come one at a time, from the task
-// worker or from the manager's destruction; nothing here guards against two at once.
+// The manager of an instance owns it, so that there is one such thread per page context at most.
+// startTimer and stopTimer come one at a time, from the task worker or from the manager's
+// destruction; nothing here guards against two at once. A reset that the service refuses goes
+// unnoticed.
 class TimerManager {
  public:
   TimerManager();
@@ -33,8 +35,11 @@ class TimerManager {
  private:
   void KeepAwake();
 
+  // The thread's two ends: cleared and notified by stopTimer, watched by KeepAwake.
   std::atomic<bool> running_;
   std::condition_variable cond_;
+
+  // Null while no thread runs; this, and not running_, is what "runs" means above.
   std::unique_ptr<std::thread> thread_;
 };
 
