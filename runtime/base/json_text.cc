@@ -2,13 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "base/json_text.h"
 
-#include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <optional>
-#include <system_error>
 
 namespace orvane::base {
 
@@ -89,47 +85,7 @@ size_t WellFormedLength(std::string_view text) {
   return at;
 }
 
-constexpr size_t kEscapeBytes = 6;  // of "\\u0000"
-
-// The code unit that the text begins with as an escape; nothing when it begins otherwise.
-std::optional<uint32_t> EscapedUnit(std::string_view text) {
-  if (text.size() < kEscapeBytes || text.substr(0, 2) != "\\u") return std::nullopt;
-  uint32_t unit = 0;
-  const char* const end = text.data() + kEscapeBytes;
-  const auto [stopped, error] = std::from_chars(text.data() + 2, end, unit, 16);
-  if (error != std::errc() || stopped != end) return std::nullopt;
-  return unit;
-}
-
-bool IsHighHalf(std::optional<uint32_t> unit) { return unit >= 0xd800U && unit <= 0xdbffU; }
-bool IsLowHalf(std::optional<uint32_t> unit) { return unit >= 0xdc00U && unit <= 0xdfffU; }
-
-// Bytes of the escape, or of the two that are one character, that the text begins with.
-size_t EscapeLength(std::string_view text) {
-  const std::optional<uint32_t> unit = EscapedUnit(text);
-  if (!unit) return 2;
-  const bool pair = IsHighHalf(unit) && IsLowHalf(EscapedUnit(text.substr(kEscapeBytes)));
-  return pair ? 2 * kEscapeBytes : kEscapeBytes;
-}
-
 }  // namespace
-
-std::string WithoutHalfCharacters(std::string_view json) {
-  std::string result;
-  result.reserve(json.size());
-  while (!json.empty()) {
-    const size_t plain = std::min(json.find('\\'), json.size());
-    result.append(json.substr(0, plain));
-    json.remove_prefix(plain);
-    if (json.empty()) break;
-    const std::string_view escape = json.substr(0, EscapeLength(json));
-    const std::optional<uint32_t> unit = EscapedUnit(escape);
-    const bool half = escape.size() == kEscapeBytes && (IsHighHalf(unit) || IsLowHalf(unit));
-    result.append(half ? "\\ufffd" : escape);
-    json.remove_prefix(escape.size());
-  }
-  return result;
-}
 
 void AppendJsonString(std::string_view text, std::string* json) {
   json->reserve(json->size() + text.size() + 2);

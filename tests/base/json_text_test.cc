@@ -52,18 +52,5 @@ TEST(WellFormedTest, RefusesLongFormsSurrogatesAndWhatLiesAboveTheLastCharacter)
   }
 }
 
-TEST(HalfCharactersTest, GiveWayToTheReplacementCharacter) {
-  EXPECT_EQ(WithoutHalfCharacters(R"("a\ud800b\udfffc\uD83D")"), R"("a\ufffdb\ufffdc\ufffd")");
-  EXPECT_EQ(WithoutHalfCharacters(R"("\ud800\ud83d\ude00\ude00")"),
-            R"("\ufffd\ud83d\ude00\ufffd")");
-}
-
-TEST(HalfCharactersTest, LeaveEverythingElseAlone) {
-  for (const char* json : {R"("\ud83d\ude00")", R"({"a":"\\ud800","b":"\n\u0041"})", "", R"("\)",
-                           R"("\u12)", R"("\uzzzz")"}) {
-    EXPECT_EQ(WithoutHalfCharacters(json), json);
-  }
-}
-
 }  // namespace
 }  // namespace orvane::base

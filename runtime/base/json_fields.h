@@ -1,0 +1,251 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "base/json.h"
+
+// A struct and its JSON, written once. A struct names its fields in one function, found by its
+// namespace:
+//
+//   template <class Map>
+//   void MapFields(Map& map, Fault& fault) {
+//     map("function", fault.function);             // has to be there
+//     map("code", fault.code, base::Range{-99, 0});
+//     map.Optional("hits", fault.hits);            // may be left out, or null
+//   }
+//
+// and is read with FromJson<Fault>(json, "the fault") and written with ToJson(fault). Fields are
+// texts, flags, numbers, Json itself, enumerations with names, structs, and vectors and
+// std::optional of these. An enumeration names its values:
+//
+//   constexpr base::EnumName<Mode> kModeNames[] = {{Mode::kOnce, "once"}, {Mode::kAlways,
+//   "always"}}; constexpr auto& EnumNames(Mode) { return kModeNames; }
+//
+// Reading throws JsonError, which names the field, its owner, what it has to be and what it is.
+namespace orvane::base {
+
+template <class T>
+struct EnumName {
+  T value;
+  std::string_view name;
+};
+
+// Both ends count.
+struct Range {
+  int64_t lowest;
+  int64_t highest;
+};
+
+enum class Unknown { kPass, kRefuse };  // what becomes of fields that the struct has not
+
+template <class T>
+T FromJson(const Json& json, std::string_view owner, Unknown unknown = Unknown::kPass);
+template <class T>
+Json ToJson(const T& value);
+
+namespace fields {
+
+[[noreturn]] void Refuse(std::string_view field, const std::string& wanted, const Json* given);
+[[noreturn]] void RefuseUnknown(std::string_view owner, const std::string& name,
+                                const std::vector<std::string_view>& known);
+std::string WholeNumber(const std::string& lowest, const std::string& highest);
+std::string OneOf(const std::vector<std::string_view>& names);
+
+template <class T>
+struct IsVector : std::false_type {};
+template <class T>
+struct IsVector<std::vector<T>> : std::true_type {};
+template <class T>
+struct IsOptional : std::false_type {};
+template <class T>
+struct IsOptional<std::optional<T>> : std::true_type {};
+
+// A whole number, also where it is written as 2.0 or 2e3.
+template <class T>
+bool ReadInteger(const Json& json, T* value) {
+  if (json.is_number_unsigned()) {
+    const auto number = json.get<uint64_t>();
+    if (number > static_cast<uint64_t>(std::numeric_limits<T>::max())) return false;
+    *value = static_cast<T>(number);
+    return true;
+  }
+  if (json.is_number_integer()) {
+    const auto number = json.get<int64_t>();
+    if (std::is_unsigned_v<T> || number < static_cast<int64_t>(std::numeric_limits<T>::min())) {
+      return false;
+    }
+    *value = static_cast<T>(number);
+    return true;
+  }
+  constexpr double kExact = 9007199254740992;  // from here on a double passes some over
+  const auto number = json.is_number_float() ? json.get<double>() : 0.5;
+  if (number < -kExact || number > kExact ||
+      number != static_cast<double>(static_cast<int64_t>(number))) {
+    return false;
+  }
+  return ReadInteger(Json(static_cast<int64_t>(number)), value) ||
+         ReadInteger(Json(static_cast<uint64_t>(number)), value);
+}
+
+template <class T>
+void Read(const Json& json, std::string_view field, T& value) {
+  if constexpr (std::is_same_v<T, Json>) {
+    value = json;
+  } else if constexpr (std::is_same_v<T, std::string>) {
+    if (!json.is_string()) Refuse(field, "a string", &json);
+    value = json.get_ref<const std::string&>();
+  } else if constexpr (std::is_same_v<T, bool>) {
+    if (!json.is_boolean()) Refuse(field, "true or false", &json);
+    value = json.get<bool>();
+  } else if constexpr (std::is_integral_v<T>) {
+    using Limits = std::numeric_limits<T>;
+    if (ReadInteger(json, &value)) return;
+    Refuse(field, WholeNumber(std::to_string(Limits::min()), std::to_string(Limits::max())), &json);
+  } else if constexpr (std::is_floating_point_v<T>) {
+    if (!json.is_number()) Refuse(field, "a number", &json);
+    value = json.get<T>();
+  } else if constexpr (std::is_enum_v<T>) {
+    std::vector<std::string_view> names;
+    for (const auto& [known, name] : EnumNames(T())) {
+      if (json.is_string() && json.get_ref<const std::string&>() == name) {
+        value = known;
+        return;
+      }
+      names.push_back(name);
+    }
+    Refuse(field, OneOf(names), &json);
+  } else if constexpr (IsVector<T>::value) {
+    if (!json.is_array()) Refuse(field, "an array", &json);
+    value.clear();
+    for (const Json& element : json) {
+      Read(element, "an entry of " + std::string(field), value.emplace_back());
+    }
+  } else if constexpr (IsOptional<T>::value) {
+    value.reset();
+    if (!json.is_null()) Read(json, field, value.emplace());
+  } else {
+    value = FromJson<T>(json, field);
+  }
+}
+
+class Reader {
+ public:
+  Reader(const Json& object, std::string_view owner) : object_(object), owner_(owner) {}
+
+  template <class T>
+  void operator()(const char* name, T& value) {
+    known_.emplace_back(name);
+    const Json* const given = Find(name);
+    if (given != nullptr) return Read(*given, Name(name), value);
+    if constexpr (IsOptional<T>::value) return value.reset();
+    if constexpr (std::is_same_v<T, Json>) Refuse(Name(name), "given", nullptr);
+    Read(Json(), Name(name), value);  // says what is wanted
+  }
+  template <class T>
+  void operator()(const char* name, T& value, Range range) {
+    known_.emplace_back(name);
+    const Json* const given = Find(name);
+    int64_t number = 0;
+    if (given == nullptr || !ReadInteger(*given, &number) || number < range.lowest ||
+        number > range.highest) {
+      Refuse(Name(name), WholeNumber(std::to_string(range.lowest), std::to_string(range.highest)),
+             given);
+    }
+    value = static_cast<T>(number);
+  }
+  template <class T, class... Bound>
+  void Optional(const char* name, T& value, Bound... bound) {
+    known_.emplace_back(name);
+    if (Find(name) != nullptr) (*this)(name, value, bound...);
+  }
+
+  void RefuseOthers() const {
+    for (const auto& [name, value] : object_.items()) {
+      if (std::find(known_.begin(), known_.end(), name) == known_.end()) {
+        RefuseUnknown(owner_, name, known_);
+      }
+    }
+  }
+
+ private:
+  const Json* Find(const char* name) const {
+    const auto found = object_.find(name);
+    return found == object_.end() || found->is_null() ? nullptr : &*found;
+  }
+  std::string Name(const char* name) const {
+    return "\"" + std::string(name) + "\" of " + std::string(owner_);
+  }
+  const Json& object_;
+  const std::string_view owner_;
+  std::vector<std::string_view> known_;
+};
+
+class Writer {
+ public:
+  template <class T, class... Bound>
+  void operator()(const char* name, const T& value, Bound...) {
+    json_[name] = ToJson(value);
+  }
+  // One that has its empty value is left out where that is std::nullopt.
+  template <class T, class... Bound>
+  void Optional(const char* name, const T& value, Bound...) {
+    if constexpr (IsOptional<T>::value) {
+      if (!value) return;
+    }
+    (*this)(name, value);
+  }
+  Json Take() { return std::move(json_); }
+
+ private:
+  Json json_ = Json::object();
+};
+
+}  // namespace fields
+
+template <class T>
+T FromJson(const Json& json, std::string_view owner, Unknown unknown) {
+  if (!json.is_object()) fields::Refuse(owner, "a JSON object, in braces", &json);
+  T value{};
+  fields::Reader reader(json, owner);
+  MapFields(reader, value);
+  if (unknown == Unknown::kRefuse) reader.RefuseOthers();
+  return value;
+}
+
+template <class T>
+Json ToJson(const T& value) {
+  if constexpr (std::is_enum_v<T>) {
+    for (const auto& [known, name] : EnumNames(value)) {
+      if (known == value) return std::string(name);
+    }
+    return nullptr;
+  } else if constexpr (fields::IsVector<T>::value) {
+    Json array = Json::array();
+    for (const auto& element : value) array.push_back(ToJson(element));
+    return array;
+  } else if constexpr (fields::IsOptional<T>::value) {
+    return value ? ToJson(*value) : Json();
+  } else if constexpr (std::is_constructible_v<Json, const T&> && !std::is_class_v<T>) {
+    return value;
+  } else if constexpr (std::is_same_v<T, Json> || std::is_same_v<T, std::string> ||
+                       std::is_same_v<T, std::string_view>) {
+    return value;
+  } else {
+    fields::Writer writer;
+    // Writing reads the fields alone.
+    MapFields(writer, const_cast<T&>(value));  // NOLINT(cppcoreguidelines-pro-type-const-cast)
+    return writer.Take();
+  }
+}
+
+}  // namespace orvane::base

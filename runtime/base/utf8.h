@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace orvane::base {
+
+// The text with U+FFFD for each byte that belongs to no character. Zero bytes stay.
+std::string WellFormedUtf8(std::string_view text);
+
+// JSON with \ufffd for each escape of half a character, such as a page's script makes.
+std::string WithoutHalfCharacters(std::string_view json);
+
+}  // namespace orvane::base
