@@ -23,7 +23,7 @@ constexpr size_t kShortVersionLength = 3;
 
 using Clock = std::chrono::system_clock;
 
-double SecondsBetween(DebugPointInfo const& point, Clock::time_point now) {
+double SecondsBetween(const DebugPointInfo& point, Clock::time_point now) {
   constexpr double kNanosecondsPerSecond = 1e9;
   const std::chrono::nanoseconds gap = now - point.time;
   return static_cast<double>(gap.count()) / kNanosecondsPerSecond;
