@@ -11,7 +11,7 @@
 
 namespace fs = std::filesystem;
 
-namespace orvane::posix {
+namespace orvane::base {
 namespace {
 
 constexpr uint32_t kEvents = IN_CLOSE_WRITE | IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
@@ -175,4 +175,4 @@ bool FolderTree::Identify(const fs::path& file, Identity* identity) {
   return true;
 }
 
-}  // namespace orvane::posix
+}  // namespace orvane::base

@@ -12,6 +12,7 @@
 
 #include "functions/handles.h"
 #include "profile_reader.h"
+#include "settings/setting_watches.h"
 #include "state_folder.h"
 
 namespace fs = std::filesystem;
@@ -137,12 +138,21 @@ Set& Set::Current() {
 
 void Set::Start(const Options& options) {
   State& state = *Instance().state_;
-  std::lock_guard<std::mutex> lock(state.start_mutex);
-  state.Start(options);
+  const std::shared_ptr<SettingWatches> old_watches = state.settings.watches();
+  {
+    std::lock_guard<std::mutex> lock(state.start_mutex);
+    state.Start(options);
+  }
+  if (old_watches) old_watches->Wait();
 }
 
 void Set::Stop() {
   State& state = *Instance().state_;
+  // First: a callback that called a platform function later would start another set.
+  if (const std::shared_ptr<SettingWatches> watches = state.settings.watches()) {
+    watches->Stop();
+    watches->Wait();
+  }
   std::lock_guard<std::mutex> lock(state.start_mutex);
   state.running = false;
   state.Reset(nullptr);

@@ -17,6 +17,9 @@
 namespace fs = std::filesystem;
 
 namespace tvset {
+
+using orvane::base::UniqueFd;
+
 namespace {
 
 [[noreturn]] void Unusable(const fs::path& path, const std::string& reason) {
@@ -30,11 +33,11 @@ void MakeFolder(const fs::path& folder) {
   if (error) Unusable(folder, error.message());
 }
 
-int OpenLock(const Paths& paths) {
+UniqueFd OpenLock(const Paths& paths) {
   MakeFolder(paths.state_folder());
   const fs::path file = paths.lock_file();
-  const int descriptor = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0664);
-  if (descriptor < 0) Unusable(file, std::strerror(errno));
+  UniqueFd descriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0664));
+  if (!descriptor) Unusable(file, std::strerror(errno));
   return descriptor;
 }
 
@@ -92,36 +95,28 @@ void RemoveFolder(const fs::path& folder) {
 }  // namespace
 
 StateFolder::StateFolder(const Paths& paths) : paths_(paths), lock_(OpenLock(paths)) {
-  try {
-    MakeFolder(paths.app_root());
-    MakeFolder(paths.settings());
-    MakeDeviceId(paths.device_id_file());
-  } catch (...) {
-    close(lock_);
-    throw;
-  }
+  MakeFolder(paths.app_root());
+  MakeFolder(paths.settings());
+  MakeDeviceId(paths.device_id_file());
 }
-
-StateFolder::~StateFolder() { close(lock_); }
 
 // The lock is exclusive while the settings are removed and shared afterwards. Between the two
 // another process may hold it exclusively and remove them once more, which then costs nobody a
 // value.
 void StateFolder::Use(bool keeps_memory) {
-  if (!keeps_memory && Lock(lock_, F_OFD_SETLK, F_WRLCK)) RemoveFolder(paths_.memory_settings());
-  if (!Lock(lock_, F_OFD_SETLKW, F_RDLCK)) Unusable(paths_.lock_file(), std::strerror(errno));
+  if (!keeps_memory && Lock(lock_.get(), F_OFD_SETLK, F_WRLCK))
+    RemoveFolder(paths_.memory_settings());
+  if (!Lock(lock_.get(), F_OFD_SETLKW, F_RDLCK)) Unusable(paths_.lock_file(), std::strerror(errno));
   MakeFolder(paths_.memory_settings());
 }
 
 bool StateFolder::IsUsed(const Paths& paths) {
-  const int descriptor = open(paths.lock_file().c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) return false;
+  const UniqueFd descriptor(open(paths.lock_file().c_str(), O_RDONLY | O_CLOEXEC));
+  if (!descriptor) return false;
   // Asks who would be in the way of an exclusive lock, and takes none: a set that starts in this
   // moment must find the folder as it is.
   struct flock lock = WholeFile(F_WRLCK);
-  const bool used = fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
-  close(descriptor);
-  return used;
+  return fcntl(descriptor.get(), F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
 }  // namespace tvset

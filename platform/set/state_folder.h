@@ -2,17 +2,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "posix/unique_fd.h"
 #include "tvset/paths.h"
 
 namespace tvset {
 
-// One process's use of a state folder. While it lives, other processes that begin to use the folder
-// leave the settings under "memory/" alone. The kernel ends the use of a process that crashed.
+// One process's use of a state folder, from Use to destruction. While it lives, other processes
+// that begin to use the folder leave the settings under "memory/" alone. The kernel ends the use of
+// a process that crashed.
 class StateFolder {
  public:
   // Makes the folder and what every set has in it. Throws SetError when it cannot be used.
   explicit StateFolder(const Paths& paths);
-  ~StateFolder();  // ends the use
   StateFolder(const StateFolder&) = delete;
   StateFolder& operator=(const StateFolder&) = delete;
 
@@ -25,7 +26,7 @@ class StateFolder {
 
  private:
   const Paths& paths_;
-  const int lock_;  // the descriptor of the lock file
+  const orvane::base::UniqueFd lock_;  // of the lock file
 };
 
 }  // namespace tvset

@@ -47,8 +47,6 @@ Television::Television(StartOptions options, const picojson::value& snapshot, co
   events_ = std::make_unique<EventStream>(
       set().events(), state_, [this] { return TakeSnapshot(set(), applications_, *clock_); },
       outbox);
-  settings_watch_ =
-      std::make_unique<SettingsWatch>(set().paths(), [this] { events_->Touch(Part::kSettings); });
   services_ = std::make_unique<television::RuntimeServices>(
       set(), options_.app.application.id,
       [this](const std::string& text) { events_->Explain(text); });

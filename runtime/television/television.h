@@ -13,7 +13,6 @@
 #include "television/installed_applications.h"
 #include "television/runtime_services.h"
 #include "television/set_state.h"
-#include "television/settings_watch.h"
 #include "television/shifted_clock.h"
 #include "television/start_options.h"
 #include "tvset/keys.h"
@@ -77,7 +76,6 @@ class Television {
   const SetState state_;
   std::vector<std::string> warnings_;
   std::unique_ptr<EventStream> events_;
-  std::unique_ptr<SettingsWatch> settings_watch_;
   std::unique_ptr<television::RuntimeServices> services_;
   std::unique_ptr<extensions::ExtensionHost> host_;
   std::unique_ptr<Contexts> contexts_;

@@ -12,7 +12,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace orvane::posix {
+namespace orvane::base {
 namespace {
 
 namespace fs = std::filesystem;
@@ -162,4 +162,4 @@ TEST_F(FolderTreeTest, RefusesAFolderThatIsNotThere) {
 }
 
 }  // namespace
-}  // namespace orvane::posix
+}  // namespace orvane::base

@@ -25,7 +25,6 @@ class Recorder : public Observer {
   void OnLogLine(const LogLine& line) override { Add("log " + line.text); }
   void OnApplicationChanged(const std::string& app) override { Add("application " + app); }
   void OnFocusChanged(const std::string& app) override { Add("focus " + app); }
-  void OnSettingChanged(const std::string& key) override { Add("setting " + key); }
   void OnFeatureChanged(const std::string& key) override { Add("feature " + key); }
   void OnWindowChanged() override { Add("window"); }
   void OnInputMethodChanged() override { Add("input method"); }
@@ -73,16 +72,14 @@ TEST_F(EventsTest, ObserverHearsOfApplicationsAndFocus) {
 TEST_F(EventsTest, ObserverHearsOfEveryService) {
   Launch("a.x");
   Recorder recorder;
-  set().settings().SetString("memory/x", "1");
   set().features().Set("a.b/c", "int", "1", FeatureGroup::kCustom);
   set().windows().MoveTo("a.x", 1, 2);
   set().input_method().SetPosition(1, 2, 3);
   set().screen_saver().ResetTimeout();
   set().key_grabs().Grab("a.x", "XF86Red", GrabMode::kNormal);
   set().applications().Terminate("a.x");
-  EXPECT_EQ(recorder.Take(),
-            (Events{"setting memory/x", "feature a.b/c", "window", "input method", "screen saver",
-                    "grabs", "grabs", "window", "application a.x", "focus "}));
+  EXPECT_EQ(recorder.Take(), (Events{"feature a.b/c", "window", "input method", "screen saver",
+                                     "grabs", "grabs", "window", "application a.x", "focus "}));
 }
 
 TEST_F(EventsTest, EveryObserverIsTold) {
@@ -102,14 +99,14 @@ TEST_F(EventsTest, ObserverStaysOverARestart) {
 
 TEST_F(EventsTest, ObserverMayCallTheSetBack) {
   struct Caller : Observer {
-    void OnSettingChanged(const std::string& key) override {
-      value = Set::Current().settings().GetString(key).value_or("");
+    void OnFeatureChanged(const std::string& key) override {
+      value = Set::Current().features().Find(key, "string", FeatureGroup::kCustom).value_or("");
       Set::Current().screen_saver().ResetTimeout();
     }
     std::string value;
   } caller;
   set().events().Add(&caller);
-  set().settings().SetString("memory/x", "new");
+  set().features().Set("a.b/c", "string", "new", FeatureGroup::kCustom);
   set().events().Remove(&caller);
   EXPECT_EQ(caller.value, "new");
   EXPECT_EQ(set().screen_saver().state().resets, 1u);

@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
-#include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -13,50 +12,70 @@
 #include <thread>
 #include <vector>
 
+#include "posix/folder_tree.h"
+#include "posix/unique_fd.h"
+
 namespace tvset {
 
-// Watches files that are written whole and renamed into place, or written where they are, by any
-// process. Partner of Settings.
-//
-// Callbacks run on one thread of this object, one after the other, with no lock held; several
-// changes may come as one call, and one from just before the watch began may come too. The thread
-// begins with the first watch and stays to the end of the process; it owns this object together
-// with the Settings. Any thread.
-class SettingWatches : public std::enable_shared_from_this<SettingWatches> {
- public:
-  // Who watches: a file may be watched once by each.
-  using Watcher = const void*;
+class Paths;
 
-  // False: the watcher watches the file already, or the file's folder cannot be watched.
-  bool Add(const std::filesystem::path& file, Watcher watcher, std::function<void()> callback);
+// Hears of every change of the settings of one state folder, by whatever process, and tells it to
+// who watches the key, and then to the one who hears of all. Partner of Settings, which begins a
+// new one with each start of the set.
+//
+// It has a thread of its own, from Start to Stop, which makes all calls, one after the other, with
+// no lock held. The thread shares the object with the Settings and may outlive its part in them.
+// Other members: any thread.
+class SettingWatches {
+ public:
+  // Who watches: a key may be watched once by each.
+  using Watcher = const void*;
+  using Callback = std::function<void(const std::string& key)>;
+
+  // `changed` is called with each key that changed. Null: the kernel gives no watches, or no
+  // thread can be had.
+  static std::shared_ptr<SettingWatches> Start(const Paths& paths, Callback changed);
+  // Ends every watch, and the thread. A callback that runs goes on; no other begins.
+  void Stop();
+  // Returns when no callback runs, at once when it is called from one. After Stop, and with no lock
+  // held that a callback may want.
+  void Wait();
+
+  // False: some change may not be heard, for the kernel gave too few watches.
+  bool complete() const { return complete_; }
+
+  // False: the watcher watches the key already. A change from just before may be told as well.
+  bool Add(const std::string& key, Watcher watcher, Callback callback);
   // False: there is no such watch. When it returns, the callback neither runs nor will, unless it
   // is called from the callback itself.
-  bool Remove(const std::filesystem::path& file, Watcher watcher);
-  // Ends every watch. A callback that runs is not waited for.
-  void Clear();
+  bool Remove(const std::string& key, Watcher watcher);
 
  private:
   struct Watch {
     uint64_t id;
-    std::filesystem::path file;
+    std::string key;
     Watcher watcher;
-    int folder;  // inotify's number for it
-    std::shared_ptr<std::function<void()>> callback;
+    std::shared_ptr<Callback> callback;
   };
   using Watches = std::vector<Watch>;
 
-  bool OpenLocked();
-  Watches::iterator FindLocked(const std::filesystem::path& file, Watcher watcher);
-  Watches::iterator EraseLocked(Watches::iterator watch);
+  SettingWatches(const Paths& paths, Callback changed);
+  Watches::iterator FindLocked(const std::string& key, Watcher watcher);
   void Run();
-  void Deliver(const char* events, size_t size);
-  static bool IsConcerned(const Watch& watch, const char* events, size_t size);
+  void OnEvent(const orvane::base::FolderTree::Event& event);
+  // The ids of the watches that count; empty text: of every key.
+  std::vector<uint64_t> Concerned(const std::string& key);
   void Call(uint64_t id);
+
+  const Callback changed_;
+  orvane::base::FolderTree tree_;  // the thread's own, once it runs
+  const orvane::base::UniqueFd stop_event_;
+  std::atomic<bool> complete_{true};
+  std::atomic<bool> stopped_{false};
 
   std::mutex mutex_;
   std::condition_variable left_;
   // Guarded by mutex_:
-  int descriptor_ = -1;
   std::thread::id thread_;
   Watches watches_;
   uint64_t last_id_ = 0;

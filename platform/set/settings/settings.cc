@@ -2,13 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tvset/settings.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <atomic>
-#include <cerrno>
 #include <charconv>
 #include <cstring>
 #include <filesystem>
@@ -20,6 +16,7 @@
 #include <vconf.h>
 
 #include "file_text.h"
+#include "settings/setting_files.h"
 #include "settings/setting_watches.h"
 #include "tvset/paths.h"
 
@@ -28,108 +25,7 @@ namespace fs = std::filesystem;
 namespace tvset {
 namespace {
 
-constexpr size_t kMaxPath = 1023;              // bytes of a file's full path
-constexpr std::string_view kTemporary = ".~";  // begins the names of files being written
-
-struct Prefix {
-  std::string_view text;
-  bool kept;  // over restarts
-};
-constexpr std::array<Prefix, 3> kPrefixes{
-    {{VCONF_PREFIX_DB, true}, {VCONF_PREFIX_FILE, true}, {VCONF_PREFIX_MEMORY, false}}};
-
-const Prefix* PrefixOf(std::string_view key) {
-  for (const Prefix& prefix : kPrefixes) {
-    if (key.substr(0, prefix.text.size()) == prefix.text) return &prefix;
-  }
-  return nullptr;
-}
-
-fs::path FolderOf(const Paths& paths, const Prefix& prefix) {
-  if (!prefix.kept) return paths.memory_settings();
-  return paths.settings() / prefix.text.substr(0, prefix.text.size() - 1);
-}
-
-// A key's part after its prefix: names a file below the prefix's folder and nothing outside it.
-bool IsPlainPath(std::string_view rest) {
-  if (rest.empty() || rest.find('\0') != std::string_view::npos) return false;
-  while (true) {
-    const size_t slash = rest.find('/');
-    const std::string_view name = rest.substr(0, slash);
-    if (name.empty() || name == "." || name == "..") return false;
-    if (name.substr(0, kTemporary.size()) == kTemporary) return false;
-    if (slash == std::string_view::npos) return true;
-    rest.remove_prefix(slash + 1);
-  }
-}
-
-class File {
- public:
-  explicit File(int descriptor) : descriptor_(descriptor) {}
-  ~File() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-
-  bool open() const { return descriptor_ >= 0; }
-
-  bool Write(std::string_view bytes) {
-    while (!bytes.empty()) {
-      const ssize_t written = write(descriptor_, bytes.data(), bytes.size());
-      if (written < 0 && errno == EINTR) continue;
-      if (written <= 0) return false;
-      bytes.remove_prefix(static_cast<size_t>(written));
-    }
-    return true;
-  }
-
-  bool Sync() { return fdatasync(descriptor_) == 0; }
-
- private:
-  const int descriptor_;
-};
-
-// Beside the file it becomes, so that the rename stays within one file system.
-std::string TemporaryFor(const std::string& file) {
-  static std::atomic<unsigned> counter{0};
-  const fs::path path(file);
-  const std::string name = std::string(kTemporary) + std::to_string(getpid()) + "." +
-                           std::to_string(counter.fetch_add(1));
-  return (path.parent_path() / name).string();
-}
-
-bool WriteNewFile(const std::string& file, std::string_view bytes, bool kept) {
-  File out(open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0664));
-  return out.open() && out.Write(bytes) && (!kept || out.Sync());
-}
-
-// One attempt; errno says why it failed.
-bool TryToReplace(const std::string& file, std::string_view bytes, bool kept) {
-  std::error_code error;
-  fs::create_directories(fs::path(file).parent_path(), error);
-  const std::string temporary = TemporaryFor(file);
-  errno = 0;
-  if (WriteNewFile(temporary, bytes, kept) && rename(temporary.c_str(), file.c_str()) == 0) {
-    return true;
-  }
-  const int reason = errno;
-  // A file of that name that was there before is somebody else's.
-  if (reason != EEXIST) unlink(temporary.c_str());
-  errno = reason;
-  return false;
-}
-
-// Tries again where the next attempt may do better: the folder went while the file was written, or
-// a process of the same id that crashed left a file of the same name.
-bool ReplaceFile(const std::string& file, std::string_view bytes, bool kept) {
-  constexpr int kAttempts = 5;
-  for (int i = 0; i < kAttempts; ++i) {
-    if (TryToReplace(file, bytes, kept)) return true;
-    if (errno != ENOENT && errno != EEXIST) return false;
-  }
-  return false;
-}
+constexpr size_t kMaxPath = 1023;  // bytes of a file's full path
 
 struct Stored {
   int type;
@@ -212,43 +108,58 @@ std::optional<std::string> ValueOf(int type, const std::string& text) {
 
 }  // namespace
 
-Settings::Settings(EventHub& events)
-    : events_(events), watches_(std::make_shared<SettingWatches>()) {}
+Settings::Settings(EventHub& events) : events_(events) {}
 
-Settings::Settings(EventHub& events, const Paths& paths)
-    : events_(events), watches_(std::make_shared<SettingWatches>()), paths_(&paths) {}
+Settings::Settings(EventHub& events, const Paths& paths) : events_(events), paths_(&paths) {}
 
-Settings::~Settings() { watches_->Clear(); }
+Settings::~Settings() { Reset(nullptr); }
 
 void Settings::Reset(const Paths* paths) {
-  watches_->Clear();
-  std::lock_guard<std::mutex> lock(mutex_);
-  paths_ = paths;
+  std::shared_ptr<SettingWatches> watches;
+  if (paths != nullptr) {
+    watches = SettingWatches::Start(*paths, [&events = events_](const std::string& key) {
+      events.Notify([&key](Observer& observer) { observer.OnSettingChanged(key); });
+    });
+  }
+  {
+    std::lock_guard<std::mutex> lock(mutex_);
+    paths_ = paths;
+    watches_.swap(watches);
+  }
+  if (watches) watches->Stop();
 }
 
 bool Settings::IsKey(const std::string& key) {
-  const Prefix* prefix = PrefixOf(key);
-  return prefix != nullptr && IsPlainPath(key.substr(prefix->text.size()));
+  static const Paths kAnywhere("");
+  return !SettingFile(kAnywhere, key).empty();
 }
 
 std::optional<std::string> Settings::FileOf(const std::string& key) const {
-  const Prefix* prefix = PrefixOf(key);
-  if (prefix == nullptr) return std::nullopt;
-  const std::string rest = key.substr(prefix->text.size());
-  if (!IsPlainPath(rest)) return std::nullopt;
   std::lock_guard<std::mutex> lock(mutex_);
   if (paths_ == nullptr) return std::nullopt;
-  std::string file = (FolderOf(*paths_, *prefix) / rest).string();
-  if (file.size() > kMaxPath) return std::nullopt;
+  std::string file = SettingFile(*paths_, key).string();
+  if (file.empty() || file.size() > kMaxPath) return std::nullopt;
   return file;
+}
+
+std::shared_ptr<SettingWatches> Settings::watches() const {
+  std::lock_guard<std::mutex> lock(mutex_);
+  return watches_;
+}
+
+// Where the kernel tells of all changes, it tells of this process's own as well.
+void Settings::TellUnlessWatched(const std::string& key) {
+  const std::shared_ptr<SettingWatches> all = watches();
+  if (all && all->complete()) return;
+  events_.Notify([&key](Observer& observer) { observer.OnSettingChanged(key); });
 }
 
 bool Settings::Write(const std::string& key, int type, std::string_view value) {
   const std::optional<std::string> file = FileOf(key);
   if (!file) return false;
   const std::string bytes = BytesOf(type).append(value);
-  if (!ReplaceFile(*file, bytes, PrefixOf(key)->kept)) return false;
-  events_.Notify([&key](Observer& observer) { observer.OnSettingChanged(key); });
+  if (!ReplaceSettingFile(*file, bytes, SettingPrefixOf(key)->kept)) return false;
+  TellUnlessWatched(key);
   return true;
 }
 
@@ -286,40 +197,31 @@ bool Settings::Remove(const std::string& key) {
   std::error_code error;
   if (!file || !fs::is_regular_file(*file, error)) return false;
   if (unlink(file->c_str()) != 0) return false;
-  events_.Notify([&key](Observer& observer) { observer.OnSettingChanged(key); });
+  TellUnlessWatched(key);
   return true;
 }
 
 bool Settings::Watch(const std::string& key, Watcher watcher,
                      std::function<void(const std::string& key)> callback) {
-  const std::optional<std::string> file = FileOf(key);
-  if (!file || !Exists(key)) return false;
-  return watches_->Add(*file, watcher, [key, callback = std::move(callback)] { callback(key); });
+  const std::shared_ptr<SettingWatches> watches = this->watches();
+  return watches && Exists(key) && watches->Add(key, watcher, std::move(callback));
 }
 
 bool Settings::Unwatch(const std::string& key, Watcher watcher) {
-  const std::optional<std::string> file = FileOf(key);
-  return file && watches_->Remove(*file, watcher);
+  const std::shared_ptr<SettingWatches> watches = this->watches();
+  return watches && watches->Remove(key, watcher);
 }
 
 std::vector<Setting> Settings::list() const {
-  std::vector<std::pair<std::string, fs::path>> folders;
-  {
+  const Paths* const paths = [this] {
     std::lock_guard<std::mutex> lock(mutex_);
-    if (paths_ == nullptr) return {};
-    for (const Prefix& prefix : kPrefixes) {
-      folders.emplace_back(prefix.text, FolderOf(*paths_, prefix));
-    }
-  }
+    return paths_;
+  }();
+  if (paths == nullptr) return {};
   std::vector<Setting> settings;
-  for (const auto& [prefix, folder] : folders) {
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder, error)) {
-      const std::string rest = entry.path().lexically_relative(folder).string();
-      if (!IsPlainPath(rest)) continue;
-      const std::optional<Stored> stored = ReadStored(entry.path().string());
-      if (stored) settings.push_back(Setting{prefix + rest, stored->type, TextOf(*stored)});
-    }
+  for (const std::string& key : SettingKeys(*paths)) {
+    std::optional<Setting> setting = Find(key);
+    if (setting) settings.push_back(std::move(*setting));
   }
   std::sort(settings.begin(), settings.end(),
             [](const Setting& a, const Setting& b) { return a.key < b.key; });

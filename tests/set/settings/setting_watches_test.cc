@@ -160,6 +160,7 @@ TEST_F(SettingWatchesTest, EachCallbackOfAKeyIsTold) {
 }
 
 TEST_F(SettingWatchesTest, LastOfManyChangesIsTold) {
+  Settle();
   ASSERT_EQ(vconf_notify_key_changed(kKey, Record, &calls_), 0);
   for (int i = 0; i < 1000; ++i) vconf_set_str(kKey, std::to_string(i).c_str());
   EXPECT_TRUE(calls_.WaitFor("999"));

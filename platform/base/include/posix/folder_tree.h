@@ -16,7 +16,7 @@
 
 #include "posix/unique_fd.h"
 
-namespace orvane::posix {
+namespace orvane::base {
 
 // Hears what becomes of the files in a folder and in the folders below it, by whatever process:
 // the one reader of the kernel's file events. Symbolic links below the folder are not followed.
@@ -94,4 +94,4 @@ class FolderTree {
   std::map<std::filesystem::path, Identity> found_;  // told before their events were read
 };
 
-}  // namespace orvane::posix
+}  // namespace orvane::base

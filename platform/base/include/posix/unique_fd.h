@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace orvane::posix {
+namespace orvane::base {
 
 // Owns a descriptor and closes it; -1 stands for none. Moves, and is not copied. One thread at a
 // time.
@@ -35,4 +35,4 @@ class UniqueFd {
   int fd_ = -1;
 };
 
-}  // namespace orvane::posix
+}  // namespace orvane::base

@@ -68,9 +68,9 @@ struct KeyDelivery {
   int key_code = 0;  // the code that the page's key event carries; 0 when the set does not know it
 };
 
-// Watches the set. Calls come on the thread that caused the event, with no lock held, so an
-// observer may call the set back. A line that an observer logs from OnLogLine is recorded but not
-// reported to observers.
+// Watches the set. Calls come on the thread that caused the event, but for OnSettingChanged, with
+// no lock held, so an observer may call the set back. A line that an observer logs from OnLogLine
+// is recorded but not reported to observers.
 class TVSET_EXPORT Observer {
  public:
   Observer() = default;
@@ -87,7 +87,9 @@ class TVSET_EXPORT Observer {
   virtual void OnWindowChanged() {}
   virtual void OnInputMethodChanged() {}
   virtual void OnKeyGrabsChanged() {}
-  virtual void OnSettingChanged(const std::string& /*key*/) {}  // by this process
+  // A setting was written, if with the value it had, or removed, by whatever process. Once for each
+  // change, in their order, on the thread of the settings (see Settings).
+  virtual void OnSettingChanged(const std::string& /*key*/) {}
   virtual void OnScreenSaverChanged() {}  // anything about it; before the two below
   virtual void OnScreenSaverOn() {}
   virtual void OnScreenSaverOff() {}

@@ -50,6 +50,8 @@ class TVSET_EXPORT Set {
   // be read and a folder that cannot be made; the set that ran before then runs on. It throws as
   // well, and no set runs, when the folder's lock or its old settings are in the way.
   static void Start(const Options& options);
+  // Both end the watches of settings, and return when no callback of one runs, unless it is the
+  // callback that calls.
   static void Stop();
   static bool running();
   // Whether a set runs on the folder (empty: as in Options), in this process or another. Changes

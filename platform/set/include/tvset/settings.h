@@ -31,6 +31,13 @@ struct Setting {
 // place, so that another process reads either the old value or the new one. A file holds the type
 // as a native int, then the value; a string without its terminating zero. Keys begin with "db/",
 // "file/" (kept over restarts) or "memory/" (gone at the set's restart). Any thread, any process.
+//
+// While the set runs, one thread of the settings hears of the changes of all processes, this one's
+// among them, and makes the calls of Watch and of Observer::OnSettingChanged, one after the other.
+// A change is told soon after it was made, so the value that is read then may be a later one. Where
+// the kernel has no watches left (fs.inotify.max_user_watches, max_user_instances), and where no
+// set runs, only this process's changes are told to observers, on the thread that made them. When
+// it lost changes (fs.inotify.max_queued_events), every setting that there is counts as changed.
 class TVSET_EXPORT Settings {
  public:
   // `events` is borrowed.
@@ -59,14 +66,13 @@ class TVSET_EXPORT Settings {
 
   // Who watches: a key can be watched once by each.
   using Watcher = const void*;
-  // Calls back after the key was changed or removed, by whatever process, with the value of then to
-  // be read: several changes may come as one call. Calls come one after the other, on a thread of
-  // the settings. False: there is no such key, or it cannot be watched, or the watcher watches it
-  // already. A restart of the set ends all watches.
+  // Calls back after the key was changed or removed, by whatever process, on the thread of the
+  // settings; a change from just before may be told as well. False: there is no such key, or no
+  // change is heard, or the watcher watches it already. A restart of the set ends all watches.
   bool Watch(const std::string& key, Watcher watcher,
              std::function<void(const std::string& key)> callback);
-  // False: there is no such watch. When it returns the callback neither runs nor will, unless it is
-  // called from the callback itself.
+  // False: there is no such watch. When it returns, the callback neither runs nor will, unless it
+  // is called from the callback itself.
   bool Unwatch(const std::string& key, Watcher watcher);
 
  private:
@@ -74,12 +80,15 @@ class TVSET_EXPORT Settings {
   void Reset(const Paths* paths);
   std::optional<std::string> FileOf(const std::string& key) const;
 
+  std::shared_ptr<SettingWatches> watches() const;
   bool Write(const std::string& key, int type, std::string_view value);
+  void TellUnlessWatched(const std::string& key);
 
   EventHub& events_;
-  const std::shared_ptr<SettingWatches> watches_;  // shared with its thread
   mutable std::mutex mutex_;
-  const Paths* paths_ = nullptr;  // guarded by mutex_
+  // Guarded by mutex_:
+  const Paths* paths_ = nullptr;
+  std::shared_ptr<SettingWatches> watches_;  // shared with its thread; null: no change is heard
 };
 
 }  // namespace tvset
