@@ -6,11 +6,10 @@
 #include <array>
 #include <stdexcept>
 
-#include <picojson.h>
-
 #include "common/task_queue.h"
 #include "guard.h"
 #include "host_tables.h"
+#include "json_reader.h"
 
 namespace common {
 
@@ -89,16 +88,10 @@ void OnSyncMessage(XW_Instance handle, const char* message) {
 }
 
 // The text that `json` stands for; empty for another value, and for text that was cut.
-std::string StringFromJson(const std::string& json) {
-  try {
-    picojson::value value;
-    if (picojson::parse(value, json).empty() && value.is<std::string>()) {
-      return value.get<std::string>();
-    }
-  } catch (const std::overflow_error&) {
-    // A number that no double holds.
-  }
-  return {};
+std::string StringFromJson(const char* json) {
+  picojson::value value;
+  const bool is_string = ReadJson(json, "variable", value).empty() && value.is<std::string>();
+  return is_string ? value.get<std::string>() : std::string();
 }
 
 // Marks the extension as the one that initialises, for as long as it does.

@@ -3,10 +3,10 @@
 
 #include "common/parsed_instance.h"
 
-#include <cstring>
 #include <utility>
 
 #include "common/tools.h"
+#include "json_reader.h"
 #include "log.h"
 
 namespace common {
@@ -17,53 +17,13 @@ PlatformResult UnknownError(std::string message) {
   return PlatformResult(ErrorCode::UNKNOWN_ERR, std::move(message));
 }
 
-// What the JSON library itself allows for arrays. It counts no objects, and it calls itself for
-// each level, so that a page's text could end the stack.
-constexpr int kMaxDepth = 100;
-
-bool IsTooDeep(const char* text) {
-  int depth = 0;
-  bool in_string = false;
-  for (; *text != '\0'; ++text) {
-    if (in_string && *text == '\\' && text[1] != '\0') {
-      ++text;
-    } else if (*text == '"') {
-      in_string = !in_string;
-    } else if (!in_string && (*text == '{' || *text == '[') && ++depth > kMaxDepth) {
-      return true;
-    } else if (!in_string && (*text == '}' || *text == ']')) {
-      --depth;
-    }
+// Reads `text` as one JSON object. Returns what is wrong with it, or an empty text.
+std::string ReadObject(const char* text, picojson::value& request) {
+  std::string problem = ReadJson(text, "message", request);
+  if (problem.empty() && !request.is<picojson::object>()) {
+    problem = "The message is no JSON object";
   }
-  return false;
-}
-
-bool IsJsonSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
-
-// Reads `text` as one JSON object with nothing behind it. Returns what is wrong with it, or an
-// empty text.
-std::string ParseObject(const char* text, picojson::value& request) {
-  if (IsTooDeep(text)) {
-    return "The message is nested too deeply";
-  }
-  const char* const end = text + std::strlen(text);
-  std::string problem;
-  try {
-    const char* rest = picojson::parse(request, text, end, &problem);
-    if (!problem.empty()) {
-      return "The message is no JSON: " + problem;
-    }
-    while (rest != end && IsJsonSpace(*rest)) {
-      ++rest;
-    }
-    if (rest != end) {
-      return std::string("The message has text behind its JSON: ") + rest;
-    }
-  } catch (const std::exception& error) {
-    // A number that no double holds ends the parser this way.
-    return std::string("The message holds a value out of range: ") + error.what();
-  }
-  return request.is<picojson::object>() ? std::string() : "The message is no JSON object";
+  return problem;
 }
 
 const picojson::value* Member(const picojson::object& object, const char* name) {
@@ -126,7 +86,7 @@ std::string ParsedInstance::Answer(const char* message) {
 
 void ParsedInstance::Dispatch(const char* message, picojson::object& out) {
   picojson::value request;
-  const std::string problem = ParseObject(message, request);
+  const std::string problem = ReadObject(message, request);
   if (!problem.empty()) {
     return tools::ReportError(UnknownError(problem), out);
   }

@@ -3,6 +3,8 @@
 
 #include "common/extension.h"
 
+#include <pthread.h>
+
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -177,6 +179,26 @@ TEST_F(ExtensionTest, ReadsRuntimeVariablesWithoutTheirQuotes) {
   EXPECT_EQ(extension_->GetRuntimeVariable("number"), "");
   EXPECT_EQ(extension_->GetRuntimeVariable("broken"), "");
   EXPECT_EQ(extension_->GetRuntimeVariable("huge"), "");
+}
+
+// A host may run extensions on a thread whose stack is small.
+TEST_F(ExtensionTest, ReadsADeepRuntimeVariableOnASmallStack) {
+  constexpr size_t kStack = size_t{192} << 10;
+  std::string objects;
+  while (objects.size() < 4000) objects += R"({"":)";
+  host_.SetVariable("deep", objects);
+  host_.Initialize(EntryPoint);
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, kStack);
+  pthread_t thread{};
+  const auto read = [](void* extension) -> void* {
+    EXPECT_EQ(static_cast<TestExtension*>(extension)->GetRuntimeVariable("deep"), "");
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &attributes, read, extension_.get()), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
 }
 
 TEST_F(ExtensionTest, DeletesAnInstanceWhenItsHandleIsDestroyed) {
