@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Functions of the C library that this library stands before in the process's symbol look-up order.
 // Each looks whether the call is for something that only a set has, while a set runs, and otherwise
-// hands it on unchanged to the next definition: the C library's, or a sanitizer's.
+// hands it on unchanged to another definition: the C library's, or a sanitizer's. Where the C
+// library comes before this one, these are simply not called (SetFiles::in_force).
 //
 // They may be called before this library is initialised, and in a child between fork and exec:
 // nothing here has a constructor, and the next definitions are looked up as soon as the library is
@@ -17,6 +18,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string>
@@ -24,6 +26,7 @@
 
 #include "files/set_file_paths.h"
 #include "files/set_file_reader.h"
+#include "posix/write_all.h"
 #include "tvset/export.h"
 #include "tvset/set.h"
 
@@ -50,7 +53,15 @@ using OpenFunction = FILE* (*)(const char*, const char*);
 using StatFunction = int (*)(const char*, struct stat*);
 using PrctlFunction = int (*)(int, ...);
 
-// The next definition of a function, after this library's.
+bool IsInThisLibrary(void* symbol) {
+  static const char here = 0;
+  Dl_info own{};
+  Dl_info other{};
+  return dladdr(&here, &own) != 0 && dladdr(symbol, &other) != 0 &&
+         own.dli_fbase == other.dli_fbase;
+}
+
+// Another definition of a function than this library's.
 template <typename Function>
 class Next {
  public:
@@ -63,11 +74,21 @@ class Next {
 
  private:
   [[gnu::noinline, gnu::cold]] Function Resolve() {
-    void* const symbol = dlsym(RTLD_NEXT, name_);
-    if (symbol == nullptr) __builtin_trap();  // a C library without it
+    void* symbol = dlsym(RTLD_NEXT, name_);
+    // A program that does not link this library itself may have the C library before it.
+    if (symbol == nullptr) symbol = dlsym(RTLD_DEFAULT, name_);
+    if (symbol == nullptr || IsInThisLibrary(symbol)) Die();
     const auto function = reinterpret_cast<Function>(symbol);
     function_.store(function, std::memory_order_relaxed);
     return function;
+  }
+
+  [[noreturn]] void Die() const {
+    for (const char* part : {"libtvset.so: there is no C library with the function ", name_,
+                             " in this process; link the program with libtvset.so\n"}) {
+      orvane::base::WriteAll(STDERR_FILENO, part);
+    }
+    std::abort();
   }
 
   const char* const name_;
@@ -101,13 +122,8 @@ Result Fail(int error, Result result) {
 FILE* StreamOver(std::string_view text) {
   const int descriptor = memfd_create("tvset", MFD_CLOEXEC);
   if (descriptor < 0) return nullptr;
-  while (!text.empty()) {
-    const ssize_t written = write(descriptor, text.data(), text.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) break;
-    text.remove_prefix(static_cast<size_t>(written));
-  }
-  const bool complete = text.empty() && lseek(descriptor, 0, SEEK_SET) == 0;
+  const bool complete =
+      orvane::base::WriteAll(descriptor, text) && lseek(descriptor, 0, SEEK_SET) == 0;
   FILE* const stream = complete ? fdopen(descriptor, "r") : nullptr;
   if (stream == nullptr) {
     const int error = errno;
