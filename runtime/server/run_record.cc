@@ -11,7 +11,7 @@
 #include <system_error>
 #include <utility>
 
-#include "base/unique_fd.h"
+#include "posix/unique_fd.h"
 
 namespace orvane::server {
 

@@ -10,7 +10,7 @@
 
 #include "base/frame.h"
 #include "base/net.h"
-#include "base/unique_fd.h"
+#include "posix/unique_fd.h"
 
 namespace orvane::set_process {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/net.h"
-#include "base/unique_fd.h"
+#include "posix/unique_fd.h"
 
 namespace orvane::set_process {
 

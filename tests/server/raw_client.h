@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/unique_fd.h"
+#include "posix/unique_fd.h"
 
 namespace orvane::server {
 

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-#include "base/unique_fd.h"
+#include "posix/unique_fd.h"
 
 namespace orvane::server {
 

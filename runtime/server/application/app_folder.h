@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "base/unique_fd.h"
+#include "posix/unique_fd.h"
 #include "server/web/exchange.h"
 
 namespace orvane::server {

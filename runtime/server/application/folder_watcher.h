@@ -23,9 +23,6 @@ class FolderWatcher {
   // The last of the files that changed, relative to the folder.
   using Changed = std::function<void(const std::string& file)>;
 
-  // More folders than this are not watched.
-  static constexpr size_t kMaxFolders = 4096;
-
   // Throws std::system_error when the folder cannot be watched.
   FolderWatcher(boost::asio::io_context& io, std::filesystem::path folder, Changed changed);
   ~FolderWatcher();  // `changed` is not called any more

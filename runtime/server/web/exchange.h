@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "base/unique_fd.h"
+#include "posix/unique_fd.h"
 #include "server/web/http_message.h"
 #include "server/web/socket.h"
 
