@@ -123,7 +123,7 @@ void FaultTable::Fail(const std::string& function, int code, FaultMode mode, uin
     faults_[function] = Fault{function, code, mode, hits};
     count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
   }
-  Changed();
+  Changed(function);
 }
 
 void FaultTable::Clear(const std::string& function) {
@@ -133,17 +133,17 @@ void FaultTable::Clear(const std::string& function) {
     if (faults_.erase(function) == 0) return;
     count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
   }
-  Changed();
+  Changed(function);
 }
 
 void FaultTable::ClearAll() {
+  std::unordered_map<std::string, Fault> cleared;
   {
     std::lock_guard<std::mutex> lock(mutex_);
-    if (faults_.empty()) return;
-    faults_.clear();
+    cleared.swap(faults_);
     count_.store(0, std::memory_order_release);
   }
-  Changed();
+  for (const auto& [function, fault] : cleared) Changed(function);
 }
 
 void FaultTable::Reset() {
@@ -152,8 +152,8 @@ void FaultTable::Reset() {
   count_.store(0, std::memory_order_release);
 }
 
-void FaultTable::Changed() const {
-  if (changed_) changed_();
+void FaultTable::Changed(const std::string& function) const {
+  if (changed_) changed_(function);
 }
 
 std::vector<Fault> FaultTable::list() const {
@@ -180,7 +180,7 @@ std::optional<int> FaultTable::TakeSlowly(const char* function) {
       count_.store(static_cast<int>(faults_.size()), std::memory_order_release);
     }
   }
-  Changed();
+  Changed(function);
   return code;
 }
 

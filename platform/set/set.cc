@@ -29,9 +29,9 @@ fs::path ProfileFile(const std::string& given) {
 
 void WarnOfMissingFiles(LogBuffer& log) {
   if (SetFiles::in_force()) return;
-  log.Write(LOG_ID_MAIN, DLOG_ERROR, "TVSET",
-            "the files that only a set has cannot be read in this process: its program loads the C "
-            "library before libtvset.so; link the program itself with libtvset.so");
+  log.WriteRefusal(
+      "the files that only a set has cannot be read in this process: its program loads the C "
+      "library before libtvset.so; link the program itself with libtvset.so");
 }
 
 }  // namespace
@@ -112,8 +112,8 @@ void Set::State::Reset(const Paths* new_paths) {
 
 Set::Set() : state_(new State) {
   State* const state = state_;
-  state->faults.changed_ = [state] {
-    state->events.Notify([](Observer& observer) { observer.OnFaultsChanged(); });
+  state->faults.changed_ = [state](const std::string& function) {
+    state->events.Notify([&](Observer& observer) { observer.OnFaultChanged(function); });
   };
   state->key_grabs.pressed_ = [state] { state->screen_saver.NoteInput(); };
   state->applications.terminated_ = [state](const std::string& id) {

@@ -64,9 +64,6 @@ NoticePrinter::NoticePrinter(tvset::EventHub& events, RefusalPrinter& refusals)
 
 NoticePrinter::~NoticePrinter() { events_.Remove(this); }
 
-void NoticePrinter::OnLogLine(const tvset::LogLine& line) {
-  constexpr int kErrorPriority = 6;
-  if (line.tag == "TVSET" && line.priority >= kErrorPriority) refusals_.Print(line.text + ".");
-}
+void NoticePrinter::OnRefusal(const tvset::Refusal& refusal) { refusals_.Print(refusal.text); }
 
 }  // namespace orvane::cli

@@ -40,7 +40,7 @@ class NoticePrinter final : public tvset::Observer {
   NoticePrinter(const NoticePrinter&) = delete;
   NoticePrinter& operator=(const NoticePrinter&) = delete;
 
-  void OnLogLine(const tvset::LogLine& line) override;
+  void OnRefusal(const tvset::Refusal& refusal) override;
 
  private:
   tvset::EventHub& events_;

@@ -26,7 +26,6 @@ using picojson::value;
 
 using television::Control;
 using television::ErrorText;
-using television::EventStream;
 using television::Fields;
 using television::Home;
 using television::Outbox;
@@ -145,7 +144,7 @@ void Dispatcher::Tell(const Request& request, std::string_view what, std::string
   if (what != "runtime") set.events().SendChangedSnapshot();
   std::optional<int64_t> context;
   if (request.fields.Has("context")) context = request.context();
-  EventStream::SetContext(context);
+  set.events().SetContext(context);
   outbox_.Handling(request.id, what, context.value_or(0), name, text);
 }
 

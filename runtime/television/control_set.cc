@@ -15,15 +15,6 @@ using picojson::value;
 
 namespace {
 
-// Keys that a handler presses are of this kind while it lives.
-class KeyPressScope {
- public:
-  explicit KeyPressScope(const KeyPress& press) { EventStream::SetKeyPress(press); }
-  ~KeyPressScope() { EventStream::SetKeyPress({}); }
-  KeyPressScope(const KeyPressScope&) = delete;
-  KeyPressScope& operator=(const KeyPressScope&) = delete;
-};
-
 tvset::FeatureGroup ParseGroup(const Fields& parameters) {
   const std::string name = parameters.Text("group", "custom");
   if (name == GroupName(tvset::FeatureGroup::kPlatform)) return tvset::FeatureGroup::kPlatform;
@@ -79,10 +70,11 @@ value Control::KeysPress(const Fields& parameters) {
   const bool is_long = parameters.Flag("long", false);
   const std::string symbol = is_long ? tvset::SymbolOfHeldKey(name) : name;
   // One that is another key when it is held is pressed once.
-  const KeyPress press{is_long && symbol == name, parameters.Flag("native", false),
-                       symbol == name ? "" : name};
-  const KeyPressScope scope(press);
-  return value(EventStream::KeyEvent(set().key_grabs().Press(symbol), press, false));
+  tvset::KeyPress press;
+  press.is_long = is_long && symbol == name;
+  press.is_native = parameters.Flag("native", false);
+  if (symbol != name) press.held = name;
+  return value(EventStream::KeyEvent(set().key_grabs().Press(symbol, press)));
 }
 
 value Control::ProfileUse(const Fields& parameters) {

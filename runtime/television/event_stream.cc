@@ -3,13 +3,11 @@
 #include "television/event_stream.h"
 
 #include <pthread.h>
-#include <time.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <utility>
-
-#include <dlog.h>
 
 #include "base/json_text.h"
 #include "tvset/log_format.h"
@@ -27,10 +25,6 @@ constexpr milliseconds kPartsDelay{8};
 constexpr milliseconds kSnapshotDelay{100};
 constexpr size_t kBatchLines = 256;
 constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the set's threads do
-
-thread_local KeyPress g_press;
-thread_local bool g_is_injected = false;
-thread_local std::optional<int64_t> g_context;
 
 value Text(std::string_view text) { return value(std::string(text)); }
 
@@ -54,11 +48,6 @@ std::string_view ReasonOf(tvset::KeyRoute route) {
   return "notRegistered";
 }
 
-std::string TextOf(const tvset::KeyDelivery& delivery, const KeyPress& press) {
-  if (press.held.empty()) return delivery.text;
-  return press.held + " held down is " + delivery.key_name + ": " + delivery.text;
-}
-
 void AppendLogLine(const tvset::LogLine& line, std::string* json) {
   json->append(R"({"time_ns":)").append(std::to_string(line.time_ns));
   json->append(R"(,"pid":)").append(std::to_string(line.pid));
@@ -70,12 +59,6 @@ void AppendLogLine(const tvset::LogLine& line, std::string* json) {
   json->append(R"(,"text":)");
   base::AppendJsonString(line.text, json);
   json->push_back('}');
-}
-
-double RealtimeNanoseconds() {
-  timespec now = {};
-  clock_gettime(CLOCK_REALTIME, &now);
-  return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
 }
 
 // What was to be sent is lost, such as a setting that fills more than a frame.
@@ -98,6 +81,7 @@ EventStream::EventStream(tvset::EventHub& events, const SetState& state, MakeSna
       state_(state),
       snapshot_(std::move(snapshot)),
       outbox_(outbox),
+      extension_thread_(gettid()),
       thread_([this] { Run(); }) {
   events_.Add(this);
 }
@@ -112,26 +96,25 @@ EventStream::~EventStream() {
   thread_.join();
 }
 
-void EventStream::SetKeyPress(const KeyPress& press) { g_press = press; }
-
-object EventStream::KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress& press,
-                             bool is_injected) {
+object EventStream::KeyEvent(const tvset::KeyDelivery& delivery) {
+  const tvset::KeyPress& press = delivery.press;
+  const bool is_injected = press.source == tvset::KeyPress::Source::kComponent;
   return object{{"key_name", Text(delivery.key_name)},
                 {"key_code", value(static_cast<double>(delivery.key_code))},
                 {"app", Text(delivery.app)},
                 {"delivered", value(delivery.delivered)},
                 {"reason", Text(ReasonOf(delivery.reason))},
-                {"text", Text(TextOf(delivery, press))},
+                {"text", Text(delivery.text)},
                 {"injected", value(is_injected)},
                 {"long", value(press.is_long)},
                 {"native", value(press.is_native)},
-                {"time_ns", value(RealtimeNanoseconds())}};
+                {"time_ns", value(static_cast<double>(delivery.time_ns))}};
 }
 
-void EventStream::OnLogLine(const tvset::LogLine& line) {
-  AddLogLine(line);
-  // What the set itself says of a refusal.
-  if (line.tag == "TVSET" && line.priority >= DLOG_ERROR) Explain(line.text + ".");
+void EventStream::OnLogLine(const tvset::LogLine& line) { AddLogLine(line); }
+
+void EventStream::OnRefusal(const tvset::Refusal& refusal) {
+  AddExplanation(refusal.text, refusal.tid);
 }
 
 void EventStream::AddLogLine(const tvset::LogLine& line) {
@@ -153,14 +136,8 @@ void EventStream::AddLogLine(const tvset::LogLine& line) {
   if (first || full) added_.notify_one();
 }
 
-void EventStream::OnKeyInjected(const tvset::InjectedKey& key) {
-  // The press that follows comes on this thread.
-  g_is_injected = !key.key_name.empty();
-}
-
 void EventStream::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
-  const bool is_injected = std::exchange(g_is_injected, false);
-  AddEvent("key", value(KeyEvent(delivery, is_injected ? KeyPress{} : g_press, is_injected)));
+  AddEvent("key", value(KeyEvent(delivery)));
   Touch(Part::kScreenSaver);  // every key starts its wait afresh
 }
 
@@ -179,11 +156,16 @@ object EventStream::MarkerEvent(const tvset::KernelMarker& marker) {
                 {"text", Text(marker.text)}};
 }
 
-void EventStream::SetContext(std::optional<int64_t> context) { g_context = context; }
+void EventStream::SetContext(std::optional<int64_t> context) { context_ = context; }
 
-void EventStream::Explain(const std::string& text) {
+void EventStream::Explain(const std::string& text) { AddExplanation(text, gettid()); }
+
+void EventStream::AddExplanation(const std::string& text, pid_t thread) {
   object data{{"text", Text(text)}};
-  if (g_context) data["context"] = value(static_cast<double>(*g_context));
+  // Other threads work for no page context in particular.
+  if (thread == extension_thread_ && context_) {
+    data["context"] = value(static_cast<double>(*context_));
+  }
   AddEvent("explain", value(data));
 }
 
@@ -202,7 +184,7 @@ void EventStream::OnInputMethodChanged() { Touch(Part::kInputMethod); }
 void EventStream::OnKeyGrabsChanged() { Touch(Part::kKeyGrabs); }
 void EventStream::OnSettingChanged(const std::string&) { Touch(Part::kSettings); }
 void EventStream::OnScreenSaverChanged() { Touch(Part::kScreenSaver); }
-void EventStream::OnFaultsChanged() { Touch(Part::kFaults); }
+void EventStream::OnFaultChanged(const std::string&) { Touch(Part::kFaults); }
 
 void EventStream::OnFeatureChanged(const std::string&) {
   Touch(Part::kFeatures);

@@ -23,13 +23,6 @@
 
 namespace orvane::television {
 
-// Where a key that is being pressed comes from, as far as its event says so.
-struct KeyPress {
-  bool is_long = false;
-  bool is_native = false;  // the browser has given it to the page itself
-  std::string held;        // the key that was held down and is another one then; else empty
-};
-
 // Tells the server what happens on the set: log lines in batches, none left out; the changed parts
 // of the state, several changes as one; a snapshot a little after a change; everything else one by
 // one, as it happens. Watches the set from construction to destruction; then what is left is sent.
@@ -55,20 +48,17 @@ class EventStream final : public tvset::Observer {
   // next may end the process. A screen saver's wait that began afresh is not worth one.
   void SendChangedSnapshot();
 
-  // Why something was refused, for people, to the page context that this thread works for.
+  // Why something was refused, for people, to the page context that the calling thread works for.
   void Explain(const std::string& text);
-  // For which page context this thread works until it is told otherwise; empty: for none.
-  static void SetContext(std::optional<int64_t> context);
+  // For which page context the calling thread, which is the extension thread, works until it is
+  // told otherwise; empty: for none.
+  void SetContext(std::optional<int64_t> context);
 
-  // What keys that this thread presses are, until it is told otherwise.
-  static void SetKeyPress(const KeyPress& press);
-  // The event of a key; `is_injected`: a component pressed it, not a person.
-  static picojson::object KeyEvent(const tvset::KeyDelivery& delivery, const KeyPress& press,
-                                   bool is_injected);
+  static picojson::object KeyEvent(const tvset::KeyDelivery& delivery);
   static picojson::object MarkerEvent(const tvset::KernelMarker& marker);
 
   void OnLogLine(const tvset::LogLine& line) override;
-  void OnKeyInjected(const tvset::InjectedKey& key) override;
+  void OnRefusal(const tvset::Refusal& refusal) override;
   void OnKeyDelivered(const tvset::KeyDelivery& delivery) override;
   void OnContextTask(const tvset::ContextTask& task) override;
   void OnKernelMarker(const tvset::KernelMarker& marker) override;
@@ -81,7 +71,7 @@ class EventStream final : public tvset::Observer {
   void OnScreenSaverChanged() override;
   void OnFeatureChanged(const std::string& key) override;
   void OnProfileChanged() override;
-  void OnFaultsChanged() override;
+  void OnFaultChanged(const std::string& function) override;
 
  private:
   using TimePoint = std::chrono::steady_clock::time_point;
@@ -104,6 +94,7 @@ class EventStream final : public tvset::Observer {
   TimePoint NextDueLocked() const;
   void Send(const Load& load);
   void SendSnapshot();
+  void AddExplanation(const std::string& text, pid_t thread);
   void AddEvent(std::string_view name, const picojson::value& data);
   void AddLogLine(const tvset::LogLine& line);
   void BeginLocked(std::optional<TimePoint>* due, std::chrono::milliseconds delay);
@@ -112,6 +103,8 @@ class EventStream final : public tvset::Observer {
   const SetState& state_;
   const MakeSnapshot snapshot_;
   Outbox& outbox_;
+  const pid_t extension_thread_;    // the one that made this object
+  std::optional<int64_t> context_;  // belongs to the extension thread
   std::mutex snapshot_mutex_;  // held while one is taken and sent, so that the later one is newer
   std::mutex mutex_;
   std::condition_variable added_;

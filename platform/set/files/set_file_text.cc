@@ -51,9 +51,8 @@ std::vector<uint64_t> ProfileBuffers(const FeatureStore& features, LogBuffer& lo
     if (const std::optional<uint64_t> size = Number(word)) {
       sizes.push_back(*size);
     } else {
-      log.Write(LOG_ID_MAIN, DLOG_ERROR, "TVSET",
-                std::string(kGemBuffersKey) + " holds \"" + word +
-                    "\", which is no size in bytes, and is passed over");
+      log.WriteRefusal(std::string(kGemBuffersKey) + " holds \"" + word +
+                       "\", which is no size in bytes, and is passed over");
     }
   }
   return sizes;

@@ -18,10 +18,9 @@ constexpr int kNotGranted = -13;
 constexpr int kBadParameter = -22;
 
 void ExplainRefusal(Set& set, const Application& application, const std::string& privilege) {
-  set.log().Write(LOG_ID_MAIN, DLOG_ERROR, "TVSET",
-                  application.id + " has not the privilege " + privilege +
-                      ": its config.xml lacks the line <tizen:privilege name=\"" + privilege +
-                      "\"/>");
+  set.log().WriteRefusal(application.id + " has not the privilege " + privilege +
+                         ": its config.xml lacks the line <tizen:privilege name=\"" + privilege +
+                         "\"/>");
 }
 
 }  // namespace

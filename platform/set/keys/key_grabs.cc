@@ -3,6 +3,7 @@
 #include "tvset/key_grabs.h"
 
 #include <algorithm>
+#include <chrono>
 #include <tuple>
 
 #include "tvset/applications.h"
@@ -10,6 +11,11 @@
 
 namespace tvset {
 namespace {
+
+int64_t RealtimeNanoseconds() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+}
 
 bool InOrder(const KeyGrab& a, const KeyGrab& b) {
   return std::tie(a.app, a.key_name) < std::tie(b.app, b.key_name);
@@ -204,9 +210,14 @@ KeyDelivery KeyGrabs::Route(const std::string& key_name) const {
   return delivery;
 }
 
-KeyDelivery KeyGrabs::Press(const std::string& key_name) {
+KeyDelivery KeyGrabs::Press(const std::string& key_name, const KeyPress& press) {
   if (pressed_) pressed_();
   KeyDelivery delivery = Route(key_name);
+  delivery.press = press;
+  delivery.time_ns = RealtimeNanoseconds();
+  if (!press.held.empty()) {
+    delivery.text.insert(0, press.held + " held down is " + key_name + ": ");
+  }
   events_.Notify([&delivery](Observer& observer) { observer.OnKeyDelivered(delivery); });
   return delivery;
 }

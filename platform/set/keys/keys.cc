@@ -34,7 +34,11 @@ bool KeyInjector::Send(int key_code, int mode) {
     injected_.push_back(key);
   }
   events_.Notify([&key](Observer& observer) { observer.OnKeyInjected(key); });
-  if (known) grabs_.Press(known->name);
+  if (known) {
+    KeyPress press;
+    press.source = KeyPress::Source::kComponent;
+    grabs_.Press(known->name, press);
+  }
   return true;
 }
 

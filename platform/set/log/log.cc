@@ -99,6 +99,12 @@ int LogBuffer::Write(int log_id, int priority, std::string_view tag, std::string
   return static_cast<int>(text.size());
 }
 
+void LogBuffer::WriteRefusal(const std::string& text) {
+  Write(LOG_ID_MAIN, DLOG_ERROR, "TVSET", text);
+  const Refusal refusal{CurrentCaller().tid, text + "."};
+  events_.Notify([&refusal](Observer& observer) { observer.OnRefusal(refusal); });
+}
+
 std::vector<LogLine> LogBuffer::lines() const {
   std::lock_guard<std::mutex> lock(mutex_);
   return ring_->Lines();

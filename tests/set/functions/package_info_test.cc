@@ -1,7 +1,11 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <string>
+#include <unistd.h>
 
+#include <string>
+#include <vector>
+
+#include <dlog.h>
 #include <pkgmgr-info.h>
 #include <privilege.h>
 
@@ -114,6 +118,25 @@ TEST_F(PackageInfoTest, RefusalNamesTheMissingLine) {
             "ab12cd34ef.Player has not the privilege http://example.com/privilege/x: its "
             "config.xml lacks the line <tizen:privilege "
             "name=\"http://example.com/privilege/x\"/>");
+}
+
+// Keeps what the set refused.
+class Refusals : public Observer {
+ public:
+  Refusals() { Set::Instance().events().Add(this); }
+  ~Refusals() override { Set::Instance().events().Remove(this); }
+  void OnRefusal(const Refusal& refusal) override { told.push_back(refusal); }
+
+  std::vector<Refusal> told;
+};
+
+TEST_F(PackageInfoTest, RefusalIsToldToObserversWithItsThread) {
+  Refusals refusals;
+  set().log().Write(LOG_ID_MAIN, DLOG_ERROR, "TVSET", "a line of the same tag");
+  privilege_check_application(kApp, "http://example.com/privilege/x");
+  ASSERT_EQ(refusals.told.size(), 1u);
+  EXPECT_EQ(refusals.told[0].tid, gettid());
+  EXPECT_EQ(refusals.told[0].text, set().log().lines().back().text + ".");
 }
 
 TEST_F(PackageInfoTest, PrivilegeCheckRefusesNullAndUnknown) {

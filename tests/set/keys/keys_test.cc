@@ -235,6 +235,24 @@ TEST_F(KeysTest, InjectedKeyTakesTheWayOfTheRemoteControl) {
   ASSERT_EQ(deliveries.delivered.size(), 1u);
   EXPECT_EQ(deliveries.delivered[0].app, kPlayer);
   EXPECT_EQ(deliveries.delivered[0].key_code, 447);
+  EXPECT_EQ(deliveries.delivered[0].press.source, KeyPress::Source::kComponent);
+}
+
+TEST_F(KeysTest, DeliveryTellsHowTheKeyWasPressed) {
+  Launch(kPlayer);
+  Deliveries deliveries;
+  KeyPress press;
+  press.is_native = true;
+  press.held = "XF86Back";
+  grabs().Press("XF86Exit", press);
+  grabs().Press("Left");
+  ASSERT_EQ(deliveries.delivered.size(), 2u);
+  EXPECT_EQ(deliveries.delivered[0].press.held, "XF86Back");
+  EXPECT_TRUE(deliveries.delivered[0].press.is_native);
+  EXPECT_EQ(deliveries.delivered[0].text.find("XF86Back held down is XF86Exit: "), 0u);
+  EXPECT_GT(deliveries.delivered[0].time_ns, 0);
+  EXPECT_EQ(deliveries.delivered[1].press.held, "");
+  EXPECT_EQ(deliveries.delivered[1].press.source, KeyPress::Source::kPerson);
 }
 
 TEST_F(KeysTest, UnknownHardwareCodeIsInjectedAndReachesNobody) {

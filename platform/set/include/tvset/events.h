@@ -59,13 +59,30 @@ enum class KeyRoute {
   kNoFocus,         // a mandatory key while no application has the focus
 };
 
+// How a key was pressed. The set routes by the key's symbol alone; the rest is for its observers.
+struct KeyPress {
+  enum class Source { kPerson, kComponent };  // on the remote control, or through KeyInjector
+  Source source = Source::kPerson;
+  bool is_long = false;    // held down, and the same key all the same
+  bool is_native = false;  // the browser has given it to the page itself
+  std::string held;        // the key that was held down and arrives as another one; else empty
+};
+
 struct KeyDelivery {
   bool delivered = false;
   std::string app;  // who receives the key; empty when nobody does
   KeyRoute reason = KeyRoute::kNotRegistered;
-  std::string text;      // one sentence for a person
+  std::string text;      // one sentence for a person, without its full stop
   std::string key_name;  // the key's symbol
   int key_code = 0;  // the code that the page's key event carries; 0 when the set does not know it
+  KeyPress press;    // as it was given to KeyGrabs::Press
+  int64_t time_ns = 0;  // CLOCK_REALTIME of the press
+};
+
+// Why the set refuses or cannot do something, which its log holds too.
+struct Refusal {
+  pid_t tid = 0;     // of the thread that asked for it
+  std::string text;  // one sentence for a person, with the remedy and a full stop
 };
 
 // Watches the set. Calls come on the thread that caused the event, but for OnSettingChanged, with
@@ -79,6 +96,7 @@ class TVSET_EXPORT Observer {
   virtual ~Observer();
 
   virtual void OnLogLine(const LogLine&) {}
+  virtual void OnRefusal(const Refusal&) {}  // after its line in the log
   virtual void OnKeyInjected(const InjectedKey&) {}
   virtual void OnKeyDelivered(const KeyDelivery&) {}  // also when it reached nobody
   virtual void OnContextTask(const ContextTask&) {}
@@ -96,7 +114,7 @@ class TVSET_EXPORT Observer {
   virtual void OnKernelMarker(const KernelMarker&) {}
   virtual void OnFeatureChanged(const std::string& /*key*/) {}
   virtual void OnProfileChanged() {}  // of the running set: every feature may be another one
-  virtual void OnFaultsChanged() {}   // also when one was taken
+  virtual void OnFaultChanged(const std::string& /*function*/) {}  // also when it was taken
 };
 
 // Hands events to the observers, in the order they were added. Costs one atomic load while there

@@ -54,9 +54,10 @@ class TVSET_EXPORT FaultTable {
   friend class Set;
   std::optional<int> TakeSlowly(const char* function);
   void Reset();  // as ClearAll, and tells nobody
-  void Changed() const;
+  void Changed(const std::string& function) const;
 
-  std::function<void()> changed_;  // fixed after construction; called with no lock held
+  std::function<void(const std::string& function)>
+      changed_;  // fixed after construction; called with no lock held
   std::atomic<int> count_{0};
   mutable std::mutex mutex_;
   std::unordered_map<std::string, Fault> faults_;  // guarded by mutex_

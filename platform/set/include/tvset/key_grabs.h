@@ -60,8 +60,8 @@ class TVSET_EXPORT KeyGrabs {
 
   // Where the key would go now.
   KeyDelivery Route(const std::string& key_name) const;
-  // A press and release of the key: routes it and reports it to the observers.
-  KeyDelivery Press(const std::string& key_name);
+  // A press and release of the key: routes it and reports it to the observers, with the press.
+  KeyDelivery Press(const std::string& key_name, const KeyPress& press = {});
 
   // Names of further keys of this device's remote control, beyond RemoteKeys(). A name that is
   // known already takes the new codes where they are not 0, and the pages' names. A restart of the

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -42,6 +43,10 @@ class TVSET_EXPORT LogBuffer {
   // The rules of the platform's log call: the number of text bytes kept, or -22 for an unknown log
   // or priority, -1 for a log that the policy closes.
   int Write(int log_id, int priority, std::string_view tag, std::string_view text);
+
+  // Says why the set refuses or cannot do something: a line of priority "error" with the tag
+  // "TVSET", then Observer::OnRefusal. `text` is one sentence without its full stop.
+  void WriteRefusal(const std::string& text);
 
   // 0 when Write would take the line, else its answer. Cheap: asked before the text is made.
   int Admit(int log_id, int priority) const;
