@@ -31,38 +31,28 @@ void WaitFor(int descriptor, short events, DevToolsPipe::Deadline deadline) {
   }
 }
 
-// What the protocol says of a failed command.
-std::string ErrorText(const picojson::object& answer) {
-  const auto error = answer.find("error");
-  if (error == answer.end() || !error->second.is<picojson::object>()) return {};
-  return error->second.get("message").to_str();
-}
-
 }  // namespace
 
 DevToolsPipe::DevToolsPipe(int socket) : socket_(socket) { fcntl(socket_, F_SETFL, O_NONBLOCK); }
 
 DevToolsPipe::~DevToolsPipe() { close(socket_); }
 
-picojson::object DevToolsPipe::Call(const std::string& method, const picojson::object& parameters,
-                                    const std::string& session, Deadline deadline) {
-  const auto id = static_cast<double>(++last_id_);
-  picojson::object message{{"id", picojson::value(id)},
-                           {"method", picojson::value(method)},
-                           {"params", picojson::value(parameters)}};
-  if (!session.empty()) message["sessionId"] = picojson::value(session);
-  Write(picojson::value(message).serialize(), deadline);
+Json DevToolsPipe::Call(const std::string& method, const Json& parameters,
+                        const std::string& session, Deadline deadline) {
+  const int64_t id = ++last_id_;
+  Json message{{"id", id}, {"method", method}, {"params", parameters}};
+  if (!session.empty()) message["sessionId"] = session;
+  Write(base::JsonText(message), deadline);
   while (true) {
-    picojson::object answer = Read(deadline);
-    const auto answered = answer.find("id");
-    if (answered == answer.end() || !answered->second.is<double>() ||
-        answered->second.get<double>() != id) {
-      continue;
+    const Json answer = Read(deadline);
+    if (answer.value("id", Json()) != id) continue;
+    const Json error = answer.value("error", Json());
+    if (error.is_object()) {
+      throw BrowserError("The browser refused " + method + ": " +
+                         base::JsonText(error.value("message", Json())));
     }
-    std::string error = ErrorText(answer);
-    if (!error.empty()) throw BrowserError(error.insert(0, "The browser refused " + method + ": "));
-    const picojson::value& result = answer["result"];
-    return result.is<picojson::object>() ? result.get<picojson::object>() : picojson::object();
+    const Json result = answer.value("result", Json());
+    return result.is_object() ? result : Json::object();
   }
 }
 
@@ -79,7 +69,7 @@ void DevToolsPipe::Write(const std::string& text, Deadline deadline) {
   }
 }
 
-picojson::object DevToolsPipe::Read(Deadline deadline) {
+Json DevToolsPipe::Read(Deadline deadline) {
   std::array<char, 65536> part{};
   size_t end = received_.find('\0');
   while (end == std::string::npos) {
@@ -96,15 +86,15 @@ picojson::object DevToolsPipe::Read(Deadline deadline) {
     if (received_.size() > kLongestMessage) throw BrowserError("The browser's answer is too long.");
     end = received_.find('\0', searched);
   }
-  picojson::value message;
-  std::string error;
-  const char* const begin = received_.data();
-  picojson::parse(message, begin, begin + end, &error);
+  const std::string text = received_.substr(0, end);
   received_.erase(0, end + 1);
-  if (!error.empty() || !message.is<picojson::object>()) {
-    throw BrowserError("The browser sent what is no message: " + error);
+  try {
+    Json message = base::ParseJson(text);
+    if (message.is_object()) return message;
+  } catch (const base::JsonError& error) {
+    throw BrowserError(std::string("The browser sent what is no message: ") + error.what());
   }
-  return message.get<picojson::object>();
+  throw BrowserError("The browser sent what is no message.");
 }
 
 }  // namespace orvane::server

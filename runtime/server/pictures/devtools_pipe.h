@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include <picojson.h>
+#include "base/json.h"
 
 namespace orvane::server {
 
@@ -21,14 +21,14 @@ class DevToolsPipe {
   DevToolsPipe(const DevToolsPipe&) = delete;
   DevToolsPipe& operator=(const DevToolsPipe&) = delete;
 
-  // Sends a command, to the browser or to a target's session, and waits for its result. Events
-  // that come in between are passed over.
-  picojson::object Call(const std::string& method, const picojson::object& parameters,
-                        const std::string& session, Deadline deadline);
+  // Sends a command, to the browser or to a target's session, and waits for its result, an object.
+  // Events that come in between are passed over.
+  Json Call(const std::string& method, const Json& parameters, const std::string& session,
+            Deadline deadline);
 
  private:
   void Write(const std::string& text, Deadline deadline);
-  picojson::object Read(Deadline deadline);
+  Json Read(Deadline deadline);
 
   const int socket_;
   int64_t last_id_ = 0;

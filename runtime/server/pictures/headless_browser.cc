@@ -11,8 +11,6 @@
 #include <thread>
 #include <vector>
 
-#include <picojson.h>
-
 #include "base/child_process.h"
 #include "server/pictures/browser_error.h"
 #include "server/pictures/devtools_pipe.h"
@@ -22,9 +20,6 @@ namespace orvane::server {
 namespace fs = std::filesystem;
 
 namespace {
-
-using picojson::object;
-using picojson::value;
 
 // The two ends of the browser's pipe. No other child is to have either.
 struct Ends {
@@ -92,26 +87,14 @@ std::unique_ptr<base::ChildProcess> StartBrowser(
   }
 }
 
-std::string Text(const object& from, const std::string& name) {
-  const auto found = from.find(name);
-  return found != from.end() && found->second.is<std::string>() ? found->second.get<std::string>()
-                                                                : std::string();
+// Empty where there is no such text.
+std::string Text(const Json& from, const char* name) {
+  const Json text = from.is_object() ? from.value(name, Json()) : Json();
+  return text.is_string() ? text.get<std::string>() : std::string();
 }
 
 DevToolsPipe::Deadline In(std::chrono::milliseconds limit) {
   return std::chrono::steady_clock::now() + limit;
-}
-
-// Reads {x, y, width, height} and makes the picture `width` pixels wide.
-object ClipOf(const std::string& rectangle_json, int width) {
-  value rectangle;
-  picojson::parse(rectangle, rectangle_json);
-  if (!rectangle.is<object>()) return {};
-  object clip = rectangle.get<object>();
-  const double own_width = clip["width"].is<double>() ? clip["width"].get<double>() : 0;
-  if (own_width < 1) return {};
-  clip["scale"] = value(width / own_width);
-  return clip;
 }
 
 }  // namespace
@@ -161,36 +144,30 @@ pid_t HeadlessBrowser::pid() const { return process_->pid(); }
 bool HeadlessBrowser::running() const { return !process_->end(); }
 
 // The browser's first page may take a moment to be there.
-void HeadlessBrowser::Attach(ViewSize size, Deadline deadline) {
+std::string HeadlessBrowser::FindPage(Deadline deadline) {
   constexpr std::chrono::milliseconds kStep(20);
-  std::string target;
-  while (target.empty()) {
-    object targets = pipe_->Call("Target.getTargets", {}, "", deadline);
-    const value& infos = targets["targetInfos"];
-    if (infos.is<picojson::array>()) {
-      for (const value& info : infos.get<picojson::array>()) {
-        if (!info.is<object>() || Text(info.get<object>(), "type") != "page") continue;
-        target = Text(info.get<object>(), "targetId");
-        break;
-      }
+  while (true) {
+    const Json targets = pipe_->Call("Target.getTargets", Json::object(), "", deadline);
+    for (const Json& target : targets.value("targetInfos", Json::array())) {
+      if (Text(target, "type") == "page") return Text(target, "targetId");
     }
-    if (target.empty()) std::this_thread::sleep_for(kStep);
+    std::this_thread::sleep_for(kStep);
   }
-  session_ =
-      Text(pipe_->Call("Target.attachToTarget",
-                       {{"targetId", value(target)}, {"flatten", value(true)}}, "", deadline),
-           "sessionId");
-  pipe_->Call("Emulation.setDeviceMetricsOverride",
-              {{"width", value(static_cast<double>(size.width))},
-               {"height", value(static_cast<double>(size.height))},
-               {"deviceScaleFactor", value(1.0)},
-               {"mobile", value(false)}},
-              session_, deadline);
+}
+
+void HeadlessBrowser::Attach(ViewSize size, Deadline deadline) {
+  const Json attached = pipe_->Call(
+      "Target.attachToTarget", {{"targetId", FindPage(deadline)}, {"flatten", true}}, "", deadline);
+  session_ = Text(attached, "sessionId");
+  pipe_->Call(
+      "Emulation.setDeviceMetricsOverride",
+      {{"width", size.width}, {"height", size.height}, {"deviceScaleFactor", 1}, {"mobile", false}},
+      session_, deadline);
 }
 
 void HeadlessBrowser::Open(const std::string& url, Deadline deadline) {
   const std::string error =
-      Text(pipe_->Call("Page.navigate", {{"url", value(url)}}, session_, deadline), "errorText");
+      Text(pipe_->Call("Page.navigate", {{"url", url}}, session_, deadline), "errorText");
   if (!error.empty()) throw BrowserError("The browser cannot open " + url + ": " + error + ".");
 }
 
@@ -208,37 +185,42 @@ void HeadlessBrowser::WaitUntilDrawn(std::chrono::milliseconds limit) {
 }
 
 std::string HeadlessBrowser::Screenshot(std::chrono::milliseconds limit) {
-  return Text(pipe_->Call("Page.captureScreenshot", {}, session_, In(limit)), "data");
+  return Capture(Json::object(), In(limit));
 }
 
 std::string HeadlessBrowser::ScreenshotOf(const std::string& selector, int width,
                                           std::chrono::milliseconds limit) {
   const Deadline deadline = In(limit);
-  const std::string rectangle =
-      Evaluate("(() => { const found = document.querySelector(" + value(selector).serialize() +
-                   R"();
-    if (!found) return '';
+  Json clip = Evaluate("(() => { const found = document.querySelector(" + base::JsonText(selector) +
+                           R"();
+    if (!found) return null;
     const { x, y, width, height } = found.getBoundingClientRect();
-    return JSON.stringify({ x, y, width, height });
+    return { x, y, width, height };
   })())",
-               deadline);
-  const object clip = ClipOf(rectangle, width);
-  if (clip.empty()) throw BrowserError("The page shows nothing that is called " + selector + ".");
-  return Text(pipe_->Call("Page.captureScreenshot", {{"clip", value(clip)}}, session_, deadline),
-              "data");
+                       deadline);
+  const double own_width = clip.is_object() ? clip.value("width", 0.0) : 0.0;
+  if (own_width < 1) {
+    throw BrowserError("The page shows nothing that is called " + selector + ".");
+  }
+  clip["scale"] = width / own_width;
+  return Capture({{"clip", clip}}, deadline);
 }
 
-// The expression's value, or its promise's, which must be a string.
-std::string HeadlessBrowser::Evaluate(const std::string& expression, Deadline deadline) {
-  object answer = pipe_->Call("Runtime.evaluate",
-                              {{"expression", value(expression)},
-                               {"awaitPromise", value(true)},
-                               {"returnByValue", value(true)}},
-                              session_, deadline);
-  if (answer.count("exceptionDetails") != 0) {
-    throw BrowserError("The page's script failed: " + answer["exceptionDetails"].serialize());
+std::string HeadlessBrowser::Capture(const Json& parameters, Deadline deadline) {
+  return Text(pipe_->Call("Page.captureScreenshot", parameters, session_, deadline), "data");
+}
+
+// The expression's value, or its promise's.
+Json HeadlessBrowser::Evaluate(const std::string& expression, Deadline deadline) {
+  const Json answer =
+      pipe_->Call("Runtime.evaluate",
+                  {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}},
+                  session_, deadline);
+  if (answer.contains("exceptionDetails")) {
+    throw BrowserError("The page's script failed: " + base::JsonText(answer["exceptionDetails"]));
   }
-  return answer["result"].is<object>() ? Text(answer["result"].get<object>(), "value") : "";
+  const Json result = answer.value("result", Json::object());
+  return result.is_object() ? result.value("value", Json()) : Json();
 }
 
 }  // namespace orvane::server

@@ -9,6 +9,8 @@
 #include <memory>
 #include <string>
 
+#include "base/json.h"
+
 namespace orvane::base {
 class ChildProcess;
 }
@@ -49,9 +51,11 @@ class HeadlessBrowser {
   class Profile;
   using Deadline = std::chrono::steady_clock::time_point;
 
+  std::string FindPage(Deadline deadline);
   void Attach(ViewSize size, Deadline deadline);
   void Open(const std::string& url, Deadline deadline);
-  std::string Evaluate(const std::string& expression, Deadline deadline);
+  Json Evaluate(const std::string& expression, Deadline deadline);
+  std::string Capture(const Json& parameters, Deadline deadline);
 
   // In this order: the profile's folder goes when the process is gone.
   std::unique_ptr<Profile> profile_;
