@@ -51,6 +51,11 @@ std::string Shown(std::string_view payload) {
 
 void Complain(const std::string& text) { Write(stderr, "orvane: " + text + "\n"); }
 
+void PrintJson(const Json& json) {
+  const std::string line = base::JsonText(json) + '\n';
+  std::fwrite(line.data(), 1, line.size(), stdout);
+}
+
 void RefusalPrinter::Print(const std::string& reason) {
   Complain("refused: " + reason);
   if (reason.find("config.xml") != std::string::npos && hint_due_.exchange(false)) {

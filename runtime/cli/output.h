@@ -5,6 +5,7 @@
 #include <atomic>
 #include <string>
 
+#include "base/json.h"
 #include "page/console_sink.h"
 #include "page/script_error.h"
 #include "page/trace_sink.h"
@@ -13,6 +14,9 @@ namespace orvane::cli {
 
 // Writes a line to the standard error stream in one piece, with the command's name before it.
 void Complain(const std::string& text);
+
+// JSON on one line of the standard output.
+void PrintJson(const Json& json);
 
 // Prints why the set or the runtime refused something. Any thread.
 class RefusalPrinter {

@@ -2,23 +2,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/simulator.h"
 
+#include <poll.h>
 #include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <fstream>
-#include <limits>
-#include <optional>
 #include <sstream>
 
+#include "base/json_fields.h"
 #include "cli/output.h"
-#include "extensions/bounded_json.h"
+#include "posix/unique_fd.h"
+#include "server/run_record.h"
 #include "tvset/paths.h"
 
 namespace orvane::cli {
 
 namespace fs = std::filesystem;
-using picojson::object;
-using picojson::value;
 
 namespace {
 
@@ -30,37 +31,19 @@ std::string NoneRuns(const fs::path& folder) {
          folder.string() + ", or name the folder of another one with --state.";
 }
 
-// Null for what is no JSON object.
-value ParseObject(const std::string& text) {
-  std::string error;
-  const std::optional<value> parsed = extensions::ParseBoundedJson(text, &error);
-  return parsed && parsed->is<object>() ? *parsed : value();
+// Null for what is no JSON.
+Json ParseOrNull(const std::string& text) {
+  try {
+    return base::ParseJson(text);
+  } catch (const base::JsonError&) {
+    return {};
+  }
 }
 
-// Empty for what cannot be read.
-std::string ReadAll(const fs::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-// 0: it is none.
-pid_t ReadPid(const value& pid) {
-  const int64_t number = WholeNumber(pid).value_or(0);
-  const bool fits = number > 0 && number <= std::numeric_limits<pid_t>::max();
-  return fits ? static_cast<pid_t>(number) : 0;
-}
-
-std::string Text(const value& of, const std::string& name) {
-  const value& member = Member(of, name);
-  return member.is<std::string>() ? member.get<std::string>() : std::string();
-}
-
-// The text of an "error" member; empty when there is none.
-std::string ErrorOf(const value& answer) {
-  const value& error = Member(answer, "error");
-  if (error.is<std::string>()) return error.get<std::string>();
-  return error.is<object>() ? Text(error, "message") : std::string();
+std::string ErrorOf(const Json& answer) {
+  const Json error = answer.value("error", Json());
+  const Json text = error.is_object() ? error.value("message", Json()) : error;
+  return text.is_string() ? text.get<std::string>() : std::string();
 }
 
 }  // namespace
@@ -72,42 +55,74 @@ Simulator::Simulator(const std::string& state_folder)
   const fs::path file = folder_ / "run" / "simulator.json";
   std::error_code error;
   if (!fs::exists(file, error)) throw NoSimulator(NoneRuns(folder_));
-  const value run = ParseObject(ReadAll(file));
-  const auto address = ParseLocalAddress(Text(run, "api"));
-  pid_ = ReadPid(Member(run, "pid"));
-  if (!address || pid_ == 0) {
+  if (!ReadRecord(file)) {
     throw NoSimulator(file.string() + " does not say where the simulator is. " +
                       "End the simulator and start it again.");
   }
-  address_ = *address;
-  token_ = Text(run, "token");
   if (!runs()) throw NoSimulator(NoneRuns(folder_) + " The last one ended without cleaning up.");
+}
+
+bool Simulator::ReadRecord(const fs::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  try {
+    const auto run = base::FromJson<server::RunPlace>(base::ParseJson(text.str()), "the file");
+    const auto address = ParseLocalAddress(run.api);
+    if (address) address_ = *address;
+    token_ = run.token;
+    pid_ = run.pid;
+    return address.has_value();
+  } catch (const base::JsonError&) {
+    return false;
+  }
 }
 
 bool Simulator::runs() const { return kill(pid_, 0) == 0 || errno == EPERM; }
 
-value Simulator::Call(const std::string& method, const object& parameters) const {
-  const object request{{"method", value(method)}, {"params", value(parameters)}};
-  HttpAnswer http;
+bool Simulator::EndsWithin(std::chrono::milliseconds patience) const {
+  const posix::UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, pid_, 0)));
+  pollfd ended{process.get(), POLLIN, 0};
+  if (process) poll(&ended, 1, static_cast<int>(patience.count()));
+  return !runs() || ended.revents != 0;
+}
+
+template <class Work>
+auto Simulator::Reach(const Work& work) const {
+  const std::string failure = "the simulator on " + folder_.string() + " does not answer: ";
+  const std::string remedy = ". Start it again if it stays so.";
   try {
-    http = HttpPost(address_, "/api/call",
-                    {{"Content-Type", "application/json"}, {"X-Orvane-Token", token_}},
-                    value(request).serialize(), kPatience);
+    return work();
+  } catch (const NobodyListens& error) {
+    throw SimulatorGone(failure + error.what() + remedy);
   } catch (const HttpError& error) {
-    throw NoSimulator("the simulator on " + folder_.string() + " does not answer: " + error.what() +
-                      ". Start it again if it stays so.");
+    throw NoSimulator(failure + error.what() + remedy);
   }
-  const value answer = ParseObject(http.body);
+}
+
+std::unique_ptr<MessageStream> Simulator::OpenEvents() const {
+  return Reach([this] {
+    return std::make_unique<MessageStream>(address_, "/api?token=" + token_, kPatience);
+  });
+}
+
+Json Simulator::Call(const std::string& method, const Json& parameters) const {
+  const Json request{{"method", method}, {"params", parameters}};
+  const HttpAnswer http = Reach([&] {
+    return HttpPost(address_, "/api/call",
+                    {{"Content-Type", "application/json"}, {"X-Orvane-Token", token_}},
+                    base::JsonText(request), kPatience);
+  });
+  const std::string place = address_.host + ":" + address_.port;
+  const std::string remedy =
+      " Was " + (folder_ / "run/simulator.json").string() + " left behind by another run?";
   if (http.status == 403) {
-    throw NoSimulator("the simulator at " + address_.host + ":" + address_.port +
-                      " does not take this command for one of its own. Was " +
-                      (folder_ / "run/simulator.json").string() + " left behind by another run?");
+    throw NoSimulator("the simulator at " + place +
+                      " does not take this command for one of its own." + remedy);
   }
-  if (!answer.is<object>()) {
-    throw NoSimulator("what answers at " + address_.host + ":" + address_.port +
-                      " is no simulator: status " + std::to_string(http.status) +
-                      " and no JSON. Was " + (folder_ / "run/simulator.json").string() +
-                      " left behind by another run?");
+  const Json answer = ParseOrNull(http.body);
+  if (!answer.is_object()) {
+    throw NoSimulator("what answers at " + place + " is no simulator: status " +
+                      std::to_string(http.status) + " and no JSON." + remedy);
   }
   const std::string error = ErrorOf(answer);
   if (!error.empty()) throw SimulatorRefusal(error);
@@ -115,7 +130,7 @@ value Simulator::Call(const std::string& method, const object& parameters) const
     throw SimulatorRefusal("the simulator refused " + method + " with status " +
                            std::to_string(http.status) + ".");
   }
-  return Member(answer, "result");
+  return answer.value("result", Json());
 }
 
 void AddSimulatorOptions(CLI::App& verb, SimulatorOptions& options, const std::string& json_help) {
@@ -136,6 +151,9 @@ ExitCode WithSimulator(const SimulatorOptions& options,
     return ExitCode::kNoSimulator;
   } catch (const SimulatorRefusal& error) {
     Complain(error.what());
+    return ExitCode::kScriptError;
+  } catch (const base::JsonError& error) {
+    Complain(std::string("the simulator answered in another form: ") + error.what());
     return ExitCode::kScriptError;
   }
 }

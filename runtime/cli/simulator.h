@@ -6,15 +6,15 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
 #include <CLI/CLI.hpp>
-#include <picojson.h>
 
+#include "base/json.h"
 #include "cli/exit_code.h"
-#include "cli/http_post.h"
-#include "cli/json_read.h"
+#include "cli/http_client.h"
 
 namespace orvane::cli {
 
@@ -22,6 +22,12 @@ namespace orvane::cli {
 class NoSimulator : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+};
+
+// Nobody listens any more where the simulator was.
+class SimulatorGone : public NoSimulator {
+ public:
+  using NoSimulator::NoSimulator;
 };
 
 // The simulator does not do what was asked; what() is its own text.
@@ -39,13 +45,20 @@ class Simulator {
 
   // The method's result; the names are those of the simulator's own page. Throws SimulatorRefusal
   // or NoSimulator.
-  picojson::value Call(const std::string& method,
-                       const picojson::object& parameters = picojson::object()) const;
+  Json Call(const std::string& method, const Json& parameters = Json::object()) const;
 
-  bool runs() const;  // false: its process has ended since
+  // What it tells from now on, as messages {"events":[{"name","data"},…]}. Throws NoSimulator.
+  std::unique_ptr<MessageStream> OpenEvents() const;
+
   pid_t pid() const { return pid_; }
+  bool EndsWithin(std::chrono::milliseconds patience) const;  // true: its process is gone
 
  private:
+  bool ReadRecord(const std::filesystem::path& file);  // false: it does not say where
+  bool runs() const;
+  template <class Work>
+  auto Reach(const Work& work) const;
+
   std::filesystem::path folder_;
   LocalAddress address_;
   std::string token_;
@@ -59,8 +72,8 @@ struct SimulatorOptions {
 };
 void AddSimulatorOptions(CLI::App& verb, SimulatorOptions& options, const std::string& json_help);
 
-// Runs `work` with the simulator; a refusal and a missing simulator are printed and give their exit
-// codes.
+// Runs `work` with the simulator; a refusal, an answer of another form and a missing simulator are
+// printed and give their exit codes.
 ExitCode WithSimulator(const SimulatorOptions& options,
                        const std::function<ExitCode(const Simulator&)>& work);
 

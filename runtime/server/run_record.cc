@@ -9,7 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <system_error>
-#include <utility>
 
 #include "posix/unique_fd.h"
 
@@ -17,12 +16,12 @@ namespace orvane::server {
 
 namespace fs = std::filesystem;
 
-RunRecord::RunRecord(const fs::path& state_folder, std::string json)
-    : file_(state_folder / "run" / "simulator.json"), json_(std::move(json)) {
+RunRecord::RunRecord(const fs::path& state_folder, const RunPlace& place)
+    : file_(state_folder / "run" / "simulator.json"), json_(base::JsonText(base::ToJson(place))) {
   fs::create_directories(file_.parent_path());
   const fs::path draft = file_.string() + "." + std::to_string(getpid());
   {
-    const base::UniqueFd out(open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    const posix::UniqueFd out(open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     const auto size = static_cast<ssize_t>(json_.size());
     if (!out || write(out.get(), json_.data(), json_.size()) != size) {
       throw std::system_error(errno, std::generic_category(), draft.string());

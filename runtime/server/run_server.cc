@@ -160,7 +160,7 @@ void RunServer::Runner::Open(const base::JsonObject& started) {
   content_.emplace(
       options_, origins,
       AppContent::Parts{loop_, *app_site_, contexts_, hub_, [this](const std::string& text) {
-                          journal_.AddExplanation(R"("text":)" + base::JsonText(text));
+                          journal_.AddExplanation(R"("text":)" + base::JsonText(Json(text)));
                         }});
   app_site_->set_content(
       [this](const std::shared_ptr<Exchange>& exchange) { content_->Handle(exchange); });
@@ -177,13 +177,8 @@ void RunServer::Runner::Open(const base::JsonObject& started) {
 
 // Where the command line finds this run.
 void RunServer::Runner::Record(const std::string& api, const std::string& secret) {
-  record_.emplace(options_.state_folder, base::JsonWriter()
-                                             .Text("url", addresses_.simulator)
-                                             .Text("api", api)
-                                             .Text("token", secret)
-                                             .Number("pid", getpid())
-                                             .Text("appUrl", addresses_.app)
-                                             .Take());
+  record_.emplace(options_.state_folder,
+                  RunPlace{addresses_.simulator, api, secret, addresses_.app, getpid()});
 }
 
 void RunServer::Runner::OpenBrowser() {

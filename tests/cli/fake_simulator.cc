@@ -5,73 +5,35 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
-#include <stdexcept>
+#include <sstream>
 #include <utility>
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-
 namespace orvane::cli {
-
-using picojson::value;
-
-namespace {
-
-// Up to the end of the head, then as much as it announces.
-std::string ReadRequest(int connection, size_t* body_begin) {
-  std::string bytes;
-  char buffer[4096];
-  size_t wanted = std::string::npos;
-  while (bytes.size() < wanted) {
-    const ssize_t count = recv(connection, buffer, sizeof(buffer), 0);
-    if (count <= 0) break;
-    bytes.append(buffer, static_cast<size_t>(count));
-    const size_t end = bytes.find("\r\n\r\n");
-    const size_t length = bytes.find("Content-Length: ");
-    if (end == std::string::npos || length == std::string::npos) continue;
-    *body_begin = end + 4;
-    wanted = *body_begin + std::strtoul(bytes.c_str() + length + 16, nullptr, 10);
-  }
-  return bytes;
-}
-
-}  // namespace
 
 FakeSimulator::FakeSimulator(const std::filesystem::path& state_folder, Answer answer)
     : file_(state_folder / "run" / "simulator.json"),
       answer_(std::move(answer)),
-      listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  sockaddr_in address = {};
-  address.sin_family = AF_INET;
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  socklen_t size = sizeof(address);
-  auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  if (bind(listener_, generic, size) != 0 || listen(listener_, 8) != 0 ||
-      getsockname(listener_, generic, &size) != 0) {
-    throw std::runtime_error("no port");
-  }
-  port_ = ntohs(address.sin_port);
-  WriteFile("pid", value(static_cast<double>(getpid())));
+      listener_(loop_, {asio::ip::address_v4::loopback(), 0}) {
+  WriteFile("pid", getpid());
   thread_ = std::thread([this] { Run(); });
 }
 
 FakeSimulator::~FakeSimulator() {
-  shutdown(listener_, SHUT_RDWR);
+  shutdown(listener_.native_handle(), SHUT_RDWR);
   thread_.join();
-  close(listener_);
 }
 
-void FakeSimulator::WriteFile(const std::string& member, const value& member_value) {
-  const std::string origin = "http://localhost:" + std::to_string(port_);
-  picojson::object run{{"url", value(origin + "/#token=secret")},
-                       {"api", value(origin + "/api/call")},
-                       {"token", value("secret")},
-                       {"pid", value(static_cast<double>(getpid()))}};
+void FakeSimulator::WriteFile(const std::string& member, const Json& member_value) {
+  const std::string origin =
+      "http://localhost:" + std::to_string(listener_.local_endpoint().port());
+  Json run{{"url", origin + "/#token=secret"},
+           {"api", origin + "/api/call"},
+           {"token", "secret"},
+           {"pid", getpid()}};
   run[member] = member_value;
   std::filesystem::create_directories(file_.parent_path());
-  std::ofstream(file_) << value(run).serialize();
+  std::ofstream(file_) << run;
 }
 
 std::vector<FakeSimulator::Request> FakeSimulator::requests() const {
@@ -85,24 +47,43 @@ std::string FakeSimulator::Ok(const std::string& json) {
 }
 
 void FakeSimulator::Run() {
-  for (int connection = 0; (connection = accept(listener_, nullptr, nullptr)) >= 0;) {
-    Serve(connection);
-    close(connection);
+  beast::error_code error;
+  while (!error) {
+    tcp::socket connection = listener_.accept(error);
+    if (!error) {
+      served_.push_back(
+          std::async(std::launch::async, &FakeSimulator::Serve, this, std::move(connection)));
+    }
   }
 }
 
-void FakeSimulator::Serve(int connection) {
-  size_t body_begin = 0;
-  const std::string bytes = ReadRequest(connection, &body_begin);
-  Request request;
-  request.head = bytes.substr(0, body_begin);
-  picojson::parse(request.body, bytes.substr(body_begin));
+void FakeSimulator::Serve(tcp::socket connection) {
+  beast::flat_buffer buffer;
+  http::request<http::string_body> read;
+  beast::error_code error;
+  http::read(connection, buffer, read, error);
+  if (error) return;
+  if (websocket::is_upgrade(read) && !messages_.empty()) {
+    return SendMessages(std::move(connection), read);
+  }
+  std::ostringstream head;
+  head << read.base();
+  Request request{head.str(), read.body().empty() ? Json() : Json::parse(read.body())};
   const std::string answer = answer_(request);
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     requests_.push_back(std::move(request));
   }
-  send(connection, answer.data(), answer.size(), MSG_NOSIGNAL);
+  asio::write(connection, asio::buffer(answer), error);
+}
+
+void FakeSimulator::SendMessages(tcp::socket connection,
+                                 const http::request<http::string_body>& upgrade) {
+  websocket::stream<tcp::socket> stream(std::move(connection));
+  beast::error_code error;
+  stream.accept(upgrade, error);
+  for (const std::string& message : messages_) stream.write(asio::buffer(message), error);
+  stream.close(websocket::close_code::normal, error);
 }
 
 }  // namespace orvane::cli

@@ -4,35 +4,49 @@
 #include <memory>
 #include <string>
 
-#include "cli/json_output.h"
+#include "base/json_fields.h"
+#include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs/verbs.h"
 
 namespace orvane::cli {
 
-using picojson::value;
-
 namespace {
 
-// "*" before the application that has the focus.
-void PrintLine(const value& app, const std::string& focused) {
-  const std::string id = Member(app, "id").to_str();
-  const bool runs = Member(app, "running").is<bool>() && Member(app, "running").get<bool>();
-  const std::string state = runs ? Member(app, "stateName").to_str() : "not running";
-  std::printf("%c %-32s %-12s %s\n", id == focused ? '*' : ' ', id.c_str(), state.c_str(),
-              Member(app, "name").to_str().c_str());
+struct ListedApplication {
+  std::string id;
+  std::string name;
+  bool running = false;
+  std::string state_name;
+};
+template <class Map>
+void MapFields(Map& map, ListedApplication& app) {
+  map("id", app.id);
+  map("name", app.name);
+  map("running", app.running);
+  map.Optional("stateName", app.state_name);
+}
+
+struct ListedState {
+  std::vector<ListedApplication> applications;
+  std::string focused;
+};
+template <class Map>
+void MapFields(Map& map, ListedState& state) {
+  map.Optional("applications", state.applications);
+  map.Optional("focused", state.focused);
 }
 
 ExitCode List(const Simulator& simulator, const SimulatorOptions& options) {
-  const value state = simulator.Call("state.get");
-  const value& applications = Member(state, "applications");
+  const Json told = simulator.Call("state.get");
+  const auto state = base::FromJson<ListedState>(told, "the state");
   if (options.json) {
-    PrintJson(applications);
+    PrintJson(told.value("applications", Json()));
     return ExitCode::kDone;
   }
-  if (!applications.is<picojson::array>()) return ExitCode::kDone;
-  for (const value& app : applications.get<picojson::array>()) {
-    PrintLine(app, Member(state, "focused").to_str());
+  for (const ListedApplication& app : state.applications) {
+    std::printf("%c %-32s %-12s %s\n", app.id == state.focused ? '*' : ' ', app.id.c_str(),
+                app.running ? app.state_name.c_str() : "not running", app.name.c_str());
   }
   return ExitCode::kDone;
 }

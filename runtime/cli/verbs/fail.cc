@@ -4,14 +4,12 @@
 #include <memory>
 #include <string>
 
-#include "cli/json_output.h"
+#include "base/json_fields.h"
+#include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs/verbs.h"
 
 namespace orvane::cli {
-
-using picojson::object;
-using picojson::value;
 
 namespace {
 
@@ -24,14 +22,31 @@ struct FailOptions {
   bool clear = false;
 };
 
-void PrintFaults(const value& faults, bool json) {
-  if (json) {
-    return PrintJson(faults);
-  }
-  if (!faults.is<picojson::array>()) return;
-  for (const value& fault : faults.get<picojson::array>()) {
-    std::printf("%s %s %s\n", Member(fault, "function").to_str().c_str(),
-                Member(fault, "code").to_str().c_str(), Member(fault, "mode").to_str().c_str());
+struct ListedFault {
+  std::string function;
+  int code = 0;
+  std::string mode;
+};
+template <class Map>
+void MapFields(Map& map, ListedFault& fault) {
+  map("function", fault.function);
+  map("code", fault.code);
+  map("mode", fault.mode);
+}
+
+struct ListedState {
+  std::vector<ListedFault> faults;
+};
+template <class Map>
+void MapFields(Map& map, ListedState& state) {
+  map.Optional("faults", state.faults);
+}
+
+void PrintFaults(const Json& told, bool json) {
+  const auto state = base::FromJson<ListedState>(told, "the state");
+  if (json) return PrintJson(told.value("faults", Json()));
+  for (const ListedFault& fault : state.faults) {
+    std::printf("%s %d %s\n", fault.function.c_str(), fault.code, fault.mode.c_str());
   }
 }
 
@@ -51,15 +66,15 @@ void CheckUse(const FailOptions& options) {
 ExitCode Fail(const Simulator& simulator, const FailOptions& options) {
   if (options.clear) {
     const bool all = options.function.empty();
-    simulator.Call("faults.clear", {{"function", all ? value() : value(options.function)}});
+    simulator.Call("faults.clear", {{"function", all ? Json() : Json(options.function)}});
   } else if (options.has_code) {
-    simulator.Call("faults.set", {{"function", value(options.function)},
-                                  {"code", value(static_cast<double>(options.code))},
-                                  {"mode", value(options.once ? "once" : "always")}});
+    simulator.Call("faults.set", {{"function", options.function},
+                                  {"code", options.code},
+                                  {"mode", options.once ? "once" : "always"}});
   }
   const bool lists = !options.clear && !options.has_code;
   if (lists || options.simulator.json) {
-    PrintFaults(Member(simulator.Call("state.get"), "faults"), options.simulator.json);
+    PrintFaults(simulator.Call("state.get"), options.simulator.json);
   }
   return ExitCode::kDone;
 }

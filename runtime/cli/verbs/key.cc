@@ -3,13 +3,12 @@
 #include <cstdio>
 #include <memory>
 
-#include "cli/json_output.h"
+#include "base/json_fields.h"
+#include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs/verbs.h"
 
 namespace orvane::cli {
-
-using picojson::value;
 
 namespace {
 
@@ -19,16 +18,27 @@ struct KeyOptions {
   bool is_long = false;
 };
 
+// What became of a press.
+struct KeyOutcome {
+  bool delivered = false;
+  std::string text;
+};
+template <class Map>
+void MapFields(Map& map, KeyOutcome& outcome) {
+  map.Optional("delivered", outcome.delivered);
+  map.Optional("text", outcome.text);
+}
+
 ExitCode Press(const Simulator& simulator, const KeyOptions& options) {
-  const value key = simulator.Call(
-      "keys.press", {{"name", value(options.name)}, {"long", value(options.is_long)}});
-  const value& delivered = Member(key, "delivered");
+  const Json told =
+      simulator.Call("keys.press", {{"name", options.name}, {"long", options.is_long}});
+  const auto outcome = base::FromJson<KeyOutcome>(told, "the outcome");
   if (options.simulator.json) {
-    PrintJson(key);
+    PrintJson(told);
   } else {
-    std::printf("%s.\n", Member(key, "text").to_str().c_str());
+    std::printf("%s.\n", outcome.text.c_str());
   }
-  return delivered.is<bool>() && delivered.get<bool>() ? ExitCode::kDone : ExitCode::kScriptError;
+  return outcome.delivered ? ExitCode::kDone : ExitCode::kScriptError;
 }
 
 }  // namespace

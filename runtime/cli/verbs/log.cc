@@ -5,10 +5,9 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
-#include "cli/json_output.h"
+#include "base/json_fields.h"
 #include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs/verbs.h"
@@ -16,9 +15,6 @@
 #include "tvset/log_format.h"
 
 namespace orvane::cli {
-
-using picojson::object;
-using picojson::value;
 
 namespace {
 
@@ -30,9 +26,11 @@ struct LogOptions {
   std::string format = "brief";
 };
 
-constexpr double kLinesPerCall = 5000;
-constexpr std::chrono::milliseconds kPause{150};  // between two looks
+constexpr int kLinesPerCall = 5000;
+// A simulator that ends stops answering a moment before its process is gone.
 constexpr std::chrono::milliseconds kEnding{4000};
+// Connections in a row on which nothing came.
+constexpr int kMostEmpty = 3;
 
 const std::map<std::string, std::string>& Levels() {
   static const std::map<std::string, std::string> levels = {
@@ -42,16 +40,47 @@ const std::map<std::string, std::string>& Levels() {
   return levels;
 }
 
-tvset::LogLine ReadLine(const value& json) {
-  const auto number = [&](const char* name) { return WholeNumber(Member(json, name)).value_or(0); };
+struct NumberedLine {
+  int64_t seq = 0;
   tvset::LogLine line;
-  line.time_ns = number("time_ns");
-  line.pid = static_cast<pid_t>(number("pid"));
-  line.tid = static_cast<pid_t>(number("tid"));
-  line.priority = static_cast<int>(number("priority"));
-  line.tag = Member(json, "tag").to_str();
-  line.text = Member(json, "text").to_str();
-  return line;
+};
+template <class Map>
+void MapFields(Map& map, NumberedLine& numbered) {
+  map("seq", numbered.seq);
+  map("time_ns", numbered.line.time_ns);
+  map("pid", numbered.line.pid);
+  map("tid", numbered.line.tid);
+  map("priority", numbered.line.priority);
+  map("tag", numbered.line.tag);
+  map("text", numbered.line.text);
+}
+
+// What log.list answers.
+struct LinesAnswer {
+  std::vector<Json> lines;
+  int64_t next = 0;
+};
+template <class Map>
+void MapFields(Map& map, LinesAnswer& answer) {
+  map.Optional("lines", answer.lines);
+  map.Optional("next", answer.next);
+}
+
+struct EventsMessage {
+  struct Event {
+    std::string name;
+    Json data;
+  };
+  std::vector<Event> events;
+};
+template <class Map>
+void MapFields(Map& map, EventsMessage::Event& event) {
+  map("name", event.name);
+  map.Optional("data", event.data);
+}
+template <class Map>
+void MapFields(Map& map, EventsMessage& message) {
+  map.Optional("events", message.events);
 }
 
 // Prints the simulator's log from its oldest line on.
@@ -63,18 +92,30 @@ class LogReader {
         format_(tvset::ParseLogFormat(options.format)),
         filter_({(options.tag.empty() ? "*" : options.tag) + ":" + Levels().at(options.level)}) {}
 
-  // What has come since the last time.
-  void PrintNew() {
+  // What the simulator has kept since the line that was printed last.
+  void PrintKept() {
     while (true) {
-      const value answer =
-          simulator_.Call("log.list", {{"since", since_}, {"limit", value(kLinesPerCall)}});
+      const auto answer = base::FromJson<LinesAnswer>(
+          simulator_.Call("log.list", {{"since", last_}, {"limit", kLinesPerCall}}), "the log");
       has_answer_ = true;
-      const value& lines = Member(answer, "lines");
-      if (!lines.is<picojson::array>() || lines.get<picojson::array>().empty()) break;
-      for (const value& line : lines.get<picojson::array>()) Print(line);
-      const value& next = Member(answer, "next");
-      if (!next.is<double>() || next == since_) break;  // it would give the same lines again
-      since_ = next;
+      for (const Json& line : answer.lines) Print(line);
+      if (answer.lines.empty() || answer.next <= last_) break;  // it would give the same again
+      last_ = answer.next;
+    }
+    std::fflush(stdout);
+  }
+
+  // The lines among what the simulator tells.
+  void PrintTold(std::string_view message) {
+    const Json told = base::ParseJson(message);
+    for (const auto& event : base::FromJson<EventsMessage>(told, "the message").events) {
+      if (event.name != "log") continue;
+      for (const Json& json : event.data) {
+        const auto seq = base::FromJson<NumberedLine>(json, "a line").seq;
+        if (seq <= last_) continue;
+        last_ = seq;
+        Print(json);
+      }
     }
     std::fflush(stdout);
   }
@@ -82,45 +123,51 @@ class LogReader {
   bool has_answer() const { return has_answer_; }  // the simulator answered at least once
 
  private:
-  void Print(const value& json) {
-    if (!json.is<object>()) return;
-    const tvset::LogLine line = ReadLine(json);
-    if (!filter_.Shows(line)) return;
-    const std::string text = json_ ? JsonText(json) : tvset::FormatLogLine(line, format_);
-    std::fwrite((text + '\n').data(), 1, text.size() + 1, stdout);
+  void Print(const Json& json) {
+    const auto numbered = base::FromJson<NumberedLine>(json, "a line");
+    if (!filter_.Shows(numbered.line)) return;
+    if (json_) return PrintJson(json);
+    const std::string text = tvset::FormatLogLine(numbered.line, format_) + '\n';
+    std::fwrite(text.data(), 1, text.size(), stdout);
   }
 
   const Simulator& simulator_;
   const bool json_;
   const tvset::LogFormat format_;
   const tvset::LogFilter filter_;
-  value since_ = value(0.0);
+  int64_t last_ = 0;
   bool has_answer_ = false;
 };
 
-// A simulator that ends stops answering a moment before its process is gone.
-bool HasEnded(const Simulator& simulator) {
-  const auto end = std::chrono::steady_clock::now() + kEnding;
-  while (simulator.runs() && std::chrono::steady_clock::now() < end) {
-    std::this_thread::sleep_for(kPause);
+// Until the simulator does not answer any more. It disconnects one who reads too slowly, who then
+// goes on with what it has kept.
+void Follow(const Simulator& simulator, LogReader& reader) {
+  for (int empty = 0; empty < kMostEmpty; ++empty) {
+    const auto events = simulator.OpenEvents();
+    reader.PrintKept();
+    while (const auto message = events->Next()) {
+      reader.PrintTold(*message);
+      empty = 0;
+    }
   }
-  return !simulator.runs();
+  throw NoSimulator("the simulator ends every connection at once. Start it again.");
 }
 
 ExitCode Log(const Simulator& simulator, const LogOptions& options) {
   LogReader reader(simulator, options);
-  while (true) {
-    try {
-      reader.PrintNew();
-    } catch (const NoSimulator&) {
-      // One that never answered is none that has ended.
-      if (!options.follow || !reader.has_answer() || !HasEnded(simulator)) throw;
-      Complain("the simulator has ended.");
-      return ExitCode::kDone;
-    }
-    if (!options.follow) return ExitCode::kDone;
-    std::this_thread::sleep_for(kPause);
+  if (!options.follow) {
+    reader.PrintKept();
+    return ExitCode::kDone;
   }
+  try {
+    Follow(simulator, reader);
+  } catch (const NoSimulator& error) {
+    // One that never answered is none that has ended.
+    const bool is_gone = dynamic_cast<const SimulatorGone*>(&error) != nullptr;
+    if (!reader.has_answer() || !simulator.EndsWithin(is_gone ? kEnding : kEnding * 0)) throw;
+  }
+  Complain("the simulator has ended.");
+  return ExitCode::kDone;
 }
 
 }  // namespace

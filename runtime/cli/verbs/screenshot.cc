@@ -8,7 +8,7 @@
 #include <string>
 
 #include "base/base64.h"
-#include "cli/json_output.h"
+#include "base/json_fields.h"
 #include "cli/output.h"
 #include "cli/simulator.h"
 #include "cli/verbs/verbs.h"
@@ -16,7 +16,6 @@
 namespace orvane::cli {
 
 namespace fs = std::filesystem;
-using picojson::value;
 
 namespace {
 
@@ -38,11 +37,19 @@ bool WriteFile(const fs::path& file, const std::string& bytes) {
   return false;
 }
 
+struct Picture {
+  std::string png;  // base64
+  bool fresh = false;
+};
+template <class Map>
+void MapFields(Map& map, Picture& picture) {
+  map.Optional("png", picture.png);
+  map.Optional("fresh", picture.fresh);
+}
+
 ExitCode Take(const Simulator& simulator, const ScreenshotOptions& options) {
-  const value shot = simulator.Call("screenshot");
-  const value& text = Member(shot, "png");
-  const auto png =
-      text.is<std::string>() ? base::DecodeBase64(text.get<std::string>()) : std::nullopt;
+  const auto picture = base::FromJson<Picture>(simulator.Call("screenshot"), "the picture");
+  const auto png = base::DecodeBase64(picture.png);
   if (!png || png->rfind("\x89PNG", 0) != 0) {
     throw SimulatorRefusal("the simulator gave no picture.");
   }
@@ -55,10 +62,7 @@ ExitCode Take(const Simulator& simulator, const ScreenshotOptions& options) {
     return ExitCode::kScriptError;
   }
   if (options.simulator.json) {
-    const picojson::object told{{"file", value(options.file)},
-                                {"bytes", value(static_cast<double>(png->size()))},
-                                {"fresh", Member(shot, "fresh")}};
-    PrintJson(value(told));
+    PrintJson({{"file", options.file}, {"bytes", png->size()}, {"fresh", picture.fresh}});
   }
   return ExitCode::kDone;
 }

@@ -24,7 +24,7 @@ class AppFolder {
 
  private:
   struct OpenFile {
-    base::UniqueFd file;
+    posix::UniqueFd file;
     std::string name;
     uint64_t size = 0;
     std::string tag;
