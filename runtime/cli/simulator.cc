@@ -80,7 +80,7 @@ bool Simulator::ReadRecord(const fs::path& file) {
 bool Simulator::runs() const { return kill(pid_, 0) == 0 || errno == EPERM; }
 
 bool Simulator::EndsWithin(std::chrono::milliseconds patience) const {
-  const posix::UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, pid_, 0)));
+  const base::UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, pid_, 0)));
   pollfd ended{process.get(), POLLIN, 0};
   if (process) poll(&ended, 1, static_cast<int>(patience.count()));
   return !runs() || ended.revents != 0;

@@ -21,7 +21,7 @@ RunRecord::RunRecord(const fs::path& state_folder, const RunPlace& place)
   fs::create_directories(file_.parent_path());
   const fs::path draft = file_.string() + "." + std::to_string(getpid());
   {
-    const posix::UniqueFd out(open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    const base::UniqueFd out(open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     const auto size = static_cast<ssize_t>(json_.size());
     if (!out || write(out.get(), json_.data(), json_.size()) != size) {
       throw std::system_error(errno, std::generic_category(), draft.string());

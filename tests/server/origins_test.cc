@@ -41,7 +41,7 @@ class Taken {
   uint16_t port() const { return port_; }
 
  private:
-  posix::UniqueFd socket_;
+  base::UniqueFd socket_;
   uint16_t port_ = 0;
   bool is_mine_ = false;
 };
@@ -94,7 +94,7 @@ TEST_F(OriginsTest, PassesOverATakenPortForTheSimulator) {
 TEST_F(OriginsTest, ReachesTheSimulatorByBothAddressesOfThisMachine) {
   Listen(0);
   EXPECT_TRUE(RawClient(simulator_port()).is_connected());
-  const posix::UniqueFd v6(socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const base::UniqueFd v6(socket(AF_INET6, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_in6 here{};
   here.sin6_family = AF_INET6;
   here.sin6_addr = in6addr_loopback;

@@ -29,7 +29,7 @@ uint64_t BigEndian(const std::string& bytes, size_t at, size_t count) {
 
 RawClient::RawClient(uint16_t port, const std::string& address) {
   const bool is_v6 = address.find(':') != std::string::npos;
-  socket_ = posix::UniqueFd(socket(is_v6 ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  socket_ = base::UniqueFd(socket(is_v6 ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_in6 v6{};
   sockaddr_in v4{};
   v6.sin6_family = AF_INET6;

@@ -55,7 +55,7 @@ class RawClient {
   bool Fill();  // false: the end of the stream, or too long a wait
   bool Need(size_t bytes);
 
-  posix::UniqueFd socket_;
+  base::UniqueFd socket_;
   std::string buffer_;
   int close_code_ = 0;
 };

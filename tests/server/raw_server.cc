@@ -16,7 +16,7 @@ namespace orvane::server {
 namespace {
 
 // False at the end of the stream.
-bool ReadMore(const posix::UniqueFd& client, std::string* text) {
+bool ReadMore(const base::UniqueFd& client, std::string* text) {
   std::array<char, 16384> bytes;
   const ssize_t count = recv(client.get(), bytes.data(), bytes.size(), 0);
   if (count <= 0) return false;
@@ -24,7 +24,7 @@ bool ReadMore(const posix::UniqueFd& client, std::string* text) {
   return true;
 }
 
-void SendAll(const posix::UniqueFd& client, const std::string& text) {
+void SendAll(const base::UniqueFd& client, const std::string& text) {
   for (size_t sent = 0; sent < text.size();) {
     const ssize_t count = send(client.get(), text.data() + sent, text.size() - sent, MSG_NOSIGNAL);
     if (count <= 0) return;
@@ -33,7 +33,7 @@ void SendAll(const posix::UniqueFd& client, const std::string& text) {
 }
 
 // The head, and as much as it announces; what came behind it goes to `unread`.
-std::string ReadRequest(const posix::UniqueFd& client, std::string* unread) {
+std::string ReadRequest(const base::UniqueFd& client, std::string* unread) {
   std::string text;
   size_t end = std::string::npos;
   while ((end = text.find("\r\n\r\n")) == std::string::npos) {
@@ -51,7 +51,7 @@ std::string ReadRequest(const posix::UniqueFd& client, std::string* unread) {
 }  // namespace
 
 RawServer::RawServer(Answer answer) : answer_(std::move(answer)) {
-  listener_ = posix::UniqueFd(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  listener_ = base::UniqueFd(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
@@ -78,13 +78,13 @@ std::vector<std::string> RawServer::requests() const {
 
 void RawServer::Accept() {
   while (true) {
-    posix::UniqueFd client(accept4(listener_.get(), nullptr, nullptr, SOCK_CLOEXEC));
+    base::UniqueFd client(accept4(listener_.get(), nullptr, nullptr, SOCK_CLOEXEC));
     if (!client) return;
     clients_.emplace_back([this, client = std::move(client)] { Serve(client); });
   }
 }
 
-void RawServer::Serve(const posix::UniqueFd& client) {
+void RawServer::Serve(const base::UniqueFd& client) {
   std::string more;
   const std::string request = ReadRequest(client, &more);
   {

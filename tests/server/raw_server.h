@@ -30,10 +30,10 @@ class RawServer {
 
  private:
   void Accept();
-  void Serve(const posix::UniqueFd& client);
+  void Serve(const base::UniqueFd& client);
 
   const Answer answer_;
-  posix::UniqueFd listener_;
+  base::UniqueFd listener_;
   uint16_t port_ = 0;
   mutable std::mutex mutex_;
   std::vector<std::string> requests_;  // guarded by mutex_

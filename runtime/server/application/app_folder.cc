@@ -22,7 +22,7 @@ namespace {
 constexpr uint64_t kMostDocumentBytes = uint64_t{64} << 20U;
 
 // Where an open descriptor leads to, without links.
-std::string PathOf(const posix::UniqueFd& file) {
+std::string PathOf(const base::UniqueFd& file) {
   std::array<char, PATH_MAX> path{};
   const std::string link = "/proc/self/fd/" + std::to_string(file.get());
   const ssize_t length = readlink(link.c_str(), path.data(), path.size());
@@ -34,7 +34,7 @@ std::string TagOf(const struct stat& status) {
          std::to_string(status.st_mtim.tv_nsec) + "\"";
 }
 
-std::string ReadAll(const posix::UniqueFd& file, uint64_t size) {
+std::string ReadAll(const base::UniqueFd& file, uint64_t size) {
   std::string text(static_cast<size_t>(size), '\0');
   size_t done = 0;
   while (done < text.size()) {
@@ -94,7 +94,7 @@ std::optional<AppFolder::OpenFile> AppFolder::Open(const std::string& path) cons
   OpenFile open_file;
   open_file.name = path.back() == '/' ? path + "index.html" : path;
   // Does not wait where the file is a pipe.
-  open_file.file = posix::UniqueFd(
+  open_file.file = base::UniqueFd(
       open((root_ + open_file.name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status {};
   if (!open_file.file || fstat(open_file.file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {

@@ -24,7 +24,7 @@ class AppFolder {
 
  private:
   struct OpenFile {
-    posix::UniqueFd file;
+    base::UniqueFd file;
     std::string name;
     uint64_t size = 0;
     std::string tag;

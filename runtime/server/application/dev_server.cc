@@ -213,7 +213,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   // From now on bytes go both ways as they come, `first` before those of the server.
   void Pass(std::string first) {
     std::string unread;
-    posix::UniqueFd client = exchange_->TakeConnection(&unread);
+    base::UniqueFd client = exchange_->TakeConnection(&unread);
     server_.expires_never();
     Tunnel::Start(loop_, std::move(client), server_.release_socket(), std::move(first),
                   std::move(unread));

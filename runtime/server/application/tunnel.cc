@@ -8,7 +8,7 @@
 
 namespace orvane::server {
 
-void Tunnel::Start(asio::io_context& loop, posix::UniqueFd client, tcp::socket server,
+void Tunnel::Start(asio::io_context& loop, base::UniqueFd client, tcp::socket server,
                    std::string to_client, std::string to_server) {
   sockaddr_storage address{};
   socklen_t size = sizeof address;

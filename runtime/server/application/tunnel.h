@@ -16,7 +16,7 @@ namespace orvane::server {
 class Tunnel : public std::enable_shared_from_this<Tunnel> {
  public:
   // `to_client` and `to_server` go first.
-  static void Start(asio::io_context& loop, posix::UniqueFd client, tcp::socket server,
+  static void Start(asio::io_context& loop, base::UniqueFd client, tcp::socket server,
                     std::string to_client, std::string to_server);
 
   Tunnel(tcp::socket client, tcp::socket server)

@@ -30,7 +30,7 @@ class Exchange {
   virtual void AcceptSocket(std::function<void(std::shared_ptr<Socket>)> opened) = 0;
 
   // Gives the connection away, with the bytes that were read behind the request. HTTP ends on it.
-  virtual posix::UniqueFd TakeConnection(std::string* unread) = 0;
+  virtual base::UniqueFd TakeConnection(std::string* unread) = 0;
 };
 
 // Answers the requests of one origin.

@@ -149,10 +149,10 @@ void HttpConnection::AcceptSocket(std::function<void(std::shared_ptr<Socket>)> o
       ->Accept(parser_->get(), std::move(opened));
 }
 
-posix::UniqueFd HttpConnection::TakeConnection(std::string* unread) {
+base::UniqueFd HttpConnection::TakeConnection(std::string* unread) {
   stream_.expires_never();
   *unread = beast::buffers_to_string(buffer_.cdata());
-  return posix::UniqueFd(stream_.socket().release());
+  return base::UniqueFd(stream_.socket().release());
 }
 
 void HttpConnection::End() {

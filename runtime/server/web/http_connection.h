@@ -25,7 +25,7 @@ class HttpConnection final : public Exchange, public std::enable_shared_from_thi
   const HttpRequest& request() const override { return request_; }
   void Respond(HttpResponse response) override;
   void AcceptSocket(std::function<void(std::shared_ptr<Socket>)> opened) override;
-  posix::UniqueFd TakeConnection(std::string* unread) override;
+  base::UniqueFd TakeConnection(std::string* unread) override;
 
  private:
   using Parser = http::request_parser<http::string_body>;

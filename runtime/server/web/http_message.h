@@ -32,7 +32,7 @@ struct HttpRequest {
 
 // Part of a file that is sent as a body.
 struct FileSlice {
-  posix::UniqueFd file;
+  base::UniqueFd file;
   uint64_t offset = 0;
   uint64_t length = 0;
 };
