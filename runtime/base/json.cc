@@ -38,8 +38,7 @@ std::string JsonText(const Json& json) {
 
 std::string Excerpt(const Json& json) {
   constexpr size_t kShown = 60;
-  std::string text = JsonText(json);
-  return text.size() <= kShown ? text : WellFormedUtf8(text.substr(0, kShown)) + "…";
+  return Shortened(JsonText(json), kShown);
 }
 
 }  // namespace orvane::base

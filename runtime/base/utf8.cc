@@ -77,4 +77,13 @@ std::string WithoutHalfCharacters(std::string_view json) {
   return result;
 }
 
+std::string Shortened(std::string_view text, size_t most) {
+  if (text.size() <= most) return std::string(text);
+  const auto continues = [&](size_t at) {
+    return (static_cast<unsigned char>(text[at]) & 0xc0U) == 0x80;
+  };
+  while (most > 0 && continues(most)) --most;
+  return std::string(text.substr(0, most)) + "…";
+}
+
 }  // namespace orvane::base

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,9 @@ std::string WellFormedUtf8(std::string_view text);
 
 // JSON with \ufffd for each escape of half a character, such as a page's script makes.
 std::string WithoutHalfCharacters(std::string_view json);
+
+// The text's first bytes, at most `most` of them and no part of a character, with "…" behind them
+// when something was cut.
+std::string Shortened(std::string_view text, size_t most);
 
 }  // namespace orvane::base

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/json.h"
 #include "extensions/dotted_name.h"
 #include "extensions/host_error.h"
-#include "extensions/text.h"
+#include "extensions/warnings.h"
 
 namespace orvane::extensions {
 namespace {
@@ -21,7 +22,7 @@ bool Contains(const std::vector<std::string>& names, const std::string& name) {
 void Catalogue::Check(const char* kind, const std::string& name,
                       const CatalogueItem& claimant) const {
   const std::string what =
-      std::string("The ") + kind + " " + JsonString(Excerpt(name)) + " of " + claimant.source;
+      std::string("The ") + kind + " " + base::JsonText(Excerpt(name)) + " of " + claimant.source;
   if (!IsDottedName(name)) {
     throw HostError(
         what +

@@ -7,11 +7,11 @@
 #include <system_error>
 #include <utility>
 
+#include "base/json.h"
 #include "extensions/catalogue.h"
 #include "extensions/host_context.h"
 #include "extensions/metadata.h"
 #include "extensions/registry.h"
-#include "extensions/text.h"
 #include "extensions/thread_entry.h"
 
 namespace orvane::extensions {
@@ -194,8 +194,8 @@ void ExtensionHost::LoadItem(CatalogueItem& item) {
   std::unique_ptr<Extension> extension = Extension::Load(context_, item.library);
   if (extension->name() != item.name) {
     throw HostError("The library " + item.library.string() + " names itself " +
-                    JsonString(extension->name()) + ", but " + item.source + " names it " +
-                    JsonString(item.name) + ". The library is not used; correct the entry.");
+                    base::JsonText(extension->name()) + ", but " + item.source + " names it " +
+                    base::JsonText(item.name) + ". The library is not used; correct the entry.");
   }
   catalogue_->AddEntryPoints(item, extension->entry_points());
   item.extension = extension.get();

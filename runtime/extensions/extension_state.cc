@@ -5,13 +5,13 @@
 #include <optional>
 #include <utility>
 
+#include "base/json.h"
 #include "extensions/callback_frame.h"
 #include "extensions/host_context.h"
 #include "extensions/host_error.h"
 #include "extensions/instance_state.h"
 #include "extensions/interface_tables.h"
 #include "extensions/registry.h"
-#include "extensions/text.h"
 
 namespace orvane::extensions {
 
@@ -23,7 +23,7 @@ ExtensionState::ExtensionState(std::shared_ptr<HostContext> context, std::filesy
 std::string ExtensionState::Describe() const {
   std::lock_guard<std::mutex> lock(mutex_);
   if (registration_.name.empty()) return library_.string();
-  return "extension " + JsonString(registration_.name);
+  return "extension " + base::JsonText(registration_.name);
 }
 
 void ExtensionState::Initialize(XW_Initialize_Func initialize) {

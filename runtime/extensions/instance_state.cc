@@ -10,7 +10,7 @@
 #include "extensions/host_context.h"
 #include "extensions/host_error.h"
 #include "extensions/registry.h"
-#include "extensions/text.h"
+#include "extensions/warnings.h"
 
 namespace orvane::extensions {
 

@@ -12,11 +12,11 @@
 #include "XW_Extension_Permissions.h"
 #include "XW_Extension_Runtime.h"
 #include "XW_Extension_SyncMessage.h"
+#include "base/json.h"
 #include "extensions/extension_state.h"
 #include "extensions/handle_access.h"
 #include "extensions/host_context.h"
 #include "extensions/instance_state.h"
-#include "extensions/text.h"
 #include "extensions/warnings.h"
 
 namespace orvane::extensions {
@@ -149,8 +149,8 @@ void SetExtraJsEntryPoints(XW_Extension extension, const char** entry_points) {
 
 // Empty for an unknown key. The same during and after XW_Initialize.
 std::string RuntimeVariable(const ExtensionState& extension, const char* key) {
-  if (std::strcmp(key, "extension_path") == 0) return JsonString(extension.library().string());
-  if (std::strcmp(key, "app_id") == 0) return JsonString(extension.context().options().app_id);
+  if (std::strcmp(key, "extension_path") == 0) return base::JsonText(extension.library().string());
+  if (std::strcmp(key, "app_id") == 0) return base::JsonText(extension.context().options().app_id);
   return std::string();
 }
 
@@ -238,7 +238,7 @@ const void* FindTable(const char* name) {
 }
 
 std::string UnknownInterfaceText(const char* name) {
-  std::string text = "there is no interface " + JsonString(name) + "; known are";
+  std::string text = "there is no interface " + base::JsonText(name) + "; known are";
   const char* separator = " ";
   for (const NamedTable& entry : kTables) {
     text += separator + std::string(entry.name);

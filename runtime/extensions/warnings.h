@@ -5,11 +5,17 @@
 #include <cstdint>
 #include <exception>
 #include <string>
+#include <string_view>
 #include <utility>
+
+#include "base/utf8.h"
 
 namespace orvane::extensions {
 
 class ExtensionState;
+
+// The beginning of what an extension or a page wrote, as a text for people shows it.
+inline std::string Excerpt(std::string_view text) { return base::Shortened(text, 200); }
 
 // Warnings about calls of the C interface. Any thread; they never throw. Each text begins with the
 // call's name.

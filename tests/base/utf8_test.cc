@@ -43,5 +43,11 @@ TEST(HalfCharactersTest, LeaveEverythingElseAlone) {
   }
 }
 
+TEST(ShortenedTest, CutsBetweenCharacters) {
+  EXPECT_EQ(Shortened("four", 4), "four");
+  EXPECT_EQ(Shortened("fours", 4), "four…");
+  EXPECT_EQ(Shortened("fouü and more", 4), "fou…");
+}
+
 }  // namespace
 }  // namespace orvane::base

@@ -96,7 +96,7 @@ TEST_F(RuntimeVariables, AreKnownLaterToo) { EXPECT_EQ(Read("app_id", 64), "\"te
 TEST_F(RuntimeVariables, AreJsonTexts) {
   options().app_id = "a\"b\\c\nd/e";
 
-  EXPECT_EQ(Read("app_id", 64), R"("a\"b\\c\u000ad/e")");
+  EXPECT_EQ(Read("app_id", 64), R"("a\"b\\c\nd/e")");
 }
 
 TEST_F(RuntimeVariables, AreCutToTheBufferAndTerminated) {
