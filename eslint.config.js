@@ -52,15 +52,7 @@ const runtimeScript = {
   parserOptions: { ecmaFeatures: { impliedStrict: true } },
 };
 
-// The library's script is one script in several files: what one declares, the others use. That each
-// name is declared and used once they are joined is checked on the joined text (tests/script/).
-const joinedScriptRules = {
-  'no-implicit-globals': 'off',
-  'no-undef': 'off',
-  'no-unused-vars': ['error', { vars: 'local', caughtErrors: 'none' }],
-};
-
-export const libraryScript = {
+const libraryScript = {
   languageOptions: {
     ...runtimeScript,
     ecmaVersion: 2015,
@@ -89,8 +81,8 @@ export default [
   { files: ['**/*.test.mjs'], rules: { 'max-lines-per-function': 'off' } },
   {
     files: ['src/orvane/api/*.js'],
-    languageOptions: libraryScript.languageOptions,
-    rules: { ...libraryScript.rules, ...joinedScriptRules },
+    languageOptions: { ...libraryScript.languageOptions, sourceType: 'module' },
+    rules: libraryScript.rules,
   },
   {
     files: ['src/orvane/api/register_keys.js'], // one long table
@@ -100,12 +92,21 @@ export default [
     // Facilities that the web runtime evaluates in a page, in JavaScriptCore and in a browser.
     files: ['runtime/page/js/**/*.js'],
     languageOptions: {
-      ...runtimeScript,
       ecmaVersion: 2022,
-      globals: { ...globals['shared-node-browser'], extension: 'readonly', xwalk: 'writable' },
+      sourceType: 'module',
+      globals: globals['shared-node-browser'],
     },
-    // Each file is one function expression, which the runtime calls.
-    rules: { 'max-lines-per-function': 'off', 'no-unused-expressions': 'off' },
+    // Each module is one function, which makes its part when that is first used.
+    rules: { 'max-lines-per-function': 'off' },
+  },
+  {
+    files: ['runtime/page/js/in_process.js'],
+    languageOptions: { globals: { host: 'readonly' } },
+  },
+  {
+    files: ['runtime/page/js/extension_wrapper.js'],
+    languageOptions: { ...runtimeScript, globals: { scriptText: 'readonly' } },
+    rules: { 'no-unused-expressions': 'off' },
   },
   {
     // What pages run: scripts of web applications.
@@ -158,7 +159,7 @@ export default [
   },
   {
     // What the command runs in a page of its own accord.
-    files: ['runtime/cli/js/**/*.js'],
+    files: ['runtime/cli/**/*.js'],
     languageOptions: {
       ...runtimeScript,
       ecmaVersion: 2020,
@@ -168,5 +169,10 @@ export default [
   {
     files: ['simulator/**/*.js', 'runtime/server/**/*.js'],
     languageOptions: { ecmaVersion: 2022, sourceType: 'module', globals: globals.browser },
+  },
+  {
+    // What the server gives to the function that the build makes of it.
+    files: ['runtime/server/browser_script/page.js'],
+    languageOptions: { globals: { boot: 'readonly', scripts: 'readonly' } },
   },
 ];

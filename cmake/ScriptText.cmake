@@ -1,14 +1,14 @@
 # SPDX-FileCopyrightText: The Orvane authors
 # SPDX-License-Identifier: Apache-2.0
-# The script that the library carries, as a C++ source.
+# The script that the library carries.
+include(EmbedFile)
 
 get_filename_component(_script_text_root ${CMAKE_CURRENT_LIST_DIR} DIRECTORY)
 set(ORVANE_DEVICE_KEYS ${_script_text_root}/src/orvane/device_keys.json CACHE FILEPATH
     "The 27 keys of the set's own remote control")
-set(ORVANE_SCRIPT_TEXT_CC ${CMAKE_BINARY_DIR}/generated/orvane_api.cc)
-set(ORVANE_SCRIPT_TEXT_JS ${CMAKE_BINARY_DIR}/generated/orvane_api.js)
+set(ORVANE_SCRIPT_TEXT ${CMAKE_BINARY_DIR}/generated/orvane_api.js)
 
-# The rule that makes the two files above; added once, by the first target that carries the script.
+# The rule that makes the script; added once, by the first target that carries it.
 function(_orvane_script_text_rule)
   if(TARGET orvane-script-text)
     return()
@@ -21,22 +21,21 @@ function(_orvane_script_text_rule)
   set(sources ${_script_text_root}/src/orvane)
   file(GLOB inputs CONFIGURE_DEPENDS ${sources}/api/*.js ${sources}/build/*.mjs)
   add_custom_command(
-    OUTPUT ${ORVANE_SCRIPT_TEXT_CC} ${ORVANE_SCRIPT_TEXT_JS}
+    OUTPUT ${ORVANE_SCRIPT_TEXT}
     COMMAND ${ORVANE_NODE} ${sources}/build/make_script_text.mjs --device-keys ${ORVANE_DEVICE_KEYS}
-            --cc ${ORVANE_SCRIPT_TEXT_CC} --js ${ORVANE_SCRIPT_TEXT_JS}
-    DEPENDS ${inputs} ${ORVANE_DEVICE_KEYS} ${_script_text_root}/package-lock.json
+            --js ${ORVANE_SCRIPT_TEXT}
+    DEPENDS ${inputs} ${ORVANE_DEVICE_KEYS} ${_script_text_root}/cmake/bundle.mjs
+            ${_script_text_root}/package-lock.json
     COMMENT "Making the script text"
     VERBATIM)
-  add_custom_target(orvane-script-text
-                    DEPENDS ${ORVANE_SCRIPT_TEXT_CC} ${ORVANE_SCRIPT_TEXT_JS})
+  add_custom_target(orvane-script-text DEPENDS ${ORVANE_SCRIPT_TEXT})
 endfunction()
 
-# orvane_add_script_text(TARGET): adds the source that defines kSource_orvane_api to TARGET, and the
-# folder below which its header is found.
+# orvane_add_script_text(TARGET): puts kSource_orvane_api into TARGET, and adds the folder below
+# which its header is found.
 function(orvane_add_script_text target)
   _orvane_script_text_rule()
-  set_source_files_properties(${ORVANE_SCRIPT_TEXT_CC} PROPERTIES GENERATED TRUE)
-  target_sources(${target} PRIVATE ${ORVANE_SCRIPT_TEXT_CC})
+  orvane_embed_file(${target} ${ORVANE_SCRIPT_TEXT} kSource_orvane_api)
   target_include_directories(${target} PRIVATE ${_script_text_root}/src)
   add_dependencies(${target} orvane-script-text)
 endfunction()

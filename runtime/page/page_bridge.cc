@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// The functions of a PageCore that the runtime's own scripts call: the `bridge` of js/main.js.
+// The functions of a PageCore that the runtime's own scripts call: the `host` of js/main.js.
 #include <utility>
 
 #include "extensions/extension_host.h"

@@ -24,7 +24,7 @@ PageRuntime::PageRuntime(extensions::ExtensionHost& host, Clock& clock)
       group_(JSContextGroupCreate()),
       rejections_(std::make_unique<UnhandledRejections>(group_)),
       page_script_(
-          std::make_unique<SharedScript>(group_, std::string(PageScript()), "runtime:page.js")) {}
+          std::make_unique<SharedScript>(group_, kPageScript, "runtime:page.js")) {}
 
 PageRuntime::~PageRuntime() {
   extension_scripts_.clear();
@@ -90,9 +90,7 @@ void PageRuntime::SortMail() {
 const SharedScript& PageRuntime::ScriptOf(const extensions::Extension& extension) {
   std::unique_ptr<SharedScript>& script = extension_scripts_[&extension];
   if (script == nullptr) {
-    std::string source(ExtensionWrapperHead());
-    source += extension.api();
-    source += ExtensionWrapperTail();
+    const std::string source = kExtensionWrapperHead + extension.api() + kExtensionWrapperTail;
     script = std::make_unique<SharedScript>(group_, source,
                                             std::string(kExtensionScheme) + extension.name());
   }

@@ -18,7 +18,8 @@
 #include "XW_Extension_EntryPoints.h"
 #include "XW_Extension_Message_2.h"
 #include "XW_Extension_SyncMessage.h"
-#include "test_extension_script.h"
+
+extern "C" const char kTestExtensionScript[];  // test_extension.js
 
 namespace {
 

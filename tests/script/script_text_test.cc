@@ -12,7 +12,7 @@
 namespace {
 
 std::string ReadBuiltScript() {
-  std::ifstream file(ORVANE_SCRIPT_TEXT_JS, std::ios::binary);
+  std::ifstream file(ORVANE_SCRIPT_TEXT, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(file), {});
 }
 
@@ -29,7 +29,7 @@ TEST(ScriptText, BeginsWithTheNativeManagerAndEndsWithTheExport) {
   const std::string text = kSource_orvane_api;
   const std::string end = "exports=new OrvaneManager;";
 
-  EXPECT_EQ(0U, text.rfind("const native=new xwalk.utils.NativeManager(extension);", 0));
+  EXPECT_EQ(0U, text.rfind("var native=new xwalk.utils.NativeManager(extension);", 0));
   ASSERT_GT(text.size(), end.size());
   EXPECT_EQ(end, text.substr(text.size() - end.size()));
 }

@@ -3,9 +3,7 @@
 
 // The console of a page that has no browser around it: one line of text per call goes to the home
 // of the page.
-(function makeConsole(use, bridge) {
-  'use strict';
-
+export function makeConsole(use, host) {
   const inspect = use('inspect');
   const levels = { debug: 0, log: 1, info: 2, warn: 3, error: 4 };
 
@@ -52,10 +50,7 @@
       typeof args[0] === 'string' && args.length > 1
         ? fill(args[0], args.slice(1))
         : args.map((value) => inspect.argument(value)).join(' ');
-    bridge.writeConsole(
-      level,
-      indent === '' ? text : indent + text.replaceAll('\n', `\n${indent}`)
-    );
+    host.writeConsole(level, indent === '' ? text : indent + text.replaceAll('\n', `\n${indent}`));
   }
 
   const page = {
@@ -85,4 +80,4 @@
     page[name] = (...args) => write(levels[name], args);
   }
   return page;
-});
+}

@@ -1,14 +1,12 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
+import { isFinite, toNumber } from './builtins.js';
+
 // Conversions with the rules of the platform's web APIs. Each takes the value and, last, whether
 // null may pass; each throws a TypeMismatchError for what cannot be converted. A whole number
 // beyond its type's range becomes the nearest one in it, and a fraction is cut off.
-(function makeConverter(use, bridge, builtins) {
-  'use strict';
-
-  const { isFinite, toNumber } = builtins;
-
+export function makeConverter(use) {
   function fail(value, wanted) {
     const WebAPIException = use('exceptions');
     throw new WebAPIException(
@@ -101,4 +99,4 @@
       );
     },
   };
-});
+}

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // Words for error texts.
-(function makeDescribe() {
-  'use strict';
-
+export function makeDescribe() {
   const longestText = 60;
 
   const literal = (value) => (typeof value === 'string' ? JSON.stringify(value) : String(value));
@@ -40,4 +38,4 @@
         .map((constructor) => constructor.name)
         .join(' or ')}`,
   };
-});
+}

@@ -3,9 +3,7 @@
 
 // What methods throw and what error callbacks receive: `code`, `name` and `message`. One class
 // bears both of the platform's names, WebAPIException and WebAPIError.
-(function makeExceptions() {
-  'use strict';
-
+export function makeExceptions() {
   const unknownCode = 9999;
   const unknownName = 'UnknownError';
 
@@ -91,4 +89,4 @@
       });
     }
   };
-});
+}

@@ -1,13 +1,11 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
+import { call, defineProperty } from './builtins.js';
+
 // The `extension` object of a script, over its native side: an object with these functions, and
 // evaluateScript(), which returns the function that extension_wrapper.js makes of the script text.
-(function makeExtensionFactory(use, bridge, builtins) {
-  'use strict';
-
-  const { call, defineProperty } = builtins;
-
+export function makeExtensionFactory() {
   return function makeExtension(native) {
     // Reading a function of `native` costs a look-up in the engine, so the one that is called often
     // is kept.
@@ -41,4 +39,4 @@
       },
     };
   };
-});
+}

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-// What an extension's script text is evaluated in; the text stands where the mark is. The runtime
-// puts everything before the mark on one line, so that line numbers are those of the text. `xwalk`
+// What an extension's script text is evaluated in; the text stands in the place of scriptText. The
+// build puts everything before it on one line, so that line numbers are those of the text. `xwalk`
 // is the script's own, whatever the page has made of the global one; it stands outside, so that a
 // script may declare that name.
 // eslint-disable-next-line no-unused-vars -- the script uses it
@@ -13,7 +13,7 @@
     // A script may declare it again.
     // eslint-disable-next-line no-var
     var exports = {};
-    /* @script */
+    scriptText;
     return exports;
   };
 });

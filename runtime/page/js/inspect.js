@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // Values as text for a person: what console.log prints.
-(function makeInspect() {
-  'use strict';
-
+export function makeInspect() {
   const deepest = 3;
   const mostItems = 100;
   const widest = 72;
@@ -147,4 +145,4 @@
   }
 
   return inspect;
-});
+}

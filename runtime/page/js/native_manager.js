@@ -1,14 +1,12 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
+import { parse, stringify } from './builtins.js';
+
 // A script's way to its own extension and to the web runtime. Native messages are JSON: a request
 // has `cmd` and `args`, a reply has `status` and, as the case may be, `result` or `error`;
 // `callbackId` ties a posted reply to its call.
-(function makeNativeManager(use, bridge, builtins) {
-  'use strict';
-
-  const { parse, stringify } = builtins;
-
+export function makeNativeManager(use) {
   const unknownError = 9999;
   const longestQuote = 80;
 
@@ -195,4 +193,4 @@
   }
 
   return NativeManager;
-});
+}

@@ -3,9 +3,7 @@
 
 // Privileges of the platform's web APIs by their short names, and the check that a method makes
 // before it does something that needs one.
-(function makePrivilege(use, bridge) {
-  'use strict';
-
+export function makePrivilege(use, host) {
   const root = 'http://tizen.org/privilege/';
 
   return {
@@ -33,7 +31,7 @@
     },
 
     check(privilege) {
-      if (!bridge.hasPrivilege(privilege)) {
+      if (!host.hasPrivilege(privilege)) {
         const WebAPIException = use('exceptions');
         throw new WebAPIException(
           WebAPIException.SECURITY_ERR,
@@ -43,4 +41,4 @@
       }
     },
   };
-});
+}

@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
+import { defineProperty } from './builtins.js';
+
 // Puts extensions under their dotted names. Nothing of an extension is loaded before a script
 // touches its name or one of its entry points. What is published is read-only for the page, and so
 // are the objects made to hold it; objects that the page has already are kept and added to.
-(function makePublish(use, bridge, builtins) {
-  'use strict';
-
-  const { defineProperty } = builtins;
+export function makePublish(use, host) {
   // Dotted name -> what is published there.
   const spots = { __proto__: null };
   const namespaces = [];
@@ -50,7 +49,7 @@
     }
     extension.state = 'loading';
     try {
-      const native = bridge.createInstance(extension.name);
+      const native = host.createInstance(extension.name);
       if (native !== null) {
         const run = native.evaluateScript()(use('xwalk'));
         spots[extension.name].value = run(use('extension')(native));
@@ -113,4 +112,4 @@
       Object.preventExtensions(namespaces[index]);
     }
   };
-});
+}

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // Timers and microtasks for a page that has no browser around it.
-(function makeTimers(use, bridge) {
-  'use strict';
-
+export function makeTimers(use, host) {
   const page = globalThis;
 
   function requireFunction(name, value) {
@@ -18,7 +16,7 @@
     const run = args.length === 0 ? handler : () => handler(...args);
     // A browser takes the delay as a 32-bit integer too: what is no number, and what is too large,
     // counts as 0.
-    return bridge.addTimer(run, delay | 0, repeats);
+    return host.addTimer(run, delay | 0, repeats);
   }
 
   page.window = page;
@@ -30,10 +28,10 @@
     return start('setInterval', handler, delay, args, true);
   };
   page.clearTimeout = function clearTimeout(id) {
-    bridge.removeTimer(id | 0);
+    host.removeTimer(id | 0);
   };
   page.clearInterval = function clearInterval(id) {
-    bridge.removeTimer(id | 0);
+    host.removeTimer(id | 0);
   };
   page.queueMicrotask = function queueMicrotask(callback) {
     requireFunction('queueMicrotask', callback);
@@ -41,9 +39,9 @@
       try {
         callback();
       } catch (error) {
-        bridge.reportError(error);
+        host.reportError(error);
       }
     });
   };
   return page;
-});
+}

@@ -1,12 +1,10 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
+import { getValues } from './builtins.js';
+
 // Questions about the type of a value.
-(function makeType(use, bridge, builtins) {
-  'use strict';
-
-  const { getValues } = builtins;
-
+export function makeType() {
   return {
     isNull: (value) => value === null,
     isUndefined: (value) => value === undefined,
@@ -25,4 +23,4 @@
     getValues: (enumeration) => getValues(enumeration),
     arrayContains: (array, value) => array.indexOf(value) !== -1,
   };
-});
+}

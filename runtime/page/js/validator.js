@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
+import { hasOwn, isArray, isFinite, isInteger } from './builtins.js';
+
 // The argument rules of the platform's web APIs. A method gives the arguments it was called with
 // and one rule for each: { name, type, optional, nullable, values }. What is optional may be
 // undefined or absent, what is nullable may be null. `values` means, by type: ENUM the allowed
@@ -11,11 +13,7 @@
 // Both checks throw a TypeMismatchError that names the argument, what came and what is wanted. Both
 // return an object with one property per rule, and `has`, which tells the arguments that were
 // given.
-(function makeValidator(use, bridge, builtins) {
-  'use strict';
-
-  const { hasOwn, isArray, isFinite, isInteger } = builtins;
-
+export function makeValidator(use) {
   const isObject = (value) => value !== null && typeof value === 'object' && !isArray(value);
 
   const isWhole = (value, lowest, highest) =>
@@ -293,4 +291,4 @@
       return true;
     },
   };
-});
+}

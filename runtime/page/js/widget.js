@@ -2,16 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 
 // The application's window and identity, as a page sees them.
-(function makeWidget(use, bridge) {
-  'use strict';
-
+export function makeWidget(use, host) {
   const describe = use('describe').value;
 
   function wrong(name, value) {
     return `${name} must be a finite number, but is ${describe(value)}`;
   }
 
-  const info = bridge.widgetInfo();
+  const info = host.widgetInfo();
   return {
     id: info.id,
     name: info.name,
@@ -23,14 +21,14 @@
       if (!Number.isFinite(x)) {
         return wrong('x', x);
       }
-      return Number.isFinite(y) ? bridge.moveWindow(x, y) : wrong('y', y);
+      return Number.isFinite(y) ? host.moveWindow(x, y) : wrong('y', y);
     },
 
     // Puts the window into one of the quarter positions 0 to 4. Returns "success" or what is wrong.
     setQuarterPosition(position) {
       return Number.isInteger(position)
-        ? bridge.setQuarterPosition(position)
+        ? host.setQuarterPosition(position)
         : `position must be a whole number, but is ${describe(position)}`;
     },
   };
-});
+}

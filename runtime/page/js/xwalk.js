@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 
-(function makeXwalk(use) {
-  'use strict';
-
+export function makeXwalk(use) {
   // Each facility is made when a script first reads it.
   return {
     utils: {
@@ -27,4 +25,4 @@
       },
     },
   };
-});
+}

@@ -8,6 +8,4 @@ extern "C" {
 extern const char kPageClient[];
 extern const char kPageClientEnd[];
 extern const char kWorkerClient[];
-extern const char kExtensionWrapperHead[];
-extern const char kExtensionWrapperTail[];
 }

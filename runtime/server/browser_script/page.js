@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 // The script that a served page runs before its own first one: it makes the page's runtime. The
-// build wraps it into one function expression, whose arguments the server supplies (see README.md):
-// `boot`, and the extensions' scripts as functions. Nothing of it becomes a global of the page.
+// build makes this and what it imports one function expression, whose arguments the server supplies
+// (see README.md): `boot`, and the extensions' scripts as functions. Nothing of it becomes a global
+// of the page.
 
+import { startPage } from '../../page/js/main.js';
 import { Caller } from './caller.js';
 import { makeBridge } from './bridge.js';
 import { Transport } from './transport.js';
@@ -39,7 +41,7 @@ function makeReceiver(caller, extensions) {
   };
 }
 
-export function start(boot, scripts, startPage) {
+function start() {
   const extensions = new Map();
   const caller = new Caller();
   const receiver = makeReceiver(caller, extensions);
@@ -61,3 +63,5 @@ export function start(boot, scripts, startPage) {
   endWithPage(caller.transport);
   watchSrcdocFrames(`${globalThis.origin}/.orvane/page.js`);
 }
+
+start();

@@ -3,6 +3,7 @@
 #include "server/pages/page_script.h"
 
 #include "base/json_writer.h"
+#include "page/script_files.h"
 #include "server/browser_script/client_text.h"
 
 namespace orvane::server {
@@ -22,7 +23,7 @@ PageScript::PageScript(const base::JsonObject& started, std::string_view app,
         continue;
       }
       scripts_ +=
-          ForScript(quoted) + ":" + kExtensionWrapperHead + script + kExtensionWrapperTail + ",";
+          ForScript(quoted) + ":\n" + kExtensionWrapperHead + script + kExtensionWrapperTail + ",";
     }
   }
   const std::string_view catalogue = started.Raw("catalogue");

@@ -2,6 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // Methods about the set and its applications.
 
+import { native, OrvaneManager, type_, validator_ } from './preamble.js';
+import {
+  actionValues,
+  resourceValues,
+  screenSaverStateValues,
+  targetValues,
+} from './enumerations.js';
+import { callSync, optionalCallback, replyReceiver, succeeded } from './native_calls.js';
+
 OrvaneManager.prototype.getVersion = function getVersion() {
   return callSync('OrvaneManager_getVersion');
 };
@@ -27,7 +36,7 @@ OrvaneManager.prototype.requestTvContextTask = function requestTvContextTask(tar
     { name: 'target', type: type_.ENUM, values: targetValues },
     { name: 'action', type: type_.ENUM, values: actionValues },
   ]);
-  const args = { target: target, action: action };
+  const args = { target, action };
   return native.getResultObject(
     succeeded(native.callSync('OrvaneManager_requestTvContextTask', args))
   );
@@ -39,7 +48,7 @@ OrvaneManager.prototype.getSystemStat = function getSystemStat(resource, onsucce
     { name: 'onsuccess', type: type_.FUNCTION },
     optionalCallback('onerror'),
   ]);
-  native.call('OrvaneManager_getSystemStat', { resource: resource }, (ret) => {
+  native.call('OrvaneManager_getSystemStat', { resource }, (ret) => {
     if (native.isFailure(ret)) {
       native.callIfPossible(onerror, native.getErrorObject(ret));
       return;
@@ -56,7 +65,7 @@ OrvaneManager.prototype.setScreenSaver = function setScreenSaver(state, onsucces
   ];
   validator_.validateArgsStrict(arguments, rules, true);
   const receive = replyReceiver('setScreenSaver', onsuccess, onerror);
-  native.call('OrvaneManager_setScreenSaver', { state: state }, receive);
+  native.call('OrvaneManager_setScreenSaver', { state }, receive);
 };
 
 // Forgets every point that recordProfiling has marked: that is what an empty label means.
@@ -76,5 +85,5 @@ OrvaneManager.prototype.recordProfiling = function recordProfiling(label, onsucc
     optionalCallback('onerror'),
   ]);
   const receive = replyReceiver('recordProfiling', onsuccess, onerror);
-  native.call('OrvaneManager_recordProfiling', { label: label }, receive);
+  native.call('OrvaneManager_recordProfiling', { label }, receive);
 };

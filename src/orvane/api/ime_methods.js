@@ -2,6 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // Methods about the input method: its recommended words and its place on the screen.
 
+import { native, OrvaneManager, type_, validator_ } from './preamble.js';
+import { OrvaneAlign, recommendedWordsTypeValues, resolutionNames } from './enumerations.js';
+import { operationError, succeeded } from './native_calls.js';
+import { getBaseSize, getPx } from './ime_position.js';
+
 OrvaneManager.prototype.setIMERecommendedWordsType = function setIMERecommendedWordsType(Type) {
   validator_.validateArgsStrict(arguments, [
     { name: 'Type', type: type_.ENUM, values: recommendedWordsTypeValues },

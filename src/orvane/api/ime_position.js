@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Where an input method stands: from "8px" or "12.5%" to pixels of the screen.
 
-function getBaseSize(resolution) {
+export function getBaseSize(resolution) {
   if (resolution === 'FMS_IME_RESOLUTION_4K') {
     return { width: 3840, height: 2160 };
   }
@@ -39,7 +39,7 @@ function calculatePercentValue(numberValue, baseSize) {
   return Math.floor((numberValue / 100) * baseSize);
 }
 
-function getPx(value, resolution, axis) {
+export function getPx(value, resolution, axis) {
   const base = getBaseSize(resolution);
   const numberValue = parseValue(value);
   const size = axis === 'x' ? base.width : base.height;

@@ -2,6 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // Methods about remote-control keys.
 
+import { _converter, native, OrvaneManager, type_, validator_ } from './preamble.js';
+import { registerkeyRows } from './register_keys.js';
+import { OrvaneKeyGrabMode } from './enumerations.js';
+import { operationError, succeeded } from './native_calls.js';
+import { getKeyNames, getXKeyCodeByName, isGeneratable, TVInputDeviceKey } from './key_names.js';
+
 OrvaneManager.prototype.generateKey = function generateKey(keyName) {
   validator_.validateArgsStrict(arguments, [{ name: 'keyName', type: type_.STRING }]);
   if (!isGeneratable(keyName)) {
@@ -12,7 +18,7 @@ OrvaneManager.prototype.generateKey = function generateKey(keyName) {
     );
   }
   const xKeyCode = _converter.toDouble(getXKeyCodeByName(keyName), false);
-  const ret = succeeded(native.callSync('OrvaneManager_generateKey', { xKeyCode: xKeyCode }));
+  const ret = succeeded(native.callSync('OrvaneManager_generateKey', { xKeyCode }));
   console.log('[orvane.js] generateKey result : ' + ret.result);
 };
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // From the key names of a page to what the platform calls those keys.
 
+import { generatekeyMap, loadKeyTables, mandatorykeyMap, registerkeyMap } from './key_tables.js';
+
 // The text of a list element: loose elements such as the number 5 stand for the key of that name.
 // Read once, because an object may give another text the next time. Never throws.
 function keyNameText(element) {
@@ -12,7 +14,7 @@ function keyNameText(element) {
   }
 }
 
-function isGeneratable(keyName) {
+export function isGeneratable(keyName) {
   loadKeyTables();
   return keyName in generatekeyMap;
 }
@@ -23,7 +25,7 @@ function isRegisterable(keyName) {
 }
 
 // The hardware code of a key that can be generated, "" for any other name.
-function getXKeyCodeByName(keyName) {
+export function getXKeyCodeByName(keyName) {
   loadKeyTables();
   const result = keyName in generatekeyMap ? generatekeyMap[keyName].xkeyCode : '';
   console.log('[orvane.js] Conver Name[' + keyName + '] to keyCode[' + result + ']');
@@ -46,7 +48,7 @@ function getKeyNameByName(keyName) {
 
 // The platform symbols of a page's list, in order; throws at the first name that is no key. Callers
 // convert the whole list before they send anything, so one bad name leaves every key as it was.
-function getKeyNames(keyNameList, caller) {
+export function getKeyNames(keyNameList, caller) {
   const keyNames = [];
   const length = keyNameList.length;
   for (let i = 0; i < length; ++i) {
@@ -65,7 +67,7 @@ function getKeyNames(keyNameList, caller) {
 }
 
 // A frozen copy of the properties of dict: what getSpecialSupportedKeys hands out.
-function TVInputDeviceKey(dict) {
+export function TVInputDeviceKey(dict) {
   const names = Object.getOwnPropertyNames(dict);
   for (let i = 0; i < names.length; ++i) {
     Object.defineProperty(this, names[i], {

@@ -7,12 +7,14 @@
 // digit keys to the front. They are read when a page first needs a key: making the tables takes
 // longer than the rest of the script, and many pages never ask.
 
-let mandatorykeyMap = null;
-let generatekeyMap = null;
-let registerkeyMap = null;
+import { registerkeyRows } from './register_keys.js';
+
+export let mandatorykeyMap = null;
+export let generatekeyMap = null;
+export let registerkeyMap = null;
 
 // Makes the three tables, once. To be called before one is read.
-function loadKeyTables() {
+export function loadKeyTables() {
   if (registerkeyMap === null) {
     mandatorykeyMap = keyTable(mandatorykeyRows());
     generatekeyMap = keyTable(generatekeyRows());
@@ -34,7 +36,7 @@ function keyTable(rows) {
 }
 
 // Keys that every application receives without asking. They may be registered, but are not listed.
-function mandatorykeyRows() {
+export function mandatorykeyRows() {
   return [
     ['ArrowLeft', 'Left', 37],
     ['ArrowUp', 'Up', 38],
@@ -47,7 +49,7 @@ function mandatorykeyRows() {
 
 // Keys that a page may generate; only the hardware code leaves the script. The key codes of
 // MediaRewind and MediaFastForward differ from those of registerkeyRows: both tables are right.
-function generatekeyRows() {
+export function generatekeyRows() {
   return [
     ['VolumeUp', 'XF86AudioRaiseVolume', 447, 76],
     ['VolumeDown', 'XF86AudioLowerVolume', 448, 75],

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the methods share when they speak to the native side and to the runtime.
 
+import { cache, native, type_ } from './preamble.js';
+
 // Hands back a reply of the native side, or throws the error that it carries, unchanged.
-function succeeded(ret) {
+export function succeeded(ret) {
   if (native.isFailure(ret)) {
     throw native.getErrorObject(ret);
   }
@@ -12,7 +14,7 @@ function succeeded(ret) {
 
 // The result of a native message without arguments that never changes: asked for once per page.
 // A failure is not kept, so the next call asks again.
-function callSync(api) {
+export function callSync(api) {
   if (cache.has(api)) {
     console.log('[Orvane] ' + api + ' cache: ' + cache.get(api));
     return cache.get(api);
@@ -24,7 +26,7 @@ function callSync(api) {
 }
 
 // The error of a method whose runtime message was refused.
-function operationError(method) {
+export function operationError(method) {
   return new WebAPIException(
     WebAPIException.QM_UNKNOWN_ERR,
     'An error occurred in the operation of ' + method + '.'
@@ -32,13 +34,13 @@ function operationError(method) {
 }
 
 // The validator's rule for a callback that a page may leave out.
-function optionalCallback(name) {
-  return { name: name, type: type_.FUNCTION, optional: true, nullable: true };
+export function optionalCallback(name) {
+  return { name, type: type_.FUNCTION, optional: true, nullable: true };
 }
 
 // The receiver of a posted reply that carries no result. A failure reaches the page from a timer, a
 // success at once: pages rely on the order that this gives.
-function replyReceiver(method, onsuccess, onerror) {
+export function replyReceiver(method, onsuccess, onerror) {
   return (ret) => {
     if (native.isFailure(ret)) {
       setTimeout(() => {

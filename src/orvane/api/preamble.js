@@ -4,13 +4,13 @@
 // that are asked for once. The runtime provides extension, exports, xwalk and WebAPIException, and
 // evaluates the whole script in strict mode, once for each page.
 
-const native = new xwalk.utils.NativeManager(extension);
-const validator_ = xwalk.utils.validator;
-const _converter = xwalk.utils.converter;
-const type_ = validator_.Types;
-const validatorType = xwalk.utils.type;
+export const native = new xwalk.utils.NativeManager(extension);
+export const validator_ = xwalk.utils.validator;
+export const _converter = xwalk.utils.converter;
+export const type_ = validator_.Types;
+export const validatorType = xwalk.utils.type;
 
-function OrvaneManager() {}
+export function OrvaneManager() {}
 
 // Native message name -> the first result that it gave. Lives as long as the page.
-const cache = new Map();
+export const cache = new Map();

@@ -3,8 +3,9 @@
 // The keys that a page may register beyond the mandatory ones, in the order in which
 // getSpecialSupportedKeys lists them. SysMenu and Menu are one key under two names.
 
-function registerkeyRows() {
-  // The set's own keys come last: the build makes deviceKeyRows of the device key file.
+import { deviceKeyRows } from './device_key_rows.js';
+
+export function registerkeyRows() {
   return [
     ['Power', 'XF86PowerOff', 409],
     ['Quenmar', 'XF86Home', 10071],

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Methods about the application's window.
 
+import { native, OrvaneManager, type_, validator_ } from './preamble.js';
+import { OrvaneWindowStackMode } from './enumerations.js';
+import { operationError, optionalCallback, succeeded } from './native_calls.js';
+
 // Quarter positions run from 0 up to this, which is none any more.
 const quarterPositionEnd = 5;
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env node
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// make_script_text.mjs --device-keys FILE --cc FILE [--js FILE]
-// Writes the C++ source that carries the script text, and with --js the text on its own.
+// make_script_text.mjs --js FILE [--device-keys FILE]
+// Writes the script text.
 
 import { mkdirSync, writeFileSync } from 'node:fs';
 import path from 'node:path';
@@ -10,22 +10,15 @@ import { parseArgs } from 'node:util';
 
 async function main() {
   const { values } = parseArgs({
-    options: {
-      'device-keys': { type: 'string' },
-      cc: { type: 'string' },
-      js: { type: 'string' },
-    },
+    options: { 'device-keys': { type: 'string' }, js: { type: 'string' } },
   });
-  if (!values.cc) {
-    throw new Error('say with --cc FILE where the C++ source goes');
+  if (!values.js) {
+    throw new Error('say with --js FILE where the script goes');
   }
   const { buildScriptText } = await importTool('./script_text.mjs');
-  const { toCppSource } = await import('./cpp_source.mjs');
   const text = await buildScriptText(values['device-keys']);
-  write(values.cc, toCppSource(text));
-  if (values.js) {
-    write(values.js, text);
-  }
+  mkdirSync(path.dirname(path.resolve(values.js)), { recursive: true });
+  writeFileSync(values.js, text);
 }
 
 async function importTool(module) {
@@ -37,11 +30,6 @@ async function importTool(module) {
     }
     throw new Error(`${error.message}\nrun "npm ci" in the repository's root folder first`);
   }
-}
-
-function write(file, text) {
-  mkdirSync(path.dirname(path.resolve(file)), { recursive: true });
-  writeFileSync(file, text);
 }
 
 main().catch((error) => {

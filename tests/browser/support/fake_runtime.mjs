@@ -12,8 +12,8 @@ import { WebSocketServer } from 'ws';
 
 import { buildFolder, until } from './orvane_run.mjs';
 
-const readText = (name) =>
-  readFileSync(path.join(buildFolder, 'runtime/server/browser_script', name), 'utf8');
+const readBuilt = (name) => readFileSync(path.join(buildFolder, 'runtime', name), 'utf8');
+const readText = (name) => readBuilt(path.join('server/browser_script', name));
 
 // An extension whose script gives the page its bare functions.
 const echoScript = `
@@ -162,8 +162,9 @@ export class FakeRuntime {
       app: { id: 'Fake.App', name: 'Fake', version: '1.0.0' },
       deadlineMs: this.deadlineMs,
     };
-    const echo = `${readText('wrapper_head.js')}${echoScript}${readText('wrapper_tail.js')}`;
-    const scripts = `{"dravelt.echo":${echo}}`;
+    const head = readBuilt('page/wrapper_head.js');
+    const tail = readBuilt('page/wrapper_tail.js');
+    const scripts = `{"dravelt.echo":\n${head}${echoScript}${tail}}`;
     const call = `(${JSON.stringify(boot)},${scripts})`;
     return `${readText('page_client.js')}${call}${readText('page_client_end.js')}`;
   }

@@ -4,8 +4,9 @@
 // Answers every message with itself: synchronous ones with a reply, text and binary ones with a
 // post. Published as test.echo (entry point test.echoAlias) with the functions of echo.js.
 
-#include "echo_script.h"
 #include "support.h"
+
+extern "C" const char kEchoScript[];  // echo.js
 
 namespace {
 
