@@ -23,9 +23,10 @@ bool IsAtOrBelow(const fs::path& path, const fs::path& folder) {
 
 }  // namespace
 
-FolderTree::FolderTree(fs::path folder, Ignores ignores)
+FolderTree::FolderTree(fs::path folder, Ignores ignores, size_t max_folders)
     : folder_(std::move(folder)),
       ignores_(std::move(ignores)),
+      max_folders_(max_folders),
       inotify_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC)) {
   if (!inotify_) throw std::system_error(errno, std::generic_category(), "inotify");
   if (!Open()) throw std::system_error(errno, std::generic_category(), folder_.string());
@@ -95,7 +96,7 @@ void FolderTree::OnFolder(const inotify_event& event, const fs::path& path,
 
 // The kernel's number of the watch; -1: there is none.
 int FolderTree::Watch(const fs::path& relative, uint32_t mask) {
-  if (folders_.size() >= kMaxFolders) {
+  if (folders_.size() >= max_folders_) {
     complete_ = false;
     return -1;
   }

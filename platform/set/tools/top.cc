@@ -2,22 +2,23 @@
 // SPDX-License-Identifier: Apache-2.0
 // The set's tool that shows processes, as far as a set's software asks it: one process, once.
 //
-//   top -b -n 1 -p PID
+//   top -b -n 1 [-d SECONDS] -p PID
 //
 // prints a line of headings and, if there is such a process, a line with its figures:
 //
 //   PID PPID USER STAT VSZ %VSZ %CPU COMMAND
 //
 // %CPU is the share of one processor that all threads of the process used together during the
-// window that the tool measures: 100 is one processor, 250 two and a half. It comes from the
-// process's own CPU clock, which counts nanoseconds. There are no lines about the machine and no
-// digits in the headings: who looks for a process id in the output finds its line alone.
+// window that the tool measures (0.2 seconds, or what -d says, up to 60): 100 is one processor, 250
+// two and a half. It comes from the process's own CPU clock, which counts nanoseconds. There are no
+// lines about the machine and no digits in the headings: who looks for a process id in the output
+// finds its line alone.
 //
 // What stands before the arguments makes it a stand-in for the tool: --print-text TEXT and
 // --print-file FILE print that, with {pid} replaced, --missing behaves as if there were no tool.
 #include <unistd.h>
 
-#include <cerrno>
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -28,20 +29,36 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <system_error>
+#include <thread>
 #include <vector>
 
 namespace {
 
-constexpr std::chrono::milliseconds kWindow{200};
+using Window = std::chrono::duration<double>;
+
+constexpr Window kWindow{0.2};
+constexpr Window kLongestWindow{60};
 constexpr int kNotFound = 127;  // what a shell answers for a command that is not there
 constexpr int kUsage = 2;
 
 struct Arguments {
   std::string pid;
+  Window window = kWindow;
   std::optional<std::string> text;
   std::optional<std::string> file;
   bool missing = false;
 };
+
+// Empty: it is no window that the tool takes.
+std::optional<Window> ReadWindow(const std::string& text) {
+  double seconds = 0;
+  const char* const end = text.data() + text.size();
+  const auto [rest, error] = std::from_chars(text.data(), end, seconds);
+  const bool fits = seconds >= 0 && seconds <= kLongestWindow.count();
+  if (error != std::errc() || rest != end || !fits) return std::nullopt;
+  return Window(seconds);
+}
 
 // Empty: something is not understood.
 std::optional<Arguments> Read(const std::vector<std::string>& words) {
@@ -53,6 +70,10 @@ std::optional<Arguments> Read(const std::vector<std::string>& words) {
       arguments.missing = true;
     } else if (words[i] == "-n" && more && words[i + 1] == "1") {
       ++i;
+    } else if (words[i] == "-d" && more) {
+      const std::optional<Window> window = ReadWindow(words[++i]);
+      if (!window) return std::nullopt;
+      arguments.window = *window;
     } else if (words[i] == "-p" && more) {
       arguments.pid = words[++i];
     } else if (words[i] == "--print-text" && more) {
@@ -118,21 +139,15 @@ std::optional<double> ReadClock(clockid_t clock) {
   return Seconds(time);
 }
 
-void SleepThrough(std::chrono::nanoseconds window) {
-  timespec left{0, static_cast<long>(window.count())};
-  while (nanosleep(&left, &left) != 0 && errno == EINTR) {
-  }
-}
-
 // In percent of one processor; empty when the process is gone.
-std::optional<double> MeasureShare(const std::string& pid) {
+std::optional<double> MeasureShare(const std::string& pid, Window window) {
   clockid_t clock{};
   if (clock_getcpuclockid(static_cast<pid_t>(std::strtol(pid.c_str(), nullptr, 10)), &clock) != 0) {
     return std::nullopt;
   }
   const std::optional<double> used_before = ReadClock(clock);
   const std::optional<double> before = ReadClock(CLOCK_MONOTONIC);
-  SleepThrough(kWindow);
+  std::this_thread::sleep_for(window);
   const std::optional<double> used_after = ReadClock(clock);
   const std::optional<double> after = ReadClock(CLOCK_MONOTONIC);
   if (!used_before || !used_after || !before || !after) return std::nullopt;
@@ -144,9 +159,9 @@ double MachineKib() {
          1024;
 }
 
-void PrintProcess(const std::string& pid) {
+void PrintProcess(const std::string& pid, Window window) {
   std::puts("  PID  PPID USER     STAT   VSZ %VSZ %CPU COMMAND");
-  const std::optional<double> share = MeasureShare(pid);
+  const std::optional<double> share = MeasureShare(pid, window);
   const std::optional<Process> process = FindProcess(pid);
   if (!share || !process) return;
   std::printf("%5s %5s owner    %-4s %5.0f %4.0f %4.1f %s\n", pid.c_str(), process->parent.c_str(),
@@ -159,7 +174,7 @@ void PrintProcess(const std::string& pid) {
 int main(int argc, char** argv) {
   const std::optional<Arguments> arguments = Read({argv + 1, argv + argc});
   if (!arguments) {
-    std::fputs("top: only -b -n 1 -p PID is known here\n", stderr);
+    std::fputs("top: only -b -n 1 [-d SECONDS] -p PID is known here\n", stderr);
     return kUsage;
   }
   if (arguments->missing) {
@@ -171,7 +186,7 @@ int main(int argc, char** argv) {
   } else if (arguments->file) {
     Print(ReadFile(*arguments->file), arguments->pid);
   } else {
-    PrintProcess(arguments->pid);
+    PrintProcess(arguments->pid, arguments->window);
   }
   return std::fflush(stdout) == 0 ? 0 : 1;
 }

@@ -40,15 +40,16 @@ class FolderTree {
   using Ignores = std::function<bool(const std::filesystem::path& relative)>;
   using Handler = std::function<void(const Event&)>;
 
-  // More folders than this are not watched.
   static constexpr size_t kMaxFolders = 4096;
 
-  // Throws std::system_error when the kernel gives no watches, or the folder cannot be watched.
-  FolderTree(std::filesystem::path folder, Ignores ignores);
+  // More than `max_folders` are not watched. Throws std::system_error when the kernel gives no
+  // watches, or the folder cannot be watched.
+  FolderTree(std::filesystem::path folder, Ignores ignores, size_t max_folders = kMaxFolders);
 
+  // Readable when something has come. The object keeps it.
   int fd() const { return inotify_.get(); }
 
-  // False: changes of some folder are not heard, for there are more than kMaxFolders, or more than
+  // False: changes of some folder are not heard, for there are more than are watched, or more than
   // the kernel watches for one user.
   bool complete() const { return complete_; }
 
@@ -57,7 +58,7 @@ class FolderTree {
 
   // Hands over what has come. Each change of a file is told once, also in a folder that is so new
   // that it was changed before it was watched. Changes of a file that the kernel puts together, as
-  // it may when they follow one another at once, are one. `handler` must not call back.
+  // it may when they follow one another at once, are one. `handler` must not call back, nor throw.
   void Read(const Handler& handler);
 
  private:
@@ -87,6 +88,7 @@ class FolderTree {
 
   const std::filesystem::path folder_;
   const Ignores ignores_;
+  const size_t max_folders_;
   const UniqueFd inotify_;
   bool complete_ = true;
   int root_ = -1;                                    // the folder's own watch; -1: it is gone
