@@ -22,6 +22,7 @@ Result Guarded(const char* entry, Result fallback, Call&& call) noexcept {
   return fallback;
 }
 
+// The same for an entry without an answer.
 template <class Call>
 void Guarded(const char* entry, Call&& call) noexcept {
   Guarded(entry, 0, [&call] {

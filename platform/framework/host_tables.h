@@ -26,6 +26,7 @@ inline bool operator==(const HostTables& a, const HostTables& b) {
          a.entry_points == b.entry_points && a.runtime == b.runtime;
 }
 
+// Never written while an instance lives. All null before a host initialised an extension.
 const HostTables& Host();
 
 }  // namespace common

@@ -9,7 +9,8 @@ namespace common {
 
 // One page context's side of an extension. The framework owns it from Extension::OnInstanceCreated
 // on and deletes it when the host destroys the handle. Messages come on the host's extension
-// thread; PostMessage may be called from any thread.
+// thread; PostMessage may be called from any thread. An exception that leaves a handler is logged
+// and stopped; a synchronous message then has no answer.
 class WEBAPI_EXPORT Instance {
  public:
   Instance();
@@ -21,7 +22,8 @@ class WEBAPI_EXPORT Instance {
   // A message that wants no synchronous answer. The text lives for the call.
   virtual void HandleMessage(const char* message);
 
-  // A message whose sender waits: answer with SendSyncReply, once.
+  // A message whose sender waits: answer with SendSyncReply, once, before it returns. The text
+  // lives for the call. The base class answers neither.
   virtual void HandleSyncMessage(const char* message);
 
   // Sends `message` to the page of `instance`. The caller keeps the instance alive for the call;
@@ -29,12 +31,13 @@ class WEBAPI_EXPORT Instance {
   static void PostMessage(Instance* instance, const char* message);
 
  protected:
+  // On the extension thread, inside HandleSyncMessage. The text is copied. Without a host, nothing.
   void SendSyncReply(const char* reply);
 
  private:
   friend class Extension;
 
-  XW_Instance handle_ = 0;
+  XW_Instance handle_ = 0;  // 0: not bound to a host
 };
 
 }  // namespace common

@@ -18,12 +18,17 @@ namespace common {
 // An instance whose messages are JSON: {"cmd": name, "args": object}. It finds the handler by name,
 // calls it with the arguments and an empty reply object, and sends the object back. Text that is no
 // such message, an unknown name and an exception that leaves a handler (UNKNOWN_ERR with its text)
-// are answered with an error reply.
+// are answered with an error reply, and so is text that is nested more than 100 levels deep or
+// holds a number that no double does.
 //
 // Handlers run on the host's extension thread. They are registered while the instance is
-// constructed.
+// constructed, and live as long as it: a handler may refer to the instance, and to what the derived
+// class owns.
 class WEBAPI_EXPORT ParsedInstance : public Instance {
  public:
+  // `args` is an object, empty when the message has none; it lives for the call. `out` is empty,
+  // and sent as the handler leaves it: {} when it was left alone, as for an answer that comes
+  // later.
   using Handler = std::function<void(const picojson::value& args, picojson::object& out)>;
 
   // `version` is the extension's own, for its version query.

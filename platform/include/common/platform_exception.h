@@ -10,15 +10,19 @@
 
 namespace common {
 
-// An error with the name that the page sees. Reported through ParsedInstance::ReportError.
+// An error with the name that the page sees. A handler that throws one, or any other exception, is
+// answered for with UNKNOWN_ERR and the exception's text: to keep code and name, catch it and give
+// it to ParsedInstance::ReportError.
 class WEBAPI_EXPORT PlatformException : public std::exception {
  public:
+  // `name` as a page reads it in error.name; ErrorName(code) is the one that goes with the code.
   PlatformException(ErrorCode code, std::string name, std::string message);
   ~PlatformException() override;
 
   ErrorCode code() const { return code_; }
   const std::string& name() const { return name_; }
   const std::string& message() const { return message_; }
+  // The message.
   const char* what() const noexcept override { return message_.c_str(); }
 
  private:
@@ -27,7 +31,7 @@ class WEBAPI_EXPORT PlatformException : public std::exception {
   std::string message_;
 };
 
-// An argument is missing or has the wrong type.
+// An argument is missing or has the wrong type: TYPE_MISMATCH_ERR.
 class WEBAPI_EXPORT TypeMismatchException : public PlatformException {
  public:
   explicit TypeMismatchException(std::string message);

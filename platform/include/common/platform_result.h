@@ -9,7 +9,8 @@
 
 namespace common {
 
-// The codes that a page sees as an error's `code`; each has one name.
+// The codes that a page sees as an error's `code`; each has one name. Pages compare the numbers, so
+// they stay.
 enum class ErrorCode : int {
   NO_ERROR = 0,
   NOT_SUPPORTED_ERR = 9,
@@ -21,7 +22,8 @@ enum class ErrorCode : int {
 // The name that goes with a code, such as "UnknownError"; unknown codes count as UNKNOWN_ERR.
 WEBAPI_EXPORT const char* ErrorName(ErrorCode code);
 
-// What a call into the platform came to: a code and, for an error, a message for the page.
+// What a call into the platform came to: a code and, for an error, a message for the page. A value
+// that is copied; true where the call succeeded.
 class PlatformResult {
  public:
   explicit PlatformResult(ErrorCode error_code = ErrorCode::NO_ERROR, std::string message = {})

@@ -11,7 +11,8 @@
 namespace common {
 
 // The process's queue for work that must not block the extension thread. All libraries of the
-// process share it and its one worker, so that jobs never overlap.
+// process share it and its one worker, so that jobs never overlap, and a long one delays all
+// others. Any thread. Partner of Extension, whose destruction waits for the task that runs.
 class WEBAPI_EXPORT TaskQueue {
  public:
   // Lives until the process ends.
@@ -20,8 +21,10 @@ class WEBAPI_EXPORT TaskQueue {
   TaskQueue(const TaskQueue&) = delete;
   TaskQueue& operator=(const TaskQueue&) = delete;
 
-  // Runs `work` and then `response` on the worker, each with `data`, and then `finalizer`. The
-  // template's body is compiled into the library that uses it (task-queue.h there).
+  // Runs `work` and then `response` on the worker, each with `data`, and then `finalizer`. What
+  // they refer to lives until then: the caller counts its tasks and waits for them. Throws as
+  // Worker::add_job does. The template's body is compiled into the library that uses it
+  // (task-queue.h there).
   template <class T>
   void Queue(const std::function<void(const std::shared_ptr<T>&)>& work,
              const std::function<void(const std::shared_ptr<T>&)>& response,

@@ -11,7 +11,9 @@ namespace common {
 
 // A thread that runs jobs one after the other, each followed by its finaliser, in the order of
 // add_job. A job or a finaliser that throws is logged; the finaliser of a job that threw still
-// runs, and the thread lives on. Destruction runs what is queued and joins the thread.
+// runs, and the thread lives on. What a job holds is released before its finaliser runs.
+// Destruction runs what is queued and joins the thread; it is not for a job to do. Partner of
+// TaskQueue, which owns the process's one.
 class WEBAPI_EXPORT Worker {
  public:
   Worker();

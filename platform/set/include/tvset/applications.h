@@ -22,13 +22,14 @@ namespace tvset {
 
 class Paths;
 
+// An application as it is installed, most of it from its config.xml.
 struct Application {
   std::string id;       // "<package>.<name>"
   std::string package;  // names the application's folder under the application root
   std::string name;
-  std::filesystem::path folder;  // where its config.xml is
-  std::vector<std::pair<std::string, std::string>> metadata;
-  std::vector<std::string> privileges;
+  std::filesystem::path folder;  // where its config.xml is; empty: it has no files here
+  std::vector<std::pair<std::string, std::string>> metadata;  // key and value, as it declares them
+  std::vector<std::string> privileges;                        // URIs
 };
 
 // A running application as it was when it was asked for.
@@ -39,28 +40,33 @@ struct RunningApplication {
 };
 
 // The applications installed on the set, and which of them run. What is installed is known to this
-// process only; an application's data folder outlives it. Any thread. Methods that take an id throw
-// SetError for an application that is not installed.
+// process only; an application's data folder outlives it. The platform's application functions read
+// it; the runtime installs what it runs, and says what becomes of it.
+//
+// Methods that take an id throw SetError for an application that is not installed, except those
+// that only ask. A change of an application is told to Observer::OnApplicationChanged,
+// one of the focus to OnFocusChanged, on the calling thread, before the method returns. A restart
+// of the set forgets everything but the data folders. Any thread.
 class TVSET_EXPORT Applications {
  public:
-  explicit Applications(EventHub& events);
+  explicit Applications(EventHub& events);  // borrowed
 
   // Replaces an installed application of that id, which goes on running if it did. Makes
   // <app root>/<package> with data, cache, tmp and shared in it. Throws SetError for an id or
   // package that cannot name a folder, and for a folder that cannot be made.
   void Install(const Application& application);
   void Uninstall(const std::string& id);  // terminates it first; its data stays
-  std::optional<Application> Find(const std::string& id) const;
-  std::vector<Application> list() const;  // by id
+  std::optional<Application> Find(const std::string& id) const;  // empty: not installed
+  std::vector<Application> list() const;                         // by id
 
   // Running from now on: in the foreground, topmost and focused. The application that had the focus
-  // goes to the background.
+  // goes to the background. `pid` 0: without a process. One that runs already gets the new process.
   void Launch(const std::string& id, pid_t pid);
   // Contexts report the number as it stands; 5 to 7 are states without a name, and others are
   // refused with SetError. Starts an application that does not run, without a process.
   void SetState(const std::string& id, int app_state);
-  std::optional<int> State(const std::string& id) const;  // empty: it does not run
-  std::optional<RunningApplication> Running(const std::string& id) const;
+  std::optional<int> State(const std::string& id) const;                   // empty: it does not run
+  std::optional<RunningApplication> Running(const std::string& id) const;  // empty: as State
   // The same into an object that the caller uses again; false when it does not run.
   bool ReadRunning(std::string_view id, RunningApplication* running) const;
   bool ReadFocused(RunningApplication* running) const;

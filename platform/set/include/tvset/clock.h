@@ -12,7 +12,9 @@
 
 namespace tvset {
 
-// Time that only goes forward, and alarms on it. Any thread.
+// Time that only goes forward, and alarms on it: what the set's services wait by, so that a test or
+// a person can let it pass. Partner of ScreenSaver, which shares the clock that it is given. Any
+// thread.
 class TVSET_EXPORT Clock {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
@@ -25,15 +27,19 @@ class TVSET_EXPORT Clock {
 
   virtual TimePoint Now() const = 0;
 
-  // Calls `ring` once, when the time has come; never from within SetAlarm, and with no lock held.
-  // An alarm cannot be taken back: who no longer wants it ignores it.
+  // Calls `ring` once, when the time has come (at once when it is past); never from within
+  // SetAlarm, and with no lock held, so that it may set the next alarm. It must not throw. An alarm
+  // cannot be taken back: who no longer wants it ignores it. What `ring` refers to lives until
+  // then.
   virtual void SetAlarm(TimePoint when, std::function<void()> ring) = 0;
 
-  // The machine's steady clock. Alarms ring on a thread of its own, which begins with the first.
+  // The machine's steady clock, one for the process. Alarms ring one after the other on a thread of
+  // its own, which begins with the first and stays. Throws SetError when the kernel gives no timer.
   static std::shared_ptr<Clock> Steady();
 };
 
-// A clock that stands still until it is moved; for tests.
+// A clock that stands still, at nought, until it is moved; for tests. Any thread moves it, one at a
+// time.
 class TVSET_EXPORT ManualClock final : public Clock {
  public:
   TimePoint Now() const override;

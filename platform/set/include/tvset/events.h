@@ -17,14 +17,15 @@
 
 namespace tvset {
 
+// A line of the set's log, as LogBuffer keeps it.
 struct LogLine {
   int64_t time_ns = 0;  // CLOCK_REALTIME
   pid_t pid = 0;
   pid_t tid = 0;
-  int log_id = 0;
-  int priority = 0;
-  std::string tag;
-  std::string text;
+  int log_id = 0;    // LOG_ID_…: which of the platform's logs
+  int priority = 0;  // DLOG_…
+  std::string tag;   // who logged it
+  std::string text;  // may have several lines; cut at LogBuffer::kMaxText bytes
 };
 
 // A key that a component injected, as it was given to the key-injection library.
@@ -43,6 +44,7 @@ struct KernelMarker {
   std::string text;   // cut where it is longer than is kept
 };
 
+// A task that the context service accepted, as a component asked for it.
 struct ContextTask {
   std::string target;
   std::string action;
@@ -68,6 +70,7 @@ struct KeyPress {
   std::string held;        // the key that was held down and arrives as another one; else empty
 };
 
+// Where a key went, and why.
 struct KeyDelivery {
   bool delivered = false;
   std::string app;  // who receives the key; empty when nobody does
@@ -87,7 +90,9 @@ struct Refusal {
 
 // Watches the set. Calls come on the thread that caused the event, but for OnSettingChanged, with
 // no lock held, so an observer may call the set back. A line that an observer logs from OnLogLine
-// is recorded but not reported to observers.
+// is recorded but not reported to observers. Calls of several threads may come at the same time.
+// They say that something changed; what it is now is asked of the service, which is ahead of the
+// call when it changed again. An observer must not throw.
 class TVSET_EXPORT Observer {
  public:
   Observer() = default;
@@ -95,16 +100,17 @@ class TVSET_EXPORT Observer {
   Observer& operator=(const Observer&) = delete;
   virtual ~Observer();
 
-  virtual void OnLogLine(const LogLine&) {}
-  virtual void OnRefusal(const Refusal&) {}  // after its line in the log
-  virtual void OnKeyInjected(const InjectedKey&) {}
+  virtual void OnLogLine(const LogLine&) {}           // that the log took
+  virtual void OnRefusal(const Refusal&) {}           // after its line in the log
+  virtual void OnKeyInjected(const InjectedKey&) {}   // before it is delivered
   virtual void OnKeyDelivered(const KeyDelivery&) {}  // also when it reached nobody
   virtual void OnContextTask(const ContextTask&) {}
+  // Installed, uninstalled, launched, terminated, or in another state.
   virtual void OnApplicationChanged(const std::string& /*app_id*/) {}
   virtual void OnFocusChanged(const std::string& /*app_id*/) {}  // empty: nobody has the focus
-  virtual void OnWindowChanged() {}
+  virtual void OnWindowChanged() {}                              // some application's
   virtual void OnInputMethodChanged() {}
-  virtual void OnKeyGrabsChanged() {}
+  virtual void OnKeyGrabsChanged() {}  // some application's
   // A setting was written, if with the value it had, or removed, by whatever process. Once for each
   // change, in their order, on the thread of the settings (see Settings).
   virtual void OnSettingChanged(const std::string& /*key*/) {}
@@ -117,8 +123,9 @@ class TVSET_EXPORT Observer {
   virtual void OnFaultChanged(const std::string& /*function*/) {}  // also when it was taken
 };
 
-// Hands events to the observers, in the order they were added. Costs one atomic load while there
-// are none. Any thread. Observers are borrowed and stay registered when the set restarts.
+// Hands events to the observers, in the order they were added. The Set owns it, and its services
+// notify. Costs one atomic load while there are none. Observers are borrowed and stay registered
+// when the set restarts: each is removed before it is destroyed. Any thread.
 class TVSET_EXPORT EventHub {
  public:
   EventHub();
@@ -126,14 +133,17 @@ class TVSET_EXPORT EventHub {
   EventHub(const EventHub&) = delete;
   EventHub& operator=(const EventHub&) = delete;
 
+  // An event that is being handed out just now may pass it by.
   void Add(Observer* observer);
 
   // Returns when no other thread is inside a call into the observer; none begins afterwards. An
   // observer may remove itself, or another, from inside a call.
   void Remove(Observer* observer);
 
+  // Worth asking before something costly is made for the observers.
   bool empty() const { return count_.load(std::memory_order_acquire) == 0; }
 
+  // Calls `call(Observer&)` for each. With no lock held that an observer may want.
   template <typename Call>
   void Notify(Call&& call) {
     if (empty()) return;

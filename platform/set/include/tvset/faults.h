@@ -15,18 +15,23 @@
 
 namespace tvset {
 
+// How long a fault stays: for the next call of the function, or until it is cleared.
 enum class FaultMode { kOnce, kAlways };
 
 struct Fault {
-  std::string function;
-  int code = 0;
+  std::string function;  // one of FaultTable::functions() or accesses()
+  int code = 0;          // what the call answers
   FaultMode mode = FaultMode::kAlways;
   uint64_t hits = 0;  // how many calls failed by it
 };
 
-// Makes platform functions fail on demand. A function that is to fail does nothing but answer: one
-// with an int result answers the code, one with a pointer result NULL and one with an enum result
-// its "invalid" value, whatever the code. Any thread.
+// Makes platform functions fail on demand, for tests and for people: the one switch of both. Every
+// platform function asks it first. One that is to fail does nothing but answer: one with an int
+// result answers the code, one with a pointer result NULL and one with an enum result its "invalid"
+// value, whatever the code.
+//
+// A change, also of `hits`, is told to Observer::OnFaultChanged on the calling thread. A restart of
+// the set ends all faults. Any thread.
 class TVSET_EXPORT FaultTable {
  public:
   // Replaces the function's earlier fault. Throws SetError for code 0, which would be success, and
@@ -37,8 +42,8 @@ class TVSET_EXPORT FaultTable {
   void ClearAll();
   std::vector<Fault> list() const;  // by name
 
-  // The code with which this call of the function is to fail. One relaxed load when no fault is
-  // set.
+  // For the platform's functions: the code with which this call of the function is to fail. One
+  // relaxed load when no fault is set.
   std::optional<int> Take(const char* function) {
     if (count_.load(std::memory_order_relaxed) == 0) return std::nullopt;
     return TakeSlowly(function);

@@ -18,6 +18,7 @@ namespace tvset {
 
 struct ProfileContent;
 
+// Which of the platform's functions read a key: those of a device's model, or the "custom" ones.
 enum class FeatureGroup { kPlatform, kCustom };
 
 struct Feature {
@@ -27,18 +28,20 @@ struct Feature {
   FeatureGroup group = FeatureGroup::kCustom;
 };
 
-// The feature keys of the device: those of its profile, then what was set since. "http://" before a
-// key may be left out everywhere. Any thread.
+// The feature keys of the device, which the platform's system_info functions look up: those of its
+// profile, then what was set since, until the set restarts or takes another profile. "http://"
+// before a key may be left out everywhere. Set and Remove are told to Observer::OnFeatureChanged on
+// the calling thread. Any thread.
 class TVSET_EXPORT FeatureStore {
  public:
-  explicit FeatureStore(EventHub& events);
+  explicit FeatureStore(EventHub& events);  // borrowed
 
   // Adds or replaces. Throws SetError for an unknown type, and for a key that is empty or above 255
   // bytes.
   void Set(const std::string& key, const std::string& type, const std::string& text,
            FeatureGroup group);
-  void Remove(const std::string& key);  // of every type and group
-  // The text of the key's value of that type.
+  void Remove(const std::string& key);  // of every type and group; no effect when there is none
+  // The text of the key's value of that type; empty when it has none.
   std::optional<std::string> Find(std::string_view key, std::string_view type,
                                   FeatureGroup group) const;
   std::vector<Feature> list() const;  // by key

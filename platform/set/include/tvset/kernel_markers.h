@@ -22,12 +22,13 @@ class TVSET_EXPORT KernelMarkers {
   static constexpr size_t kMaxRecorded = 1000;  // the oldest go first
   static constexpr size_t kMaxText = 4096;      // bytes of a text that are kept
 
-  explicit KernelMarkers(EventHub& events);
+  explicit KernelMarkers(EventHub& events);  // borrowed
 
+  // Reads `length` bytes. Told to Observer::OnKernelMarker on the calling thread.
   void Record(const char* text, size_t length);
   std::vector<KernelMarker> list() const;  // oldest first
   uint64_t count() const;                  // also those that went
-  void Clear();
+  void Clear();                            // and counts from nought
 
  private:
   EventHub& events_;

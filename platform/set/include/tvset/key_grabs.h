@@ -24,6 +24,7 @@ enum class GrabMode {
   kRegistered = 5,  // reaches it while it runs, whoever has the focus
 };
 
+// What came of Grab and Ungrab; all but kDone left the grabs as they were.
 enum class GrabResult {
   kDone,
   kUnknownKey,  // no key of the remote control has that name
@@ -46,10 +47,15 @@ struct KeyGrab {
 // 3. a kRegistered grab; of several, that of the application whose window is higher;
 // 4. a kNormal grab of the focused application;
 // 5. otherwise the key reaches nobody.
-// Any thread.
+//
+// Partner of the runtime services, which grab for their application's page and hand it the keys
+// that Press delivers. Whether the application may grab (kKeyPrivilege) is theirs to ask; Route
+// says so of a key that is lost. Grabs end with their application, and all with a restart of the
+// set. A change is told to Observer::OnKeyGrabsChanged, a press to OnKeyDelivered, on the calling
+// thread. Any thread.
 class TVSET_EXPORT KeyGrabs {
  public:
-  KeyGrabs(EventHub& events, Applications& applications, WindowManager& windows);
+  KeyGrabs(EventHub& events, Applications& applications, WindowManager& windows);  // all borrowed
 
   // A second grab of the same key by the same application replaces the first.
   GrabResult Grab(const std::string& app, const std::string& key_name, GrabMode mode);
@@ -58,9 +64,10 @@ class TVSET_EXPORT KeyGrabs {
   std::vector<KeyGrab> list() const;     // by application, then by key
   std::vector<KeyGrab> list(const std::string& app) const;
 
-  // Where the key would go now.
+  // Where the key would go now; changes nothing. A name that no key has reaches nobody.
   KeyDelivery Route(const std::string& key_name) const;
   // A press and release of the key: routes it and reports it to the observers, with the press.
+  // Starts the screen saver's wait afresh, wherever the key goes.
   KeyDelivery Press(const std::string& key_name, const KeyPress& press = {});
 
   // Names of further keys of this device's remote control, beyond RemoteKeys(). A name that is
@@ -70,6 +77,7 @@ class TVSET_EXPORT KeyGrabs {
   void AddKnownKeys(const std::vector<RemoteKey>& keys);
   bool IsKnownKey(const std::string& key_name) const;
   std::vector<RemoteKey> known_keys() const;  // the set's own first, then in the order added
+  // Empty: no key of the remote control has the name, or the code.
   std::optional<RemoteKey> FindKey(const std::string& key_name) const;
   std::optional<RemoteKey> FindKeyByHardwareCode(int x_key_code) const;
 

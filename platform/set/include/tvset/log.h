@@ -22,26 +22,30 @@ class LineRing;
 // one: a fatal line does not end the process, because a desktop session with a debugger and other
 // pages in it is worth more than the set's crash report.
 struct LogPolicy {
-  bool platform_logging =
-      true;                     // false: only the log of applications is open, the others answer -1
+  // False: only the log of applications is open, the others answer -1.
+  bool platform_logging = true;
   bool debug_mode = true;       // false: debug and verbose lines answer -22
   bool abort_on_fatal = false;  // true: a fatal line ends the process once it is written
 };
 
 // The set's log: the newest lines, as many as fit into a fixed number of bytes; the oldest go
-// first. Writing allocates nothing. Any thread. Works before the set is started.
+// first. Partner of the platform's dlog functions, which write, and of whoever shows the log, who
+// reads or observes. Writing allocates nothing, but for observers. It works before the set is
+// started and after it stopped; each start drops the lines and goes back to the default capacity
+// and policy. Any thread.
 class TVSET_EXPORT LogBuffer {
  public:
   static constexpr size_t kMaxText = 4075;  // bytes of text that a line keeps
   static constexpr size_t kDefaultCapacity = size_t{1} << 20;
 
-  explicit LogBuffer(EventHub& events);
+  explicit LogBuffer(EventHub& events);  // borrowed
   ~LogBuffer();
   LogBuffer(const LogBuffer&) = delete;
   LogBuffer& operator=(const LogBuffer&) = delete;
 
   // The rules of the platform's log call: the number of text bytes kept, or -22 for an unknown log
-  // or priority, -1 for a log that the policy closes.
+  // or priority, -1 for a log that the policy closes. The line carries this moment, this process
+  // and this thread, and is told to Observer::OnLogLine on it.
   int Write(int log_id, int priority, std::string_view tag, std::string_view text);
 
   // Says why the set refuses or cannot do something: a line of priority "error" with the tag
@@ -52,12 +56,12 @@ class TVSET_EXPORT LogBuffer {
   int Admit(int log_id, int priority) const;
 
   std::vector<LogLine> lines() const;  // oldest first
-  uint64_t written() const;            // lines since the last Clear
+  uint64_t written() const;            // lines since they were last dropped as a whole
   uint64_t dropped() const;            // of these, how many made room for newer ones
   void Clear();
 
   size_t capacity() const;  // bytes; a line takes its text, its tag and a little more
-  // Drops every line. At least what the longest line takes.
+  // Drops every line. Takes no less than what the longest line takes.
   void set_capacity(size_t bytes);
 
   LogPolicy policy() const;

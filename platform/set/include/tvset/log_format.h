@@ -11,17 +11,17 @@
 
 namespace tvset {
 
-// The forms in which the platform's log tool prints a line.
+// The forms in which the platform's log tool prints a line, L being the priority's letter.
 enum class LogFormat {
-  kBrief,
-  kTag,
-  kProcess,
-  kThread,
-  kRaw,
-  kTime,
-  kThreadTime,
-  kKernelTime,
-  kLong,
+  kBrief,       // L/tag(pid): text
+  kTag,         // L/tag: text
+  kProcess,     // L(pid) text  (tag)
+  kThread,      // L(P pid, T tid) text
+  kRaw,         // text
+  kTime,        // date, time and zone, then as kBrief
+  kThreadTime,  // date, time and zone, then L/tag(P pid, T tid): text
+  kKernelTime,  // seconds since the machine started, zone, then as kThreadTime
+  kLong,        // a line in brackets of all this but the zone, the text, an empty line
 };
 
 // "brief", "threadtime" and so on. Throws SetError, with the list of names, for another name.
@@ -32,6 +32,7 @@ TVSET_EXPORT LogFormat ParseLogFormat(std::string_view name);
 // are local.
 TVSET_EXPORT std::string FormatLogLine(const LogLine& line, LogFormat format);
 
+// As FormatLogLine with the form of the name.
 TVSET_EXPORT std::string FormatBrief(const LogLine& line);
 TVSET_EXPORT std::string FormatThreadTime(const LogLine& line);
 
@@ -40,7 +41,7 @@ TVSET_EXPORT char PriorityLetter(int priority);
 
 // Which lines to show, by the tool's own expressions: "TAG:P" shows the tag from priority P on (a
 // letter), "TAG" from verbose on, "*:P" every other tag. Without an expression for a line, it is
-// shown when there is no expression at all.
+// shown when there is no expression at all. Not changed after construction: any thread.
 class TVSET_EXPORT LogFilter {
  public:
   LogFilter() = default;

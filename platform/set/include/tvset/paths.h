@@ -9,7 +9,8 @@
 
 namespace tvset {
 
-// Where the set keeps its things, below one state folder.
+// Where the set keeps its things, below one state folder. Only names: nothing is made, and nothing
+// need be there but while a set runs on the folder. Not changed after construction: any thread.
 class TVSET_EXPORT Paths {
  public:
   explicit Paths(std::filesystem::path state_folder);

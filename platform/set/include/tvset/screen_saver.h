@@ -17,6 +17,7 @@ namespace tvset {
 
 class FeatureStore;
 
+// Everything about the screen saver at one moment.
 struct ScreenSaverState {
   std::string app_id = "DEFAULT";  // who owns it: the application that it shows, or the set
   int timeout_seconds = 0;         // as it was asked for; 0: the set's own
@@ -36,23 +37,26 @@ struct ScreenSaverState {
 // is the set's own: that of the profile's key kScreenSaverKey, else five minutes. Setting them does
 // not start the wait afresh: a time-out that has passed already brings the screen saver on at once.
 //
-// Any thread. Observers hear of the screen saver's coming on from the thread of the clock's alarm.
+// Partner of the platform's screensaver functions, of KeyGrabs, which notes the viewer's keys, and
+// of a Clock. Observers hear of every change (OnScreenSaverChanged) on the thread that made it; of
+// the screen saver's coming on, from the thread of the clock's alarm. Any thread.
 class TVSET_EXPORT ScreenSaver {
  public:
   // Both are borrowed and outlive the alarms of every clock, as those of a set do.
   ScreenSaver(EventHub& events, const FeatureStore& features);
 
   ScreenSaverState state() const;
-  void SetAppId(const std::string& app_id);
-  bool SetTimeout(int seconds);  // false: negative
-  void ResetTimeout();           // by an application
-  void NoteInput();              // by the viewer
+  void SetAppId(const std::string& app_id);  // the owner; any text
+  bool SetTimeout(int seconds);              // false: negative
+  void ResetTimeout();                       // by an application
+  void NoteInput();                          // by the viewer
 
   // Goes on as the screen saver of an earlier process was: its owner, its time-out, its counts and
   // its time without a reset or a key. Whether it is on follows from these.
   void GoOn(const ScreenSaverState& earlier);
 
-  // For tests; the wait starts afresh on it. A restart of the set goes back to the steady clock.
+  // By which it waits from now on; the wait starts afresh. Shared. A restart of the set goes back
+  // to the steady clock.
   void set_clock(std::shared_ptr<Clock> clock);
 
  private:

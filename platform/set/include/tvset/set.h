@@ -26,8 +26,9 @@
 
 namespace tvset {
 
+// What a set is started with.
 struct Options {
-  // Empty: as Paths::DefaultStateFolder().
+  // Made when it is not there. Empty: as Paths::DefaultStateFolder().
   std::filesystem::path state_folder;
   // The name of a shipped profile ("uhd", "fhd") or the path of a model-config.xml. Empty:
   // $ORVANE_PROFILE, else "uhd".
@@ -39,8 +40,14 @@ struct Options {
 
 // The simulated set of this process: its state, which the platform's C functions read and change.
 // Several processes may run a set on one state folder; they share settings and application data,
-// nothing else. Thread-safe. References that it gives stay valid while the process lives; a restart
-// puts the services back to the state of a set just switched on.
+// nothing else.
+//
+// It is never destroyed, since threads and exit handlers of the process may log to the end, and
+// owns its services: references to them stay valid while the process lives, and a restart puts them
+// back to the state of a set just switched on. Each is the control interface of one service, for
+// the runtime, the command line and tests; the platform's functions are what applications and the
+// library see of the same state. Any thread, but for Start and Stop, which must not be called while
+// the caller holds a lock that an observer or a watcher of a setting may want.
 class TVSET_EXPORT Set {
  public:
   // The running set; starts one with default options when none runs, so it may throw as Start does.
@@ -53,7 +60,7 @@ class TVSET_EXPORT Set {
   // Both end the watches of settings, and return when no callback of one runs, unless it is the
   // callback that calls.
   static void Stop();
-  static bool running();
+  static bool running();  // in this process
   // Whether a set runs on the folder (empty: as in Options), in this process or another. Changes
   // nothing.
   static bool RunsOn(const std::filesystem::path& state_folder);
@@ -62,20 +69,22 @@ class TVSET_EXPORT Set {
   Set& operator=(const Set&) = delete;
   ~Set() = delete;
 
-  FaultTable& faults();
-  EventHub& events();
-  LogBuffer& log();
-  FeatureStore& features();
-  Applications& applications();
-  KeyInjector& keys();
-  ContextManager& context_manager();
-  Settings& settings();
-  ScreenSaver& screen_saver();
-  WindowManager& windows();
-  InputMethod& input_method();
-  KeyGrabs& key_grabs();
-  SetFiles& files();
-  KernelMarkers& kernel_markers();
+  FaultTable& faults();               // which of the platform's functions fail
+  EventHub& events();                 // who hears of changes
+  LogBuffer& log();                   // what was logged
+  FeatureStore& features();           // what kind of television it is
+  Applications& applications();       // what is installed, runs, and has the focus
+  KeyInjector& keys();                // keys that components press
+  ContextManager& context_manager();  // tasks for the television
+  Settings& settings();               // shared with the other processes of the folder
+  ScreenSaver& screen_saver();        // whether it is on, and when it will be
+  WindowManager& windows();           // where the applications' windows are
+  InputMethod& input_method();        // the on-screen keyboard
+  KeyGrabs& key_grabs();              // where a key goes
+  SetFiles& files();                  // what is at the paths of a set's own files
+  KernelMarkers& kernel_markers();    // what was written into the kernel's trace
+  // Of the running set. Throws SetError when none runs. The object stays over a restart, which may
+  // make another the current one.
   const Paths& paths();
   std::filesystem::path profile();  // the file in use
   // Makes the running set one of another profile, named as in Options: its features become those of
@@ -83,7 +92,8 @@ class TVSET_EXPORT Set {
   // changed then.
   void UseProfile(const std::string& profile);
 
-  // Handles given out and not yet destroyed.
+  // Handles that the platform's functions gave out and nobody has destroyed: a leak, where a test
+  // ends with one.
   size_t open_app_contexts() const;
   size_t open_package_handles() const;
 

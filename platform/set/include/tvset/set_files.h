@@ -33,6 +33,7 @@ inline constexpr std::array<SetFile, 6> kSetFiles{SetFile::kMemoryStatistics, Se
 
 // The name above.
 TVSET_EXPORT std::string_view NameOf(SetFile file);
+// Empty: there is none of the name.
 TVSET_EXPORT std::optional<SetFile> FindSetFile(std::string_view name);
 
 // Where a file's content comes from, the first that applies.
@@ -59,9 +60,9 @@ class TVSET_EXPORT SetFiles {
  public:
   SetFiles(FaultTable& faults, FeatureStore& features, LogBuffer& log);  // all borrowed
 
-  void Replace(SetFile file, const std::string& text);
-  void Remove(SetFile file);
-  void Restore(SetFile file);  // ends Replace and Remove
+  void Replace(SetFile file, const std::string& text);  // {pid} as above
+  void Remove(SetFile file);                            // readers find none: ENOENT
+  void Restore(SetFile file);                           // ends Replace and Remove
   SetFileSource source(SetFile file) const;
 
   // What a reader finds, for people to see; empty when there is none. For kTop, and for the

@@ -16,27 +16,31 @@ namespace tvset {
 
 class Applications;
 
+// Where among the others a window wants to be.
 enum class StackMode { kNone, kBelow, kAbove };
 
 // The window of one application.
 struct Window {
   StackMode stack_mode = StackMode::kNone;
-  std::map<std::string, std::string> hints;
-  std::optional<int> quarter_position;          // 0 to 4; excludes position
+  std::map<std::string, std::string> hints;     // as the application gave them; none has an effect
+  std::optional<int> quarter_position;          // 0 to 4, as the platform counts; excludes position
   std::optional<std::pair<int, int>> position;  // x and y in pixels; excludes quarter_position
   bool focus_wanted = true;
 };
 
-// The windows of the running applications. The setters answer false, and change nothing, for an
-// application that does not run. Any thread.
+// The windows of the running applications: where they are, and which is in front. Partner of the
+// runtime services, which answer an application's requests by it, and of KeyGrabs, which asks for
+// the topmost. The setters answer false, and change nothing, for an application that does not run;
+// a change is told to Observer::OnWindowChanged on the calling thread. What was set ends with the
+// application's run. Any thread.
 class TVSET_EXPORT WindowManager {
  public:
-  WindowManager(EventHub& events, Applications& applications);
+  WindowManager(EventHub& events, Applications& applications);  // both borrowed
 
   Window window(const std::string& app) const;  // as it is at launch, when nothing was set
   bool SetStackMode(const std::string& app, StackMode mode);
   bool SetHint(const std::string& app, const std::string& key, const std::string& value);
-  bool MoveTo(const std::string& app, int x, int y);
+  bool MoveTo(const std::string& app, int x, int y);              // pixels of the panel
   bool SetQuarterPosition(const std::string& app, int position);  // false also outside 0 to 4
   // True: takes the focus. False: gives it up if the application has it.
   bool SetFocusWanted(const std::string& app, bool wanted);
