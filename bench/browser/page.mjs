@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// The parts of the benchmark that run in the page, one after the other.
+// What runs in the page and speaks its protocol: a commit is measured with its own.
 
 // Makes window.bench: `kinds`, a function for each kind of call, and `acknowledge`. A second page
 // context of the same server has a socket of its own for the plain round trips, so that the page's
@@ -55,25 +55,4 @@ export async function prepare() {
       },
     },
   };
-}
-
-// Milliseconds of single calls of each kind, which take turns.
-export async function measure(rounds) {
-  const { acknowledge, kinds } = window.bench;
-  const callsPerRound = { echo: 40, message: 40, worker: 40, request: 10 };
-  const times = { echo: [], message: [], worker: [], request: [] };
-  for (let round = 0; round <= rounds; round += 1) {
-    acknowledge();
-    for (const [kind, call] of Object.entries(kinds)) {
-      for (let count = 0; count < callsPerRound[kind]; count += 1) {
-        const start = performance.now();
-        await call();
-        // The first round is for warming up.
-        if (round > 0) {
-          times[kind].push(performance.now() - start);
-        }
-      }
-    }
-  }
-  return times;
 }

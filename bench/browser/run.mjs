@@ -1,63 +1,72 @@
-#!/usr/bin/env node
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// browser/run.mjs PROGRAM
 // What a synchronous call costs a page in headless Chromium, against the round trip of a plain
-// WebSocket to the same server, in one run: calls of each kind by turns, medians, ratios.
-// PROGRAM is the orvane executable.
+// WebSocket to the same server. By the clock, not by processor time: the page waits for other
+// processes, and the wait is what it costs.
 
 import path from 'node:path';
-import { parseArgs } from 'node:util';
 
 import { launchBrowser } from '../../tests/browser/support/chromium.mjs';
 import { repository, startOrvane } from '../../tests/browser/support/orvane_run.mjs';
-import { measure, prepare } from './page.mjs';
+import { quantile } from '../harness.mjs';
 
 const rounds = 21;
+const calls = { echo: 40, message: 40, worker: 40, request: 10 };
 
-function quantile(values, part) {
-  const sorted = [...values].sort((one, other) => one - other);
-  return sorted[Math.floor(sorted.length * part)];
+// In the page: milliseconds of single calls of each kind, so many of each.
+async function measureRound(callsPerRound) {
+  const { acknowledge, kinds } = window.bench;
+  const times = {};
+  acknowledge();
+  for (const [kind, count] of Object.entries(callsPerRound)) {
+    times[kind] = [];
+    for (let left = count; left > 0; left -= 1) {
+      const start = performance.now();
+      await kinds[kind]();
+      times[kind].push(performance.now() - start);
+    }
+  }
+  return times;
 }
 
-const median = (values) => quantile(values, 0.5);
-
-function print(times) {
-  const base = median(times.echo);
-  const rows = [
-    ['WebSocket round trip, answered by the server', times.echo],
-    ['the same, answered by the library', times.message],
-    ['synchronous call over the worker', times.worker],
-    ['synchronous call by blocking request', times.request],
-  ];
-  const width = Math.max(...rows.map(([name]) => name.length));
-  for (const [name, values] of rows) {
-    const ms = median(values);
-    const text = `${ms.toFixed(3)} ms  ${(ms / base).toFixed(2)} round trips`;
-    const slow = quantile(values, 0.9).toFixed(3);
-    process.stdout.write(`${name.padEnd(width)}  ${text}  (9 of 10 within ${slow} ms)\n`);
-  }
-  const gain = (median(times.request) / median(times.worker)).toFixed(1);
-  process.stdout.write(`the worker's call is ${gain} times as fast as the request's\n`);
-}
-
-async function main() {
-  const { positionals } = parseArgs({ allowPositionals: true });
-  if (positionals.length > 0) {
-    process.env.ORVANE = path.resolve(positionals[0]);
-  }
+// A page of its own browser, on a server of its own. `resources` gets what is to be stopped.
+async function openPage({ program, source }, resources) {
+  const { prepare } = await import(path.join(source, 'bench/browser/page.mjs'));
+  process.env.ORVANE = program; // which startOrvane starts
   const run = await startOrvane(path.join(repository, 'examples/tour'));
+  resources.push(() => run.stop());
   const browser = await launchBrowser();
-  try {
-    const page = await browser.newPage();
-    await page.goto(run.appUrl);
-    await page.waitForSelector('body.complete');
-    await page.evaluate(prepare);
-    print(await page.evaluate(measure, rounds));
-  } finally {
-    await browser.close();
-    await run.stop();
-  }
+  resources.push(() => browser.close());
+  const page = await browser.newPage();
+  await page.goto(run.appUrl);
+  await page.waitForSelector('body.complete');
+  await page.evaluate(prepare);
+  return page;
 }
 
-await main();
+// For each of the builds, { program, source }, the milliseconds of each kind of call: the median of
+// each round. They take turns.
+export async function measureBrowser(builds) {
+  const resources = [];
+  const results = builds.map(() => ({ echo: [], message: [], worker: [], request: [] }));
+  try {
+    const pages = [];
+    for (const build of builds) {
+      pages.push(await openPage(build, resources));
+    }
+    // The first round is for warming up.
+    for (let round = 0; round <= rounds; round += 1) {
+      for (const [index, page] of pages.entries()) {
+        const times = await page.evaluate(measureRound, calls);
+        for (const [kind, values] of Object.entries(round > 0 ? times : {})) {
+          results[index][kind].push(quantile(values, 0.5));
+        }
+      }
+    }
+  } finally {
+    for (const stop of resources.reverse()) {
+      await stop();
+    }
+  }
+  return results;
+}

@@ -13,10 +13,20 @@ globalThis.loops = {
     return answer;
   },
 
-  synchronousCall(count) {
+  sameCall(count) {
     let state = '';
     for (let i = 0; i < count; ++i) {
       state = dravelt.orvane.getAppState();
+    }
+    return state;
+  },
+
+  // Eight requests in turn, with as much work in each as in the one above.
+  differentCalls(count) {
+    const ids = Array.from({ length: 8 }, (_, index) => `OrvaneBnch.App${index}`);
+    let state = '';
+    for (let i = 0; i < count; ++i) {
+      state = dravelt.orvane.getAppState(ids[i % 8]);
     }
     return state;
   },
