@@ -5,8 +5,8 @@
 // The bytes of one file, as the build embeds them.
 #define SIMULATOR_FILE(name)                                         \
   extern "C" const char simulator_##name[], simulator_##name##End[]; \
-  static const std::string_view name(simulator_##name,               \
-                                     static_cast<size_t>(simulator_##name##End - simulator_##name))
+  static const std::string_view name(                                \
+      simulator_##name, static_cast<size_t>(simulator_##name##End - simulator_##name))
 
 namespace orvane::simulator {
 

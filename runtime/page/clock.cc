@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "page/clock.h"
 
-#include "page/mailbox.h"
+#include "page/page_work_queue.h"
 
 namespace orvane::page {
 namespace {
@@ -10,7 +10,9 @@ namespace {
 class MonotonicClock final : public Clock {
  public:
   TimePoint Now() override { return std::chrono::steady_clock::now(); }
-  void WaitForMail(Mailbox& mailbox, TimePoint until) override { mailbox.WaitUntil(until); }
+  void WaitForWork(PageWorkQueue& work_queue, TimePoint until) override {
+    work_queue.WaitUntil(until);
+  }
 };
 
 }  // namespace

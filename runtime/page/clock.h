@@ -6,7 +6,7 @@
 
 namespace orvane::page {
 
-class Mailbox;
+class PageWorkQueue;
 
 // The time that timers and limits go by, and the one place where a page thread blocks. Tests put
 // their own in.
@@ -18,8 +18,8 @@ class Clock {
 
   virtual TimePoint Now() = 0;
 
-  // Blocks until `mailbox` holds a letter or the time is `until`.
-  virtual void WaitForMail(Mailbox& mailbox, TimePoint until) = 0;
+  // Blocks until there is work in the queue, or the time is `until`.
+  virtual void WaitForWork(PageWorkQueue& work_queue, TimePoint until) = 0;
 
   // The machine's monotonic clock. Thread-safe.
   static Clock& Monotonic();

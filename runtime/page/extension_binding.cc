@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <utility>
 
-#include "page/mailbox.h"
 #include "page/page_core.h"
+#include "page/page_work_queue.h"
 #include "page/shared_script.h"
 
 namespace orvane::page {
@@ -29,13 +29,7 @@ JSClassRef ExtensionBinding::NativeClass() {
       {"setPendingReplies", CallNative<Self, &Self::SetPendingReplies>,
        kJSPropertyAttributeReadOnly},
       {nullptr, nullptr, 0}};
-  static OpaqueJSClass* const kClass = [] {
-    JSClassDefinition definition = kJSClassDefinitionEmpty;
-    definition.className = "NativeExtension";
-    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-    definition.staticFunctions = kFunctions;
-    return JSClassCreate(&definition);
-  }();
+  static OpaqueJSClass* const kClass = MakeNativeClass("NativeExtension", kFunctions);
   return kClass;
 }
 
@@ -45,21 +39,21 @@ ExtensionBinding::ExtensionBinding(PageCore& page, extensions::Extension& extens
       extension_(extension),
       id_(id),
       page_id_(page.id()),
-      mailbox_(page.runtime().mailbox()),
+      work_queue_(page.runtime().work_queue()),
       clock_(page.runtime().clock()),
       instance_(extension.CreateInstance(this)) {}
 
 ExtensionBinding::~ExtensionBinding() = default;
 
 void ExtensionBinding::OnMessage(std::string_view text) {
-  mailbox_->Post(
+  work_queue_->Post(
       {page_id_, [id = id_, text = std::string(text), posted = clock_.Now()](PageCore& page) {
          if (ExtensionBinding* binding = page.FindBinding(id)) binding->DeliverText(text, posted);
        }});
 }
 
 void ExtensionBinding::OnBinaryMessage(std::string_view bytes) {
-  mailbox_->Post(
+  work_queue_->Post(
       {page_id_, [id = id_, bytes = std::string(bytes), posted = clock_.Now()](PageCore& page) {
          if (ExtensionBinding* binding = page.FindBinding(id)) binding->DeliverBytes(bytes, posted);
        }});

@@ -17,12 +17,12 @@
 
 namespace orvane::page {
 
-class Mailbox;
+class PageWorkQueue;
 class PageCore;
 
 // One extension in one page: owns the instance, and is the native side of the script's `extension`
 // object. Owned by its PageCore. Page thread only, but for the two callbacks of the InstanceClient,
-// which come from any thread and leave a letter for the page.
+// which come from any thread and post work for the page.
 class ExtensionBinding final : public NativeObject, public extensions::InstanceClient {
  public:
   static constexpr Kind kNativeKind = Kind::kExtension;
@@ -68,7 +68,7 @@ class ExtensionBinding final : public NativeObject, public extensions::InstanceC
   extensions::Extension& extension_;
   const uint64_t id_;
   const uint64_t page_id_;
-  const std::shared_ptr<Mailbox> mailbox_;
+  const std::shared_ptr<PageWorkQueue> work_queue_;
   Clock& clock_;
 
   ProtectedFunction listener_;

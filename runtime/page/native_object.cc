@@ -50,4 +50,14 @@ JSValueRef MakeError(JSContextRef context, const char* message) {
   return JSObjectMakeError(context, 1, &text, nullptr);
 }
 
+JSClassRef MakeNativeClass(const char* name, const JSStaticFunction* functions,
+                           JSObjectCallAsFunctionCallback call) {
+  JSClassDefinition definition = kJSClassDefinitionEmpty;
+  definition.className = name;
+  definition.attributes = kJSClassAttributeNoAutomaticPrototype;
+  definition.staticFunctions = functions;
+  definition.callAsFunction = call;
+  return JSClassCreate(&definition);
+}
+
 }  // namespace orvane::page

@@ -62,6 +62,11 @@ struct NativeCall {
 
 JSValueRef MakeError(JSContextRef context, const char* message);
 
+// A class of objects that carry a pointer of their maker and inherit nothing: with these functions,
+// which an entry without a name ends, or callable themselves. Lives as long as the process.
+JSClassRef MakeNativeClass(const char* name, const JSStaticFunction* functions,
+                           JSObjectCallAsFunctionCallback call = nullptr);
+
 // The one guard between the engine and C++: no exception unwinds through the engine.
 template <typename Self, JSValueRef (Self::*kFunction)(const NativeCall&)>
 JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_t count,

@@ -39,9 +39,9 @@ void PageCore::StartScripts() {
   JSValueRef exception = nullptr;
   const JSValueRef start = runtime_.page_script().Evaluate(context_, &exception);
   if (exception == nullptr) {
-    const JSValueRef bridge = JSObjectMake(context_, NativeClass(), self);
+    const JSValueRef host = JSObjectMake(context_, NativeClass(), self);
     JSObjectRef function = JSValueToObject(context_, start, nullptr);
-    JSObjectCallAsFunction(context_, function, nullptr, 1, &bridge, &exception);
+    JSObjectCallAsFunction(context_, function, nullptr, 1, &host, &exception);
   }
   if (exception != nullptr) Report(DescribeError(context_, exception, "runtime:page.js"));
 }

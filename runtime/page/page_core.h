@@ -13,20 +13,20 @@
 #include <JavaScriptCore/JavaScript.h>
 
 #include "page/extension_binding.h"
-#include "page/mailbox.h"
 #include "page/native_object.h"
 #include "page/page.h"
+#include "page/page_work_queue.h"
 #include "page/timer_queue.h"
 
 namespace orvane::page {
 
 // The inside of a Page: its context, what it waits for, and the functions that the runtime's
-// scripts call, which are the `bridge` of js/main.js. Page thread only; letters bring it what other
+// scripts call, which are the `host` of js/main.js. Page thread only; PageWork brings it what other
 // threads have for it.
 class PageCore final : public NativeObject {
  public:
   static constexpr Kind kNativeKind = Kind::kPage;
-  static JSClassRef NativeClass();            // of the bridge
+  static JSClassRef NativeClass();            // of `host` in js/main.js
   static JSClassRef RejectionHandlerClass();  // of the function that hears of lost rejections
 
   PageCore(PageRuntime& runtime, PageOptions options);
@@ -71,7 +71,7 @@ class PageCore final : public NativeObject {
     Clock::TimePoint sent;
   };
 
-  // The bridge.
+  // What `host` in js/main.js does.
   JSValueRef CreateInstance(const NativeCall& call);
   JSValueRef AddTimer(const NativeCall& call);
   JSValueRef RemoveTimer(const NativeCall& call);

@@ -9,8 +9,8 @@
 
 #include "extensions/extension.h"
 #include "page/describe_error.h"
-#include "page/mailbox.h"
 #include "page/page_core.h"
+#include "page/page_work_queue.h"
 #include "page/script_files.h"
 #include "page/shared_script.h"
 #include "page/unhandled_rejections.h"
@@ -20,11 +20,10 @@ namespace orvane::page {
 PageRuntime::PageRuntime(extensions::ExtensionHost& host, Clock& clock)
     : host_(host),
       clock_(clock),
-      mailbox_(std::make_shared<Mailbox>()),
+      work_queue_(std::make_shared<PageWorkQueue>()),
       group_(JSContextGroupCreate()),
       rejections_(std::make_unique<UnhandledRejections>(group_)),
-      page_script_(
-          std::make_unique<SharedScript>(group_, kPageScript, "runtime:page.js")) {}
+      page_script_(std::make_unique<SharedScript>(group_, kPageScript, "runtime:page.js")) {}
 
 PageRuntime::~PageRuntime() {
   extension_scripts_.clear();
@@ -65,7 +64,7 @@ bool PageRuntime::Run(const std::vector<uint64_t>& pages, std::chrono::milliseco
     for (const uint64_t id : pages) {
       if (const auto due = Find(id)->NextDue()) wake = std::min(wake, *due);
     }
-    clock_.WaitForMail(*mailbox_, wake);
+    clock_.WaitForWork(*work_queue_, wake);
   }
 }
 
@@ -75,15 +74,15 @@ bool PageRuntime::IsIdle(const std::vector<uint64_t>& pages) const {
 }
 
 bool PageRuntime::RunOneTurn(const std::vector<uint64_t>& pages) {
-  SortMail();
+  SortWork();
   bool ran = false;
   for (const uint64_t id : pages) ran = Find(id)->RunOneTurn() || ran;
   return ran;
 }
 
-void PageRuntime::SortMail() {
-  for (Letter& letter : mailbox_->TakeAll()) {
-    if (PageCore* const page = Find(letter.page)) page->Receive(std::move(letter.work));
+void PageRuntime::SortWork() {
+  for (PageWork& work : work_queue_->TakeAll()) {
+    if (PageCore* const page = Find(work.page)) page->Receive(std::move(work.work));
   }
 }
 

@@ -20,7 +20,7 @@ class ExtensionHost;
 
 namespace orvane::page {
 
-class Mailbox;
+class PageWorkQueue;
 class PageCore;
 class SharedScript;
 class UnhandledRejections;
@@ -53,7 +53,7 @@ class PageRuntime {
 
   extensions::ExtensionHost& host() const { return host_; }
   Clock& clock() const { return clock_; }
-  const std::shared_ptr<Mailbox>& mailbox() const { return mailbox_; }
+  const std::shared_ptr<PageWorkQueue>& work_queue() const { return work_queue_; }
   const OpaqueJSContextGroup* group() const { return group_; }
 
   UnhandledRejections& rejections() const { return *rejections_; }
@@ -65,7 +65,7 @@ class PageRuntime {
   bool Run(const std::vector<uint64_t>& pages, std::chrono::milliseconds limit);
   bool RunOneTurn(const std::vector<uint64_t>& pages);
   bool IsIdle(const std::vector<uint64_t>& pages) const;
-  void SortMail();
+  void SortWork();
 
   const SharedScript& page_script() const { return *page_script_; }
   const SharedScript& ScriptOf(
@@ -73,7 +73,7 @@ class PageRuntime {
 
   extensions::ExtensionHost& host_;
   Clock& clock_;
-  const std::shared_ptr<Mailbox> mailbox_;
+  const std::shared_ptr<PageWorkQueue> work_queue_;
   const OpaqueJSContextGroup* const group_;
   std::unique_ptr<UnhandledRejections> rejections_;
   std::unique_ptr<SharedScript> page_script_;

@@ -47,8 +47,10 @@ JSValueRef PageCore::SendRuntimeAsyncMessage(const NativeCall& call) {
   waiting_answers_.emplace(number, WaitingAnswer{uri, std::move(callback), runtime_.clock().Now()});
   try {
     messages.SendAsync(
-        uri, text, [mailbox = runtime_.mailbox(), page = id_, number](const std::string& answer) {
-          mailbox->Post({page, [number, answer](PageCore& core) { core.Answer(number, answer); }});
+        uri, text,
+        [work_queue = runtime_.work_queue(), page = id_, number](const std::string& answer) {
+          work_queue->Post(
+              {page, [number, answer](PageCore& core) { core.Answer(number, answer); }});
         });
   } catch (...) {
     waiting_answers_.erase(number);

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// The runtime's script files, as the build embeds them: ASCII, ended by a null byte. Usable from any
-// thread.
+// The runtime's script files, as the build embeds them: ASCII, ended by a null byte. Usable from
+// any thread.
 extern "C" {
 // A function expression of the page's host; makes the runtime's script side, see js/main.js.
 extern const char kPageScript[];

@@ -37,13 +37,7 @@ JSValueRef CallScriptFunction(JSContextRef context, JSObjectRef self, JSObjectRe
 }
 
 JSClassRef ScriptFunctionClass() {
-  static OpaqueJSClass* const kClass = [] {
-    JSClassDefinition definition = kJSClassDefinitionEmpty;
-    definition.className = "Function";
-    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-    definition.callAsFunction = CallScriptFunction;
-    return JSClassCreate(&definition);
-  }();
+  static OpaqueJSClass* const kClass = MakeNativeClass("Function", nullptr, CallScriptFunction);
   return kClass;
 }
 

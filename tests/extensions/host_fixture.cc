@@ -8,15 +8,7 @@
 #include <fstream>
 
 namespace orvane::extensions {
-namespace {
-
-std::filesystem::path MakeFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "orvane-host-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  return pattern;
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void Recorder::OnMessage(std::string_view text) {
   {
@@ -49,7 +41,7 @@ void Recorder::WaitForMessages(size_t count) {
   EXPECT_TRUE(came) << "only " << messages_.size() << " of " << count << " messages came";
 }
 
-HostTest::HostTest() : folder_(MakeFolder()), journal_(folder_ / "journal.txt") {
+HostTest::HostTest() : journal_(folder() / "journal.txt") {
   setenv("ORVANE_TEST_JOURNAL", journal_.c_str(), 1);
   options_.app_id = "test.app";
   options_.warn = [this](const std::string& text) {
@@ -61,8 +53,6 @@ HostTest::HostTest() : folder_(MakeFolder()), journal_(folder_ / "journal.txt") 
 HostTest::~HostTest() {
   EndHost();
   unsetenv("ORVANE_TEST_JOURNAL");
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
 }
 
 std::filesystem::path HostTest::ExtensionPath(const std::string& name) {
@@ -94,12 +84,12 @@ std::vector<std::string> HostTest::warnings() const {
 }
 
 void HostTest::WriteFile(const std::string& name, std::string_view content) {
-  std::ofstream(folder_ / name, std::ios::binary) << content;
+  std::ofstream(folder() / name, std::ios::binary) << content;
 }
 
 void HostTest::CopyExtension(const std::string& name) {
   const std::filesystem::path source = ExtensionPath(name);
-  std::filesystem::copy_file(source, folder_ / source.filename());
+  std::filesystem::copy_file(source, folder() / source.filename());
 }
 
 std::vector<std::string> HostTest::journal() const {

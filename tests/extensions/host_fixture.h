@@ -14,6 +14,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "../support/temporary_folder.h"
 #include "extensions/extension_host.h"
 
 namespace orvane::extensions {
@@ -70,13 +71,13 @@ class HostTest : public ::testing::Test {
 
   std::vector<std::string> warnings() const;
 
-  const std::filesystem::path& folder() const { return folder_; }
+  const std::filesystem::path& folder() const { return folder_.path(); }
   void WriteFile(const std::string& name, std::string_view content);
   void CopyExtension(const std::string& name);  // into folder()
   std::vector<std::string> journal() const;
 
  private:
-  const std::filesystem::path folder_;
+  const test::TemporaryFolder folder_;
   const std::filesystem::path journal_;
   mutable std::mutex mutex_;
   std::vector<std::string> warnings_;  // guarded by mutex_

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "../support/temporary_folder.h"
 #include "page_fixture.h"
 
 namespace orvane::page {
@@ -161,7 +162,7 @@ TEST_F(PageExtension, IsListedInItsNamespace) {
 }
 
 TEST_F(PageExtension, WaitsForRepliesThatAManagerExpects) {
-  // The posted reply comes from another thread's letter, which no timer announces.
+  // The posted reply comes as another thread's work, which no timer announces.
   RunToEnd(
       "var got; const manager = test.direct.makeManager();"
       "manager.call('x', {}, (reply) => { got = reply.result; });"
@@ -202,12 +203,7 @@ TEST_F(PageExtension, TracesEveryMessage) {
 // Extensions that a set's folder announces.
 class LazyExtension : public PageTest {
  protected:
-  void SetUp() override {
-    std::string pattern = (std::filesystem::temp_directory_path() / "orvane-page-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    WriteMetadata(TEST_LAZY_EXTENSION);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder_); }
+  void SetUp() override { WriteMetadata(TEST_LAZY_EXTENSION); }
 
   void WriteMetadata(const std::string& library) {
     std::ofstream(folder_ / "lazy.json") << R"([{"name":"test.lazy","lib":")" << library
@@ -227,7 +223,8 @@ class LazyExtension : public PageTest {
 
   bool IsLoaded() const { return host_.catalogue().at(0).loaded; }
 
-  std::filesystem::path folder_;
+  const test::TemporaryFolder temporary_;
+  const std::filesystem::path& folder_ = temporary_.path();
 };
 
 TEST_F(LazyExtension, IsNotLoadedBeforeItIsTouched) {

@@ -13,8 +13,8 @@
 
 #include "extensions/extension_host.h"
 #include "page/clock.h"
-#include "page/mailbox.h"
 #include "page/page.h"
+#include "page/page_work_queue.h"
 
 namespace orvane::page {
 
@@ -23,7 +23,7 @@ namespace orvane::page {
 class JumpingClock final : public Clock {
  public:
   TimePoint Now() override { return now_; }
-  void WaitForMail(Mailbox&, TimePoint until) override { now_ = std::max(now_, until); }
+  void WaitForWork(PageWorkQueue&, TimePoint until) override { now_ = std::max(now_, until); }
   void Advance(std::chrono::milliseconds time) { now_ += time; }
 
  private:

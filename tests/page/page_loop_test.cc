@@ -149,15 +149,15 @@ TEST_F(PageLoop, LeavesNothingOfClosedPages) {
   runtime_.reset();
 }
 
-TEST(MailboxTest, WakesTheWaitingThread) {
-  Mailbox mailbox;
-  std::thread sender([&mailbox] { mailbox.Post({7, [](PageCore&) {}}); });
+TEST(PageWorkQueueTest, WakesTheWaitingThread) {
+  PageWorkQueue work_queue;
+  std::thread sender([&work_queue] { work_queue.Post({7, [](PageCore&) {}}); });
   Clock& clock = Clock::Monotonic();
-  clock.WaitForMail(mailbox, clock.Now() + std::chrono::minutes(1));
-  const std::vector<Letter> letters = mailbox.TakeAll();
+  clock.WaitForWork(work_queue, clock.Now() + std::chrono::minutes(1));
+  const std::vector<PageWork> work = work_queue.TakeAll();
   sender.join();
-  ASSERT_EQ(letters.size(), 1u);
-  EXPECT_EQ(letters[0].page, 7u);
+  ASSERT_EQ(work.size(), 1u);
+  EXPECT_EQ(work[0].page, 7u);
 }
 
 }  // namespace

@@ -2,40 +2,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <string>
-#include <system_error>
 
 #include <gtest/gtest.h>
 
+#include "../support/temporary_folder.h"
 #include "tvset/set.h"
 
 namespace tvset::testing {
 
-// A folder of its own, removed at the end.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "orvane-test-XXXXXX").string();
-    const char* made = mkdtemp(pattern.data());
-    if (made == nullptr) throw SetError("no temporary folder can be made: " + pattern);
-    path_ = made;
-  }
-  ~TemporaryFolder() {
-    std::error_code error;
-    std::filesystem::remove_all(path_, error);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
+using orvane::test::TemporaryFolder;
 
 // A running UHD set on a state folder of its own.
 class SetTest : public ::testing::Test {

@@ -3,27 +3,17 @@
 
 #include "set_fixture.h"
 
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <fstream>
 #include <iterator>
 #include <regex>
-#include <stdexcept>
 
 #include "tvset/log_format.h"
 
 namespace orvane::test {
 
 namespace {
-
-std::filesystem::path MakeFolder() {
-  std::string name = (std::filesystem::temp_directory_path() / "orvane-test-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) {
-    throw std::runtime_error("mkdtemp " + name);
-  }
-  return name;
-}
 
 tvset::Application TestApplication() {
   tvset::Application application;
@@ -35,8 +25,8 @@ tvset::Application TestApplication() {
 
 }  // namespace
 
-SetFixture::SetFixture() : folder_(MakeFolder()) {
-  tvset::Set::Start({folder_ / "state", "uhd"});
+SetFixture::SetFixture() {
+  tvset::Set::Start({folder() / "state", "uhd"});
   set().applications().Install(TestApplication());
   set().applications().Launch(kApp, getpid());
   ClearLog();
@@ -47,8 +37,6 @@ SetFixture::~SetFixture() {
   EXPECT_EQ(set().open_app_contexts(), 0U);
   EXPECT_EQ(set().open_package_handles(), 0U);
   tvset::Set::Stop();
-  std::error_code ignored;
-  std::filesystem::remove_all(folder_, ignored);
 }
 
 void SetFixture::Declare(const Metadata& metadata, const std::vector<std::string>& privileges) {
@@ -59,7 +47,7 @@ void SetFixture::Declare(const Metadata& metadata, const std::vector<std::string
 }
 
 std::filesystem::path SetFixture::WriteFile(const std::string& name, const std::string& text) {
-  std::filesystem::path path = folder_ / name;
+  std::filesystem::path path = folder() / name;
   std::ofstream(path) << text;
   return path;
 }

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "dlog.h"
+#include "temporary_folder.h"
 #include "tvset/set.h"
 
 namespace orvane::test {
@@ -39,7 +40,7 @@ class SetFixture : public ::testing::Test {
 
   // A file in the test's own folder.
   std::filesystem::path WriteFile(const std::string& name, const std::string& text);
-  const std::filesystem::path& folder() const { return folder_; }
+  const std::filesystem::path& folder() const { return folder_.path(); }
 
   // A line of exactly this text is in the log.
   static void ExpectLog(log_priority priority, const std::string& tag, const std::string& text);
@@ -50,7 +51,7 @@ class SetFixture : public ::testing::Test {
   static void ClearLog() { set().log().Clear(); }
 
  private:
-  std::filesystem::path folder_;
+  const TemporaryFolder folder_;
 };
 
 // Whole text of a file; empty when there is none.

@@ -15,6 +15,7 @@
 
 #include <picojson.h>
 
+#include "../support/temporary_folder.h"
 #include "extensions/extension_host.h"
 #include "page/page.h"
 #include "suite/recorder.h"
@@ -34,24 +35,6 @@ std::string ReadText(const std::filesystem::path& path) {
   if (!file) throw std::runtime_error("cannot read " + path.string());
   return text.str();
 }
-
-// A folder that goes with this.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "orvane-suite-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot make " + pattern);
-    path_ = pattern;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
 
 struct Suite {
   std::string harness_file, file;
@@ -111,7 +94,7 @@ class Stage {
     return evaluation.json;
   }
 
-  TemporaryFolder folder_;
+  test::TemporaryFolder folder_;
   SetControls controls_;
   extensions::ExtensionHost host_;
   television::RuntimeServices services_;

@@ -1,27 +1,27 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "page/mailbox.h"
+#include "page/page_work_queue.h"
 
 #include <utility>
 
 namespace orvane::page {
 
-void Mailbox::Post(Letter letter) {
+void PageWorkQueue::Post(PageWork work) {
   {
     std::lock_guard<std::mutex> lock(mutex_);
-    letters_.push_back(std::move(letter));
+    waiting_.push_back(std::move(work));
   }
   posted_.notify_one();
 }
 
-std::vector<Letter> Mailbox::TakeAll() {
+std::vector<PageWork> PageWorkQueue::TakeAll() {
   std::lock_guard<std::mutex> lock(mutex_);
-  return std::exchange(letters_, {});
+  return std::exchange(waiting_, {});
 }
 
-void Mailbox::WaitUntil(Clock::TimePoint until) {
+void PageWorkQueue::WaitUntil(Clock::TimePoint until) {
   std::unique_lock<std::mutex> lock(mutex_);
-  posted_.wait_until(lock, until, [this] { return !letters_.empty(); });
+  posted_.wait_until(lock, until, [this] { return !waiting_.empty(); });
 }
 
 }  // namespace orvane::page

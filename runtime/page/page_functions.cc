@@ -3,6 +3,7 @@
 // The functions of a PageCore that the runtime's own scripts call: the `host` of js/main.js.
 #include <utility>
 
+#include "base/json.h"
 #include "extensions/extension_host.h"
 #include "page/describe_error.h"
 #include "page/page_core.h"
@@ -10,35 +11,8 @@
 namespace orvane::page {
 namespace {
 
-// For texts that the bridge hands over as JSON. Quotes, and escapes what JSON wants escaped.
-std::string Quote(const std::string& text) {
-  std::string quoted = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') quoted += '\\';
-    if (static_cast<unsigned char>(c) < 0x20) {
-      constexpr char kDigits[] = "0123456789abcdef";
-      quoted += "\\u00";
-      quoted += kDigits[c >> 4];
-      quoted += kDigits[c & 0xF];
-    } else {
-      quoted += c;
-    }
-  }
-  return quoted + '"';
-}
-
-template <typename List, typename Write>
-std::string JsonArray(const List& list, Write write) {
-  std::string json = "[";
-  for (const auto& item : list) {
-    if (json.size() > 1) json += ',';
-    json += write(item);
-  }
-  return json + ']';
-}
-
-JSValueRef MakeFromJson(JSContextRef context, const std::string& json) {
-  return JSValueMakeFromJSONString(context, JsString(json).get());
+JSValueRef MakeFromJson(JSContextRef context, const Json& json) {
+  return JSValueMakeFromJSONString(context, JsString(base::JsonText(json)).get());
 }
 
 }  // namespace
@@ -58,21 +32,15 @@ JSClassRef PageCore::NativeClass() {
       {"writeConsole", CallNative<Self, &Self::WriteConsole>, kJSPropertyAttributeReadOnly},
       {"reportError", CallNative<Self, &Self::ReportError>, kJSPropertyAttributeReadOnly},
       {nullptr, nullptr, 0}};
-  static OpaqueJSClass* const kClass = [] {
-    JSClassDefinition definition = kJSClassDefinitionEmpty;
-    definition.className = "Bridge";
-    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-    definition.staticFunctions = kFunctions;
-    return JSClassCreate(&definition);
-  }();
+  static OpaqueJSClass* const kClass = MakeNativeClass("PageHost", kFunctions);
   return kClass;
 }
 
 JSValueRef PageCore::Extensions(const NativeCall& call) {
-  const std::string json = JsonArray(runtime_.host().catalogue(), [](const auto& entry) {
-    return "{\"name\":" + Quote(entry.name) +
-           ",\"entryPoints\":" + JsonArray(entry.entry_points, Quote) + '}';
-  });
+  Json json = Json::array();
+  for (const auto& entry : runtime_.host().catalogue()) {
+    json.push_back({{"name", entry.name}, {"entryPoints", entry.entry_points}});
+  }
   return MakeFromJson(call.context, json);
 }
 
@@ -128,19 +96,14 @@ JSValueRef PageCore::ReportRejection(const NativeCall& call) {
 }
 
 JSClassRef PageCore::RejectionHandlerClass() {
-  static OpaqueJSClass* const kClass = [] {
-    JSClassDefinition definition = kJSClassDefinitionEmpty;
-    definition.className = "Function";
-    definition.attributes = kJSClassAttributeNoAutomaticPrototype;
-    // The object is the function and the native object in one.
-    definition.callAsFunction = [](JSContextRef context, JSObjectRef function, JSObjectRef,
-                                   size_t count, const JSValueRef arguments[],
-                                   JSValueRef* exception) {
-      return CallNative<PageCore, &PageCore::ReportRejection>(context, function, function, count,
-                                                              arguments, exception);
-    };
-    return JSClassCreate(&definition);
-  }();
+  // The object is the function and the native object in one.
+  static OpaqueJSClass* const kClass =
+      MakeNativeClass("Function", nullptr,
+                      [](JSContextRef context, JSObjectRef function, JSObjectRef, size_t count,
+                         const JSValueRef arguments[], JSValueRef* exception) {
+                        return CallNative<PageCore, &PageCore::ReportRejection>(
+                            context, function, function, count, arguments, exception);
+                      });
   return kClass;
 }
 
@@ -158,9 +121,9 @@ JSValueRef PageCore::SetQuarterPosition(const NativeCall& call) {
 }
 
 JSValueRef PageCore::WidgetInfo(const NativeCall& call) {
-  return MakeFromJson(call.context, "{\"id\":" + Quote(options_.widget_id) +
-                                        ",\"name\":" + Quote(options_.widget_name) +
-                                        ",\"version\":" + Quote(options_.widget_version) + '}');
+  return MakeFromJson(call.context, {{"id", options_.widget_id},
+                                     {"name", options_.widget_name},
+                                     {"version", options_.widget_version}});
 }
 
 }  // namespace orvane::page

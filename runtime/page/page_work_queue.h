@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+#include "page/clock.h"
+
+namespace orvane::page {
+
+class PageCore;
+
+// Something that one page is to do, such as handing a posted message to its script. The page is
+// named by its number, so what is meant for one that is gone is dropped.
+struct PageWork {
+  uint64_t page;
+  std::function<void(PageCore&)> work;
+};
+
+// How other threads reach the pages of one PageRuntime: an extension posts a message from its
+// worker, and the page thread takes it from here in its loop. Shared by the runtime and by whoever
+// may still have something to post, so it may outlive the runtime.
+class PageWorkQueue {
+ public:
+  // Any thread. Work keeps the order in which it was posted.
+  void Post(PageWork work);
+
+  // The page thread.
+  std::vector<PageWork> TakeAll();
+  void WaitUntil(Clock::TimePoint until);  // returns at once when there is work
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable posted_;
+  std::vector<PageWork> waiting_;  // guarded by mutex_
+};
+
+}  // namespace orvane::page
