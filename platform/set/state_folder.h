@@ -14,6 +14,7 @@ class StateFolder {
  public:
   // Makes the folder and what every set has in it. Throws SetError when it cannot be used.
   explicit StateFolder(const Paths& paths);
+  ~StateFolder() = default;
   StateFolder(const StateFolder&) = delete;
   StateFolder& operator=(const StateFolder&) = delete;
 

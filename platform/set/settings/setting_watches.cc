@@ -28,7 +28,7 @@ SettingWatches::SettingWatches(const Paths& paths, Callback changed)
 
 std::shared_ptr<SettingWatches> SettingWatches::Start(const Paths& paths, Callback changed) {
   try {
-    const std::shared_ptr<SettingWatches> self(new SettingWatches(paths, std::move(changed)));
+    std::shared_ptr<SettingWatches> self(new SettingWatches(paths, std::move(changed)));
     std::lock_guard<std::mutex> lock(self->mutex_);
     std::thread thread([self] { self->Run(); });
     self->thread_ = thread.get_id();
