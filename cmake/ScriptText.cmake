@@ -19,7 +19,8 @@ function(_orvane_script_text_rule)
   endif()
   find_program(ORVANE_NODE NAMES node nodejs REQUIRED DOC "Node.js, which runs the script's build")
   set(sources ${_script_text_root}/src/orvane)
-  file(GLOB inputs CONFIGURE_DEPENDS ${sources}/api/*.js ${sources}/build/*.mjs)
+  file(GLOB inputs CONFIGURE_DEPENDS ${sources}/api/*.js ${sources}/build/*.mjs
+       ${_script_text_root}/keys/*.js)
   add_custom_command(
     OUTPUT ${ORVANE_SCRIPT_TEXT}
     COMMAND ${ORVANE_NODE} ${sources}/build/make_script_text.mjs --device-keys ${ORVANE_DEVICE_KEYS}

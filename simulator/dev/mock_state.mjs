@@ -6,18 +6,15 @@ import { readFileSync } from 'node:fs';
 import { dirname, join } from 'node:path';
 import { fileURLToPath } from 'node:url';
 
+import { setKeys } from '../../keys/tables.js';
+
 const repository = join(dirname(fileURLToPath(import.meta.url)), '..', '..');
 const mandatory = ['Left', 'Up', 'Right', 'Down', 'Return', 'XF86Back'];
 
 function remoteKeys() {
-  const source = readFileSync(join(repository, 'platform/set/keys/remote_keys.cc'), 'utf8');
-  const rows = [...source.matchAll(/\{"([^"]+)", (\d+), (\d+)[,}]/g)];
-  if (rows.length === 0) {
-    throw new Error('platform/set/keys/remote_keys.cc has no row of the form {"name", code, code');
-  }
   const own = JSON.parse(readFileSync(join(repository, 'src/orvane/device_keys.json'), 'utf8'));
   return [
-    ...rows.map(([, name, code, hardware]) => [name, Number(code), Number(hardware)]),
+    ...setKeys().map(({ symbol, code, hardwareCode }) => [symbol, code, hardwareCode]),
     ...own.map(({ keyName, keyCode }) => [keyName, keyCode, 0]),
   ].map(([name, keyCode, hardwareCode]) => ({
     name,

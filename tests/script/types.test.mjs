@@ -7,6 +7,7 @@ import { readFileSync } from 'node:fs';
 import { test } from 'node:test';
 import { fileURLToPath } from 'node:url';
 import ts from 'typescript';
+import { declarations, declarationsFile } from '../../keys/make_types.mjs';
 import { defaultDeviceKeysFile } from '../../src/orvane/build/script_text.mjs';
 import { generatekeys, genericRegisterkeys, mandatorykeys } from './expected_keys.mjs';
 import { FakeRuntime } from './fake_runtime.mjs';
@@ -44,6 +45,10 @@ test('Declarations and their uses compile, and misuses do not', () => {
     .map(({ messageText }) => ts.flattenDiagnosticMessageText(messageText, '\n'));
 
   assert.deepEqual(problems, []);
+});
+
+test('Declarations of key names are those that keys/make_types.mjs writes', () => {
+  assert.equal(readFileSync(declarationsFile, 'utf8'), declarations());
 });
 
 test('Declarations name every member of the object', () => {

@@ -10,8 +10,7 @@ import { fileURLToPath } from 'node:url';
 import { Parser, tokenizer } from 'acorn';
 
 import { bundle } from '../../../cmake/bundle.mjs';
-import { generatekeyRows, mandatorykeyRows } from '../api/key_tables.js';
-import { registerkeyRows } from '../api/register_keys.js';
+import { generatedRows, mandatoryRows, registeredRows } from '../../../keys/tables.js';
 import { parseDeviceKeys } from './device_keys.mjs';
 
 const apiFolder = fileURLToPath(new URL('../api/', import.meta.url));
@@ -20,27 +19,36 @@ export const defaultDeviceKeysFile = fileURLToPath(new URL('../device_keys.json'
 
 // The script as the library carries it. Throws DeviceKeysError for a device key file with a fault.
 export async function buildScriptText(deviceKeysFile = defaultDeviceKeysFile) {
-  const rows = parseDeviceKeys(readFileSync(deviceKeysFile, 'utf8'), deviceKeysFile, [
-    ...mandatorykeyRows(),
-    ...generatekeyRows(),
-    ...registerkeyRows(), // in the modules as they stand it has no device rows
+  const deviceRows = parseDeviceKeys(readFileSync(deviceKeysFile, 'utf8'), deviceKeysFile, [
+    ...mandatoryRows,
+    ...generatedRows,
+    ...registeredRows,
   ]);
   const text = await bundle(path.join(apiFolder, 'export.js'), {
     target: 'es2015',
     minifyWhitespace: true,
     logOverride: { 'commonjs-variable-in-esm': 'silent' }, // `exports` is the web runtime's
-    plugins: [deviceKeyRowsModule(rows)],
+    plugins: [
+      keyRows({
+        mandatory: mandatoryRows,
+        generated: generatedRows,
+        registered: registeredRows,
+        device: deviceRows,
+      }),
+    ],
   });
   checkScriptText(text);
   return text;
 }
 
-function deviceKeyRowsModule(rows) {
-  const contents = `export function deviceKeyRows() { return ${JSON.stringify(rows)}; }`;
-  return {
-    name: 'device key rows',
-    setup: (build) => build.onLoad({ filter: /\/device_key_rows\.js$/ }, () => ({ contents })),
-  };
+// Puts the rows of a table in the place of the array that is marked with its name.
+function keyRows(tables) {
+  const load = ({ path: file }) => ({
+    contents: readFileSync(file, 'utf8').replace(/\[\/\* keys: (\w+) \*\/\]/g, (_, name) =>
+      JSON.stringify(tables[name])
+    ),
+  });
+  return { name: 'key rows', setup: (build) => build.onLoad({ filter: /\/api\/\w+\.js$/ }, load) };
 }
 
 function checkScriptText(text) {
