@@ -23,6 +23,15 @@ endif()
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
                     $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor>)
 
+# Binaries name sources from the repository's root, wherever that lies on the machine that builds. A debugger that is
+# started there finds them. Relative paths, which the compiler cache makes, begin with the way up from the build folder.
+# Of two that fit, the later one counts. What measures coverage writes its figures by absolute paths.
+if(NOT ORVANE_COVERAGE)
+  file(RELATIVE_PATH way_up ${CMAKE_BINARY_DIR} ${CMAKE_SOURCE_DIR})
+  add_compile_options(-ffile-prefix-map=${CMAKE_SOURCE_DIR}/= -ffile-prefix-map=${way_up}=
+                      -ffile-prefix-map=${CMAKE_BINARY_DIR}=.)
+endif()
+
 if(ORVANE_SANITIZE)
   add_compile_options(-fsanitize=${ORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${ORVANE_SANITIZE})
