@@ -3,8 +3,7 @@
 // A build that is measured: its workers, and what they said.
 
 import { execFileSync } from 'node:child_process';
-import { accessSync, constants, mkdirSync, readFileSync, statSync } from 'node:fs';
-import { tmpdir } from 'node:os';
+import { mkdirSync, readFileSync, statSync } from 'node:fs';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
 
@@ -12,17 +11,6 @@ import { pagesInMemory, peerCases, settingOf, settings } from './cases.mjs';
 import { Samples, Worker } from './harness.mjs';
 
 const here = path.dirname(fileURLToPath(import.meta.url));
-
-// A set keeps its "memory/" settings in memory; so does the measured one, where there is a memory
-// file system.
-function stateFolder() {
-  try {
-    accessSync('/dev/shm', constants.W_OK);
-    return '/dev/shm';
-  } catch (error) {
-    return tmpdir();
-  }
-}
 
 function samplesOf(names) {
   return Object.fromEntries(names.map((name) => [name, new Samples()]));
@@ -64,18 +52,19 @@ export class Build {
     return stripped;
   }
 
-  startWorker(setting, { pages, applications }) {
+  // `stateFolder` is where its set keeps its state.
+  startWorker(setting, { pages, applications }, stateFolder) {
     const { measured, unscripted, empty } = this.libraries;
     return new Worker(
       `${setting} of ${this.name}`,
       path.join(this.folder, 'bin/orvane-bench'),
       [measured, unscripted, empty, pages, applications].map(String),
-      { LD_LIBRARY_PATH: path.join(this.folder, 'lib'), TMPDIR: stateFolder() }
+      { LD_LIBRARY_PATH: path.join(this.folder, 'lib'), TMPDIR: stateFolder }
     ).ready();
   }
 
-  async measureMemory() {
-    const worker = await this.startWorker('memory', settings.pages);
+  async measureMemory(stateFolder) {
+    const worker = await this.startWorker('memory', settings.pages, stateFolder);
     this.memory.push(...(await worker.ask('memory', pagesInMemory)));
     await worker.stop();
   }

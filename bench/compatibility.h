@@ -7,12 +7,12 @@
 
 #if __has_include("extensions/extension_host.h")
 #include "extensions/extension_host.h"
-namespace bench::extensions {
-using namespace orvane::extensions;  // NOLINT(google-build-using-namespace)
-}
+namespace bench {
+namespace extensions = orvane::extensions;
+}  // namespace bench
 #else
 #include "host/extension_host.h"
-namespace bench::extensions {
-using namespace orvane::host;  // NOLINT(google-build-using-namespace)
-}
+namespace bench {
+namespace extensions = orvane::host;
+}  // namespace bench
 #endif

@@ -6,7 +6,8 @@
 // sitting starts all processes anew, since where a process's parts come to lie moves its figures.
 
 import { execFileSync } from 'node:child_process';
-import { readFileSync } from 'node:fs';
+import { existsSync, mkdtempSync, readFileSync, rmSync } from 'node:fs';
+import { tmpdir } from 'node:os';
 import path from 'node:path';
 import process, { stderr, stdout } from 'node:process';
 import { parseArgs } from 'node:util';
@@ -24,6 +25,18 @@ const options = {
   sittings: { type: 'string', default: '3' },
   'no-browser': { type: 'boolean', default: false },
 };
+
+// Where the sets keep their state, until this process ends. In memory where there is a file system
+// for that, as a set keeps its "memory/" settings.
+function makeStateFolder() {
+  const parent = existsSync('/dev/shm') ? '/dev/shm' : tmpdir();
+  const folder = mkdtempSync(path.join(parent, 'orvane-bench-'));
+  process.on('exit', () => rmSync(folder, { recursive: true, force: true }));
+  for (const signal of ['SIGINT', 'SIGTERM']) {
+    process.on(signal, () => process.exit(1));
+  }
+  return folder;
+}
 
 const itemsOf = (worker, samples) =>
   Object.entries(samples).map(([name, series]) => ({
@@ -52,10 +65,10 @@ async function measureTogether(starters, rounds) {
   }
 }
 
-async function sit(builds, peer, rounds) {
+async function sit(builds, peer, rounds, stateFolder) {
   const starters = Object.entries(settings).flatMap(([setting, what]) =>
     builds.map((build) => ({
-      start: () => build.startWorker(setting, what),
+      start: () => build.startWorker(setting, what, stateFolder),
       samples: build.samples[setting],
     }))
   );
@@ -64,7 +77,7 @@ async function sit(builds, peer, rounds) {
     rounds
   );
   for (const build of builds) {
-    await build.measureMemory();
+    await build.measureMemory(stateFolder);
   }
 }
 
@@ -77,9 +90,10 @@ async function main() {
   const against = values.against ? new Build(values.name, values.against) : null;
   const builds = against ? [build, against] : [build];
   const peer = new Peer(positionals[0]);
+  const stateFolder = makeStateFolder();
   for (let sitting = 1; sitting <= Number(values.sittings); sitting += 1) {
     stderr.write(`sitting ${sitting} of ${values.sittings}\n`);
-    await sit(builds, peer, Number(values.rounds));
+    await sit(builds, peer, Number(values.rounds), stateFolder);
   }
   if (!values['no-browser']) {
     stderr.write('browser\n');
