@@ -8,23 +8,31 @@
 #include <string>
 #include <string_view>
 
+#include "base/json.h"
+
 namespace orvane::base {
 
-// What the server process and the set process send each other over a stream socket: frames of
-// a length, four bytes with the lowest first, and a body of so many bytes, which is JSON.
+// What the server and the set process send each other over a stream socket: frames of a length,
+// which is that of all that follows, the head's length, the head and the body. The lengths are four
+// bytes each, the lowest first. The head is a JSON object that this system's own code made; what
+// pages and extensions wrote travels as the body, as it is.
+struct Frame {
+  Json head;
+  std::string_view body;  // borrowed
+};
 
-inline constexpr size_t kHeaderBytes = 4;
-inline constexpr size_t kMaxBodyBytes = size_t{16} << 20;
+inline constexpr size_t kMaxFrameBytes = size_t{16} << 20;  // after the first length
 
-// A body that is too long. When reading, the stream has lost its frames and cannot be used further.
+// A frame that is too long, or bytes that are no frame. When reading, the stream has lost its
+// frames and cannot be used further.
 class FrameError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-// Appends a whole frame. Throws FrameError for a body above kMaxBodyBytes; `bytes` is then as it
-// was.
-void AppendFrame(std::string_view body, std::string* bytes);
+// Appends a whole frame; `head` is the text of a JSON object. Throws FrameError for one above
+// kMaxFrameBytes; `bytes` is then as it was.
+void AppendFrame(std::string_view head, std::string_view body, std::string* bytes);
 
 // Takes frames out of a stream of bytes, however it is cut. No thread of its own, no descriptor:
 // whoever reads the socket gives it what came.
@@ -32,9 +40,10 @@ class FrameReader {
  public:
   void Append(std::string_view bytes);
 
-  // The next body; empty when none is whole yet. Valid until the next call of a member that is not
-  // const. Throws FrameError when the stream announces a body above kMaxBodyBytes.
-  std::optional<std::string_view> Next();
+  // The next frame; empty when none is whole yet. Its body is valid until the next call of a member
+  // that is not const. Throws FrameError, or JsonError for one frame whose head is no JSON object:
+  // the next call goes on with the frame after it.
+  std::optional<Frame> Next();
 
   size_t buffered() const { return bytes_.size() - taken_; }  // bytes not taken yet
 
@@ -47,7 +56,7 @@ class FrameReader {
 
 // Reads until a frame is whole, which may be at once. Empty when the other side has closed or the
 // socket failed. Throws as FrameReader::Next.
-std::optional<std::string_view> ReceiveFrame(int socket, FrameReader* reader);
+std::optional<Frame> ReceiveFrame(int socket, FrameReader* reader);
 
 // Writes a whole frame, or several that AppendFrame made. False when the other side has closed.
 bool SendBytes(int socket, std::string_view bytes);

@@ -8,25 +8,25 @@ namespace orvane::base {
 
 namespace {
 
-Json ParseWellFormed(std::string_view text) {
-  return Json::parse(text, [](int depth, Json::parse_event_t event, const Json&) {
+Json ParseWellFormed(std::string_view text, int max_depth) {
+  return Json::parse(text, [max_depth](int depth, Json::parse_event_t event, const Json&) {
     const bool begins =
         event == Json::parse_event_t::object_start || event == Json::parse_event_t::array_start;
-    if (!begins || depth < kMaxJsonDepth) return true;
-    throw JsonError("The JSON nests deeper than " + std::to_string(kMaxJsonDepth) + " levels.");
+    if (!begins || depth < max_depth) return true;
+    throw JsonError("The JSON nests deeper than " + std::to_string(max_depth) + " levels.");
   });
 }
 
 }  // namespace
 
-Json ParseJson(std::string_view text) {
+Json ParseJson(std::string_view text, int max_depth) {
   try {
-    return ParseWellFormed(text);
+    return ParseWellFormed(text, max_depth);
   } catch (const Json::out_of_range&) {
     throw JsonError("A number in the JSON is beyond the range of a double.");
   } catch (const Json::parse_error& error) {
     std::string whole = WithoutHalfCharacters(text);
-    if (whole != text) return ParseJson(whole);
+    if (whole != text) return ParseJson(whole, max_depth);
     throw JsonError("The text is no JSON: something is wrong at byte " +
                     std::to_string(error.byte) + ".");
   }

@@ -29,7 +29,7 @@ inline constexpr int kMaxJsonDepth = 64;
 
 // The one value that the text holds, whoever wrote it. An escape of half a character counts as
 // U+FFFD. Throws JsonError, also for a number beyond a double's range.
-Json ParseJson(std::string_view text);
+Json ParseJson(std::string_view text, int max_depth = kMaxJsonDepth);
 
 // One line, without blanks. Bytes that belong to no character become U+FFFD.
 std::string JsonText(const Json& json);

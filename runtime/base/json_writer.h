@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "base/json_text.h"
 
@@ -40,7 +41,9 @@ class JsonWriter {
   std::string json_ = "{";
 };
 
-inline std::string JsonText(std::string_view text) {
+template <typename Text,
+          typename = std::enable_if_t<std::is_convertible_v<const Text&, std::string_view>>>
+std::string JsonText(const Text& text) {
   std::string json;
   base::AppendJsonString(text, &json);
   return json;

@@ -13,9 +13,9 @@
 #include <system_error>
 #include <utility>
 
+#include "base/base64.h"
 #include "cli/exit_code.h"
 #include "cli/json_read.h"
-#include "extensions/bounded_json.h"
 
 namespace orvane::cli {
 
@@ -40,6 +40,18 @@ std::unique_ptr<base::ChildProcess> Spawn(int socket) {
 std::string OpOf(const value& frame) { return frame.get("op").to_str(); }
 
 int64_t Integer(const value& number) { return WholeNumber(number).value_or(0); }
+
+value ValueOf(const base::Frame& frame) {
+  value head;
+  picojson::parse(head, base::JsonText(frame.head));
+  const bool is_binary = frame.head.value("binary", false);
+  object& members = head.get<object>();
+  const value text(is_binary ? base::EncodeBase64(frame.body) : std::string(frame.body));
+  members["text"] = text;
+  if (members.count("result") == 0) members["result"] = text;
+  if (members.count("error") != 0) members["error"] = value(members["error"]).get("message");
+  return head;
+}
 
 std::string Seconds(milliseconds time) {
   char text[32];
@@ -77,8 +89,13 @@ void LibraryClient::Start(const object& options) {
 
 // What comes meanwhile is taken in: a process that waits to be heard does not listen.
 void LibraryClient::Send(const object& request) {
+  object head = request;
+  std::string body = head["text"].is<std::string>() ? head["text"].get<std::string>() : "";
+  head.erase("text");
+  if (head.count("binary") != 0) body = base::DecodeBase64(body).value_or("");
+  if (head.count("args") != 0) body = head["args"].serialize();
   std::string bytes;
-  base::AppendFrame(value(request).serialize(), &bytes);
+  base::AppendFrame(value(head).serialize(), body, &bytes);
   std::string_view left = bytes;
   const TimePoint until = Deadline();
   while (!left.empty()) {
@@ -126,11 +143,7 @@ int LibraryClient::Wait(int events, TimePoint until) const {
 
 std::optional<value> LibraryClient::Receive(TimePoint until) {
   while (true) {
-    if (const auto body = reader_.Next()) {
-      std::string error;
-      std::optional<value> frame = extensions::ParseBoundedJson(*body, &error);
-      return frame && frame->is<object>() ? *std::move(frame) : value(object());
-    }
+    if (const auto frame = reader_.Next()) return ValueOf(*frame);
     if (Wait(POLLIN, until) == 0) return std::nullopt;
     ReadSome();
   }
@@ -166,11 +179,7 @@ std::string LibraryClient::While() const {
 
 // What it said before its end is read first: that names the message.
 void LibraryClient::Die() {
-  while (const auto body = reader_.Next()) {
-    std::string error;
-    const std::optional<value> frame = extensions::ParseBoundedJson(*body, &error);
-    if (frame && frame->is<object>()) Note(*frame);
-  }
+  while (const auto frame = reader_.Next()) Note(ValueOf(*frame));
   const bool has_ended = child_->Wait(kEnding);
   const std::string how = has_ended ? Describe(*child_->end()) : "it closed its connection";
   child_->Signal(SIGKILL);

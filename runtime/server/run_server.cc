@@ -50,7 +50,7 @@ bool FindSimulatorFile(const std::string& path, std::string* bytes, std::string*
 set_process::SetProcessOptions MakeLibraryOptions(const RunOptions& options) {
   set_process::SetProcessOptions library;
   library.command = options.library_command;
-  library.start_options = StartOptionsJson(options);
+  library.start_options = base::ParseJson(StartOptionsJson(options));
   library.deadline = options.deadline;
   library.patience = options.patience;
   return library;
@@ -100,14 +100,14 @@ class RunServer::Runner final : public set_process::SetProcessListener {
     asio::post(loop_, [this] { BeginStop(); });
   }
 
-  void OnStarted(const base::JsonObject& started) override;
+  void OnStarted(const Json& started) override;
   void OnStartFailed(const std::string& why) override { Fail(why); }
-  void OnPosted(int64_t context, const set_process::PostedText& posted) override {
-    messages_.DeliverPosted(context, posted);
-  }
-  void OnEvent(std::string_view name, std::string_view data) override;
+  void OnPosted(const set_process::Posted& posted) override { messages_.DeliverPosted(posted); }
+  void OnEvent(const std::string& name, const Json& data, std::string_view body) override;
   void OnRestarted() override;
-  void OnProcessChanged() override { hub_.Publish("process", set_process_.Json()); }
+  void OnProcessChanged() override {
+    hub_.Publish("process", base::JsonText(set_process_.Description()));
+  }
 
  private:
   void Open(const base::JsonObject& started);
@@ -142,9 +142,10 @@ class RunServer::Runner final : public set_process::SetProcessListener {
   std::string failure_;
 };
 
-void RunServer::Runner::OnStarted(const base::JsonObject& started) {
+void RunServer::Runner::OnStarted(const Json& started) {
+  const std::string text = base::JsonText(started);
   try {
-    Open(started);
+    Open(*base::JsonObject::Parse(text));
   } catch (const std::exception& error) {
     Fail(error.what());
   }
@@ -187,12 +188,13 @@ void RunServer::Runner::OpenBrowser() {
   browser_desk_.Open(addresses_.simulator, [this](const std::string& why) { Fail(why); });
 }
 
-void RunServer::Runner::OnEvent(std::string_view name, std::string_view data) {
-  if (name == "log") return journal_.AddLog(data);
+void RunServer::Runner::OnEvent(const std::string& name, const Json& json, std::string_view body) {
+  if (name == "log") return journal_.AddLog(body);
+  const std::string data = base::JsonText(json);
   if (name == "explain") {
     const auto explanation = base::JsonObject::Parse(data);
     if (explanation && data.size() > 2) {
-      journal_.AddExplanation(std::string(data.substr(1, data.size() - 2)));
+      journal_.AddExplanation(data.substr(1, data.size() - 2));
     }
     return;
   }

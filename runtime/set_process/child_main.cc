@@ -7,15 +7,14 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <limits>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
-#include "base/base64.h"
 #include "base/frame.h"
-#include "base/json_text.h"
-#include "extensions/bounded_json.h"
+#include "base/json_fields.h"
 #include "set_process/end_watch.h"
 #include "television/control.h"
 #include "television/error_text.h"
@@ -38,18 +37,110 @@ namespace {
 constexpr std::chrono::milliseconds kGrace{3000};
 constexpr int64_t kMostId = int64_t{1} << 53;
 
+// As the television takes it.
+value ValueOf(const Json& json) {
+  value parsed;
+  picojson::parse(parsed, base::JsonText(json));
+  return parsed;
+}
+
+// The heads of requests. Each has "op" besides, and "id" if it wants an answer.
+
+struct Numbers {
+  int64_t id = 0;
+  std::optional<int64_t> context;
+};
+template <class Map>
+void MapFields(Map& map, Numbers& numbers) {
+  map.Optional("id", numbers.id, base::Range{0, kMostId});
+  map("context", numbers.context);
+}
+
+struct ToExtension {
+  std::string extension;
+  int64_t context = 0;
+  bool is_binary = false;
+};
+template <class Map>
+void MapFields(Map& map, ToExtension& head) {
+  map("extension", head.extension);
+  map("context", head.context, base::Range{0, kMostId});
+  map.Optional("binary", head.is_binary);
+}
+
+enum class Way { kPlain, kSync, kAsync };
+constexpr base::EnumName<Way> kWayNames[] = {
+    {Way::kPlain, "plain"}, {Way::kSync, "sync"}, {Way::kAsync, "async"}};
+constexpr auto& EnumNames(Way) { return kWayNames; }
+
+struct ToRuntime {
+  Way way = Way::kPlain;
+  std::string uri;
+};
+template <class Map>
+void MapFields(Map& map, ToRuntime& head) {
+  map("kind", head.way);
+  map("uri", head.uri);
+}
+
+enum class WidgetCall { kMove, kSetQuarterPosition };
+constexpr base::EnumName<WidgetCall> kWidgetCallNames[] = {
+    {WidgetCall::kMove, "move"}, {WidgetCall::kSetQuarterPosition, "setQuarterPosition"}};
+constexpr auto& EnumNames(WidgetCall) { return kWidgetCallNames; }
+
+struct ToWidget {
+  WidgetCall call = WidgetCall::kMove;
+};
+template <class Map>
+void MapFields(Map& map, ToWidget& head) {
+  map("call", head.call);
+}
+
+struct AskPrivilege {
+  std::string privilege;
+};
+template <class Map>
+void MapFields(Map& map, AskPrivilege& head) {
+  map("privilege", head.privilege);
+}
+
+struct ToControl {
+  std::string method;
+  std::optional<Json> parameters;
+};
+template <class Map>
+void MapFields(Map& map, ToControl& head) {
+  map("method", head.method);
+  map("params", head.parameters);
+}
+
+struct Start {
+  Json options;
+  int64_t last_log_line = 0;
+};
+template <class Map>
+void MapFields(Map& map, Start& head) {
+  map("options", head.options);
+  map.Optional("lastLogLine", head.last_log_line);
+}
+
 class Dispatcher {
  public:
   Dispatcher(Outbox& outbox, const Home& home) : outbox_(outbox), home_(home) {}
 
   // False: the server wants the process to end.
-  bool Handle(std::string_view body);
+  bool Handle(const base::Frame& frame);
 
  private:
   struct Request {
-    const Fields& fields;
-    int64_t id;  // 0: wants no answer
-    int64_t context() const { return fields.Integer("context", 0, kMostId); }
+    const Json& head;
+    std::string_view body;
+    Numbers numbers;
+
+    template <class T>
+    T Read() const {
+      return base::FromJson<T>(head, "the frame");
+    }
   };
   using Handler = void (Dispatcher::*)(const Request& request);
   struct Row {
@@ -58,8 +149,8 @@ class Dispatcher {
   };
   static const Row kRows[];
 
-  void HandleRequest(const Fields& fields);
-  void Start(const Fields& fields);
+  void HandleRequest(const std::string& op, const base::Frame& frame);
+  void StartSet(const base::Frame& frame);
   void Create(const Request& request);
   void Sync(const Request& request);
   void Post(const Request& request);
@@ -87,48 +178,44 @@ const Dispatcher::Row Dispatcher::kRows[] = {
     {"privilege", &Dispatcher::Privilege}, {"widget", &Dispatcher::Widget},
 };
 
-bool Dispatcher::Handle(std::string_view body) {
-  std::string error;
-  std::optional<value> frame = extensions::ParseBoundedJson(body, &error);
-  if (!frame) frame = extensions::ParseBoundedJson(base::WithoutHalfCharacters(body), &error);
-  if (!frame || !frame->is<picojson::object>()) {
-    outbox_.AnswerError(0, "A frame is no JSON object: " + error);
-    return true;
+bool Dispatcher::Handle(const base::Frame& frame) {
+  const auto op = frame.head.find("op");
+  const std::string name = op != frame.head.end() && op->is_string() ? op->get<std::string>() : "";
+  if (name == "shutdown") return false;
+  if (name == "start") {
+    StartSet(frame);
+  } else {
+    HandleRequest(name, frame);
   }
-  const Fields fields(frame->get<picojson::object>(), "the frame");
-  const value* const op = fields.Find("op");
-  if (op != nullptr && op->is<std::string>() && op->get<std::string>() == "shutdown") return false;
-  HandleRequest(fields);
   return true;
 }
 
-void Dispatcher::HandleRequest(const Fields& fields) {
-  int64_t id = 0;
+void Dispatcher::HandleRequest(const std::string& op, const base::Frame& frame) {
+  Request request{frame.head, frame.body, {}};
   try {
-    id = fields.Integer("id", 0, kMostId, 0);
-    const std::string& op = fields.Text("op");
-    if (op == "start") return Start(fields);
+    request.numbers = request.Read<Numbers>();
     for (const Row& row : kRows) {
-      if (row.op == op) return (this->*row.handle)({fields, id});
+      if (row.op == op) return (this->*row.handle)(request);
     }
     throw RequestError("There is no request \"" + op + "\".");
   } catch (const std::exception& error) {
-    outbox_.AnswerError(id, ErrorText(error.what()));
+    outbox_.AnswerError(request.numbers.id, ErrorText(error.what()));
   }
 }
 
-void Dispatcher::Start(const Fields& fields) {
+void Dispatcher::StartSet(const base::Frame& frame) {
   try {
     if (television_) throw RequestError("The set runs already; a process runs one set.");
-    const value* const snapshot = fields.Find("snapshot");
-    television_ =
-        std::make_unique<Television>(ReadStartOptions(fields.Object("options")),
-                                     snapshot == nullptr ? value() : *snapshot, home_, outbox_);
+    const auto head = base::FromJson<Start>(frame.head, "the frame");
+    const value given = ValueOf(head.options);
+    television::StartOptions options = ReadStartOptions(Fields(given, "options of the frame"));
+    options.last_log_line = head.last_log_line;
+    const value snapshot = frame.body.empty() ? value() : ValueOf(base::ParseJson(frame.body));
+    television_ = std::make_unique<Television>(std::move(options), snapshot, home_, outbox_);
     control_ = std::make_unique<Control>(*television_, outbox_);
     outbox_.Send(value(television_->Started(outbox_)).serialize());
   } catch (const std::exception& error) {
-    outbox_.Send(value(picojson::object{{"op", value("failed")}, {"error", value(error.what())}})
-                     .serialize());
+    outbox_.Send(base::JsonText({{"op", "failed"}, {"error", {{"message", error.what()}}}}));
   }
 }
 
@@ -142,104 +229,93 @@ void Dispatcher::Tell(const Request& request, std::string_view what, std::string
   // What the runtime answers itself cannot end the process.
   Television& set = television();  // has to be there
   if (what != "runtime") set.events().SendChangedSnapshot();
-  std::optional<int64_t> context;
-  if (request.fields.Has("context")) context = request.context();
-  set.events().SetContext(context);
-  outbox_.Handling(request.id, what, context.value_or(0), name, text);
+  set.events().SetContext(request.numbers.context);
+  outbox_.Handling(request.numbers.id, what, request.numbers.context.value_or(0), name, text);
 }
 
 void Dispatcher::Create(const Request& request) {
-  const std::string& extension = request.fields.Text("extension");
-  Tell(request, "create", extension, "");
-  television().contexts().Create(request.context(), extension);
-  outbox_.Answer(request.id, {});
+  const auto head = request.Read<ToExtension>();
+  Tell(request, "create", head.extension, "");
+  television().contexts().Create(head.context, head.extension);
+  outbox_.Answer(request.numbers.id, {});
 }
 
 void Dispatcher::Sync(const Request& request) {
-  const std::string& extension = request.fields.Text("extension");
-  const std::string& text = request.fields.Text("text");
-  Tell(request, "sync", extension, text);
+  const auto head = request.Read<ToExtension>();
+  Tell(request, "sync", head.extension, request.body);
   const auto begin = std::chrono::steady_clock::now();
-  const std::string reply = television().contexts().SendSync(request.context(), extension, text);
+  const std::string reply =
+      television().contexts().SendSync(head.context, head.extension, std::string(request.body));
   const auto time = std::chrono::steady_clock::now() - begin;
-  outbox_.AnswerText(request.id, reply,
+  outbox_.AnswerText(request.numbers.id, reply,
                      std::chrono::duration_cast<std::chrono::microseconds>(time).count());
 }
 
 void Dispatcher::Post(const Request& request) {
-  const std::string& extension = request.fields.Text("extension");
-  const std::string& text = request.fields.Text("text");
-  Tell(request, "post", extension, text);
-  if (request.fields.Flag("binary", false)) {
-    const auto bytes = base::DecodeBase64(text);
-    if (!bytes) request.fields.Refuse("text", "base64, where \"binary\" is true");
-    television().contexts().PostBinary(request.context(), extension, *bytes);
+  const auto head = request.Read<ToExtension>();
+  const std::string body(request.body);
+  Tell(request, "post", head.extension, head.is_binary ? "" : body);
+  if (head.is_binary) {
+    television().contexts().PostBinary(head.context, head.extension, body);
   } else {
-    television().contexts().Post(request.context(), extension, text);
+    television().contexts().Post(head.context, head.extension, body);
   }
   outbox_.Handled();
 }
 
 void Dispatcher::Runtime(const Request& request) {
-  const std::string& kind = request.fields.Text("kind");
-  const std::string& uri = request.fields.Text("uri");
-  const std::string text = request.fields.Text("text", "");
-  Tell(request, "runtime", uri, text);
+  const auto head = request.Read<ToRuntime>();
+  const std::string text(request.body);
+  const int64_t id = request.numbers.id;
+  Tell(request, "runtime", head.uri, text);
   television::RuntimeServices& services = television().services();
-  if (kind == "plain") return outbox_.Answer(request.id, value(services.Send(uri, text)));
-  if (kind == "sync") return outbox_.Answer(request.id, value(services.SendSync(uri, text)));
-  if (kind != "async") request.fields.Refuse("kind", R"("plain", "sync" or "async")");
-  services.SendAsync(uri, text, [this, id = request.id](const std::string& answer) {
-    outbox_.Answer(id, value(answer));
-  });
+  switch (head.way) {
+    case Way::kPlain:
+      return outbox_.Answer(id, value(services.Send(head.uri, text)));
+    case Way::kSync:
+      return outbox_.AnswerText(id, services.SendSync(head.uri, text));
+    case Way::kAsync:
+      services.SendAsync(head.uri, text,
+                         [this, id](const std::string& answer) { outbox_.AnswerText(id, answer); });
+  }
 }
 
 void Dispatcher::Widget(const Request& request) {
-  constexpr int64_t kLowest = std::numeric_limits<int>::min();
-  constexpr int64_t kHighest = std::numeric_limits<int>::max();
-  const std::string& call = request.fields.Text("call");
-  Tell(request, "runtime", "widget." + call, "");
-  picojson::object named;
-  size_t count = 0;
-  for (const value& argument : request.fields.Array("args")) {
-    named["argument " + std::to_string(++count)] = argument;
-  }
-  const Fields arguments(named, "widget." + call);
-  const auto number = [&](const char* name) {
-    return static_cast<int>(arguments.Integer(name, kLowest, kHighest));
-  };
+  const auto call = request.Read<ToWidget>().call;
+  const std::string name = request.head["call"];
+  Tell(request, "runtime", "widget." + name, request.body);
+  const auto numbers = [&] {
+    std::vector<int> arguments;
+    base::fields::Read(base::ParseJson(request.body), "the arguments of widget." + name, arguments);
+    arguments.resize(2);
+    return arguments;
+  }();
   television::RuntimeServices& services = television().services();
-  if (call == "move") {
-    const int x = number("argument 1");
-    return outbox_.Answer(request.id, value(services.MoveWindow(x, number("argument 2"))));
-  }
-  if (call != "setQuarterPosition") {
-    request.fields.Refuse("call", R"("move" or "setQuarterPosition")");
-  }
-  outbox_.Answer(request.id, value(services.SetQuarterPosition(number("argument 1"))));
+  outbox_.AnswerText(request.numbers.id, call == WidgetCall::kMove
+                                             ? services.MoveWindow(numbers[0], numbers[1])
+                                             : services.SetQuarterPosition(numbers[0]));
 }
 
 void Dispatcher::Privilege(const Request& request) {
-  const std::string& privilege = request.fields.Text("privilege");
+  const std::string privilege = request.Read<AskPrivilege>().privilege;
   Tell(request, "runtime", "privilege", privilege);
-  outbox_.Answer(request.id, value(television().services().HasPrivilege(privilege)));
+  outbox_.Answer(request.numbers.id, value(television().services().HasPrivilege(privilege)));
 }
 
 void Dispatcher::Close(const Request& request) {
   Tell(request, "close", "", "");
-  television().contexts().Close(request.context());
-  outbox_.Answer(request.id, {});
+  television().contexts().Close(request.numbers.context.value_or(0));
+  outbox_.Answer(request.numbers.id, {});
 }
 
 void Dispatcher::CallControl(const Request& request) {
-  static const auto* const kNone = new picojson::object();
-  const std::string& method = request.fields.Text("method");
-  const value* const given = request.fields.Find("params");
-  Tell(request, "control", method, given == nullptr ? "" : given->serialize());
-  const std::string owner = "the parameters of " + method;
-  const Fields parameters = given == nullptr ? Fields(*kNone, owner) : Fields(*given, owner);
-  const auto result = control_->Call(request.id, method, parameters);
-  if (result) outbox_.Answer(request.id, *result);
+  const auto head = request.Read<ToControl>();
+  const Json parameters = head.parameters.value_or(Json::object());
+  Tell(request, "control", head.method, head.parameters ? base::JsonText(parameters) : "");
+  const value given = ValueOf(parameters);
+  const auto result = control_->Call(request.numbers.id, head.method,
+                                     Fields(given, "the parameters of " + head.method));
+  if (result) outbox_.Answer(request.numbers.id, *result);
 }
 
 // The terminal's interrupt is the server's to answer; its end is this process's, at once where the
@@ -248,6 +324,17 @@ void TieToServer() {
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   std::signal(SIGINT, SIG_IGN);
   std::signal(SIGPIPE, SIG_IGN);
+}
+
+// False: the end.
+bool ServeOne(int socket, base::FrameReader* reader, Dispatcher& dispatcher, Outbox& outbox) {
+  try {
+    const auto frame = base::ReceiveFrame(socket, reader);
+    return frame && dispatcher.Handle(*frame);
+  } catch (const base::JsonError& error) {
+    outbox.AnswerError(0, std::string("A frame cannot be read: ") + error.what());
+    return true;
+  }
 }
 
 }  // namespace
@@ -260,8 +347,7 @@ int RunSetProcess(int socket, const Home& home) {
   base::FrameReader reader;
   int exit_code = 0;
   try {
-    while (const auto body = base::ReceiveFrame(socket, &reader)) {
-      if (!dispatcher.Handle(*body)) break;
+    while (ServeOne(socket, &reader, dispatcher, outbox)) {
     }
   } catch (const base::FrameError& error) {
     std::fprintf(stderr, "orvane: the server sent no frames: %s\n", error.what());

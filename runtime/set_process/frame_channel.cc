@@ -21,9 +21,9 @@ FrameChannel::FrameChannel(asio::io_context& loop, base::UniqueFd socket, Receiv
 
 void FrameChannel::Start() { Read(); }
 
-void FrameChannel::Send(std::string_view body) {
+void FrameChannel::Send(std::string_view frames) {
   if (closed_) return;
-  base::AppendFrame(body, &waiting_);
+  waiting_.append(frames);
   if (writing_.empty()) Write();
 }
 
@@ -53,14 +53,15 @@ void FrameChannel::Read() {
 
 void FrameChannel::OnRead(size_t count) {
   reader_.Append({incoming_.data(), count});
-  try {
-    while (!closed_) {
-      const auto body = reader_.Next();
-      if (!body) break;
-      receiver_.on_frame(*body);
+  while (!closed_) {
+    std::optional<base::Frame> frame;
+    try {
+      frame = reader_.Next();
+    } catch (const std::runtime_error&) {
+      return End();  // not the process that was started
     }
-  } catch (const base::FrameError&) {
-    return End();
+    if (!frame) break;
+    receiver_.on_frame(*frame);
   }
   if (!closed_) Read();
 }

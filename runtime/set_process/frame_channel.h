@@ -18,15 +18,15 @@ namespace orvane::set_process {
 class FrameChannel : public std::enable_shared_from_this<FrameChannel> {
  public:
   struct Receiver {
-    std::function<void(std::string_view body)> on_frame;
+    std::function<void(const base::Frame& frame)> on_frame;
     std::function<void()> on_closed;  // once, after the last frame
   };
 
   FrameChannel(asio::io_context& loop, base::UniqueFd socket, Receiver receiver);
 
   void Start();
-  // Written at once as far as the socket takes it.
-  void Send(std::string_view body);
+  // Whole frames, written at once as far as the socket takes them.
+  void Send(std::string_view frames);
   size_t queued_bytes() const { return waiting_.size() + writing_.size(); }  // not written yet
   // Nothing is received from now on.
   void Close();

@@ -2,53 +2,44 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "set_process/handled_message.h"
 
-#include "base/json_object.h"
-#include "base/json_writer.h"
-
 namespace orvane::set_process {
 
 namespace {
 
-constexpr std::string_view kHead = R"({"op":"handling")";
+// Of the library's messages; empty for others.
+std::string CommandOf(const std::string& text) {
+  try {
+    const Json message = base::ParseJson(text);
+    const auto command = message.find("cmd");
+    return command != message.end() && command->is_string() ? command->get<std::string>() : "";
+  } catch (const base::JsonError&) {
+    return "";
+  }
+}
 
 }  // namespace
 
-bool HandledMessage::IsToldBy(std::string_view frame) {
-  return frame.substr(0, kHead.size()) == kHead;
-}
-
-void HandledMessage::Begin(std::string_view frame) {
-  frame_ = frame;
+void HandledMessage::Begin(const base::Frame& frame) {
+  head_ = frame.head;
+  text_ = frame.body;
   is_done_ = false;
   since_ = std::chrono::steady_clock::now();
 }
 
 void HandledMessage::Clear() { *this = HandledMessage(); }
 
-uint64_t HandledMessage::request() const {
-  const auto message = base::JsonObject::Parse(frame_);
-  return message ? static_cast<uint64_t>(message->Integer("id").value_or(0)) : 0;
-}
+uint64_t HandledMessage::request() const { return is_known() ? head_.value("id", uint64_t{0}) : 0; }
 
-std::string HandledMessage::Json() const {
-  const auto message = base::JsonObject::Parse(frame_);
-  if (!message) return "null";
-  base::JsonWriter json;
-  for (const char* const name : {"what", "context", "name", "text"}) {
-    const std::string_view value = message->Raw(name);
-    json.Raw(name, value.empty() ? "null" : value);
-  }
-  return json.Take();
+Json HandledMessage::Description() const {
+  return {{"what", head_.value("what", "")},
+          {"context", head_.value("context", 0)},
+          {"name", head_.value("name", "")},
+          {"text", text_}};
 }
 
 std::string HandledMessage::Words() const {
-  const auto frame = base::JsonObject::Parse(frame_);
-  if (!frame) return "";
-  const std::string text = frame->Text("text").value_or("");
-  const auto message = base::JsonObject::Parse(text);
-  const std::string command = message ? message->Text("cmd").value_or("") : "";
-  std::string words = frame->Text("what").value_or("") + " ";
-  words += frame->Text("name").value_or("");
+  const std::string command = CommandOf(text_);
+  const std::string words = head_.value("what", "") + " " + head_.value("name", "");
   return command.empty() ? words : words + " \"" + command + "\"";
 }
 

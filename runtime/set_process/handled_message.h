@@ -5,7 +5,8 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
-#include <string_view>
+
+#include "base/frame.h"
 
 namespace orvane::set_process {
 
@@ -15,24 +16,24 @@ class HandledMessage {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
 
-  static bool IsToldBy(std::string_view frame);
-  void Begin(std::string_view frame);
+  void Begin(const base::Frame& frame);
   // It told that the message is done, which gets no answer.
   void End() { is_done_ = true; }
   void Clear();
 
-  bool is_known() const { return !frame_.empty(); }
+  bool is_known() const { return head_.is_object(); }
   // Between Begin and End. A message that is answered ends with its answer, of which this object
   // does not know: see request().
   bool is_open() const { return is_known() && !is_done_; }
   uint64_t request() const;  // 0: one without an answer
   TimePoint since() const { return since_; }
 
-  std::string Json() const;   // what, context, name and text
+  Json Description() const;   // what, context, name and text
   std::string Words() const;  // such as: sync dravelt.orvane "OrvaneManager_getAppState"
 
  private:
-  std::string frame_;
+  Json head_;
+  std::string text_;  // the beginning of the message's
   bool is_done_ = false;
   TimePoint since_;
 };

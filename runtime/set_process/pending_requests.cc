@@ -6,6 +6,14 @@
 
 namespace orvane::set_process {
 
+std::string Answer::error() const {
+  return ok() || !head.contains("error") ? "" : head["error"].value("message", "");
+}
+
+int64_t Answer::microseconds() const {
+  return head.is_object() ? head.value("us", int64_t{-1}) : -1;
+}
+
 uint64_t PendingRequests::Add(Receiver receiver, TimePoint deadline) {
   pending_[++last_id_] = {std::move(receiver), deadline};
   return last_id_;
@@ -35,7 +43,7 @@ std::optional<PendingRequests::TimePoint> PendingRequests::oldest_deadline() con
 
 void PendingRequests::FailAll(const std::string& why) {
   for (auto& [id, pending] : std::exchange(pending_, {})) {
-    SetProcessAnswer answer;
+    Answer answer;
     answer.failure = why;
     if (pending.receiver) pending.receiver(answer);
   }

@@ -11,27 +11,33 @@
 #include <string_view>
 #include <vector>
 
+#include "base/json.h"
+
 namespace orvane::set_process {
 
-// What comes of a request to the set process. The texts live for the call.
-struct SetProcessAnswer {
-  std::string_view result;    // JSON; empty when there is none
-  std::string_view error;     // a JSON string: the set process refused
-  std::string failure;        // the rest of a sentence: why nobody answered at all
-  int64_t microseconds = -1;  // in the set process, as far as it told
+// What comes of a request to the set process. Lives for the call.
+struct Answer {
+  Json head;              // "result", or "error" with a "message": the set process refused
+  std::string_view body;  // the reply's text, to a message of a page
+  std::string failure;    // the rest of a sentence: why nobody answered at all
 
-  bool ok() const { return !result.empty(); }
+  bool ok() const { return failure.empty() && !head.contains("error"); }
+  Json result() const { return ok() ? head.value("result", Json()) : Json(); }
+  // Why it refused, for people; empty when it did not.
+  std::string error() const;
+  int64_t microseconds() const;  // in the set process; -1: it did not tell
 };
 
 // The requests that are under way, by number. Each receiver is called once, or is given away. One
 // thread.
 class PendingRequests {
  public:
-  using Receiver = std::function<void(const SetProcessAnswer&)>;
+  using Receiver = std::function<void(const Answer&)>;
   using TimePoint = std::chrono::steady_clock::time_point;
 
   // Deadlines never get earlier from one request to the next.
   uint64_t Add(Receiver receiver, TimePoint deadline);
+  uint64_t next_id() const { return last_id_ + 1; }  // that Add will give
   bool Has(uint64_t id) const { return pending_.count(id) != 0; }
   bool empty() const { return pending_.empty(); }
 

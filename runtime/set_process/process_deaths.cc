@@ -3,8 +3,8 @@
 #include "set_process/process_deaths.h"
 
 #include <cstddef>
+#include <utility>
 
-#include "base/json_writer.h"
 #include "base/wall_clock.h"
 
 namespace orvane::set_process {
@@ -17,13 +17,12 @@ constexpr size_t kKept = 20;
 
 }  // namespace
 
-void ProcessDeaths::Add(const base::ProcessEnd& end, const std::string& reason,
-                        const std::string& handled, const std::string& output) {
-  base::JsonWriter json;
-  json.Number("time_ns", base::NowNs()).Number("signal", end.signal).Number("exit", end.exit_code);
-  json.Text("reason", reason).Raw("handling", handled).Text("stderr", output);
+void ProcessDeaths::Add(const base::ProcessEnd& end, const std::string& reason, const Json& handled,
+                        const std::string& output) {
+  Json death{{"time_ns", base::NowNs()}, {"signal", end.signal}, {"exit", end.exit_code},
+             {"reason", reason},         {"handling", handled},  {"stderr", output}};
   if (deaths_.size() == kKept) deaths_.erase(deaths_.begin());
-  deaths_.push_back({std::chrono::steady_clock::now(), json.Take()});
+  deaths_.push_back({std::chrono::steady_clock::now(), std::move(death)});
 }
 
 bool ProcessDeaths::AreTooMany() const {
@@ -31,8 +30,10 @@ bool ProcessDeaths::AreTooMany() const {
          deaths_.back().time - deaths_[deaths_.size() - kMany].time < kShortTime;
 }
 
-std::string ProcessDeaths::Json() const {
-  return base::JsonArray(deaths_, [](const Death& death) { return death.json; });
+Json ProcessDeaths::List() const {
+  Json list = Json::array();
+  for (const Death& death : deaths_) list.push_back(death.description);
+  return list;
 }
 
 }  // namespace orvane::set_process

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/child_process.h"
+#include "base/json.h"
 
 namespace orvane::set_process {
 
@@ -14,20 +15,20 @@ namespace orvane::set_process {
 // thread.
 class ProcessDeaths {
  public:
-  // `handled` is JSON: the message that it died of, or null. `output` is what it wrote last.
-  void Add(const base::ProcessEnd& end, const std::string& reason, const std::string& handled,
+  // `handled` is the message that it died of, or null. `output` is what it wrote last.
+  void Add(const base::ProcessEnd& end, const std::string& reason, const Json& handled,
            const std::string& output);
   // So many within so short a time that starting it again would be in vain.
   bool AreTooMany() const;
   void Clear() { deaths_.clear(); }
 
   bool empty() const { return deaths_.empty(); }
-  std::string Json() const;
+  Json List() const;
 
  private:
   struct Death {
     std::chrono::steady_clock::time_point time;
-    std::string json;
+    Json description;
   };
   std::vector<Death> deaths_;
 };

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "base/frame.h"
-#include "base/json_writer.h"
 #include "base/net.h"
 #include "set_process/spawned_process.h"
 
@@ -20,7 +19,7 @@ namespace {
 constexpr milliseconds kDeadlineTick{50};
 constexpr milliseconds kStopGrace{2500};  // after the request to end
 // Of a message; the rest of its frame is short.
-constexpr size_t kMostMemberBytes = base::kMaxBodyBytes - 1024;
+constexpr size_t kMostMessageBytes = base::kMaxFrameBytes - 1024;
 
 std::string Seconds(milliseconds time) {
   std::string text = std::to_string(static_cast<double>(time.count()) / 1000);
@@ -29,12 +28,19 @@ std::string Seconds(milliseconds time) {
   return text + " s";
 }
 
-std::string TooLong(size_t bytes) {
-  return "it has " + std::to_string(bytes) + " bytes, and the set process takes at most " +
-         std::to_string(kMostMemberBytes) + "; send less at a time";
+// A whole frame. Throws base::FrameError, the rest of a sentence.
+std::string WholeFrame(const Json& head, std::string_view body) {
+  const std::string text = base::JsonText(head);
+  const size_t bytes = text.size() + body.size();
+  if (bytes > kMostMessageBytes) {
+    throw base::FrameError("it has " + std::to_string(bytes) +
+                           " bytes, and the set process takes at most " +
+                           std::to_string(kMostMessageBytes) + "; send less at a time");
+  }
+  std::string frame;
+  base::AppendFrame(text, body, &frame);
+  return frame;
 }
-
-std::string OrNull(std::string_view json) { return json.empty() ? "null" : std::string(json); }
 
 }  // namespace
 
@@ -67,119 +73,109 @@ void SetProcess::StartProcess() {
   child_ = std::make_shared<SpawnedProcess>(
       loop_, options_.command,
       SpawnedProcess::Receiver{
-          [this](std::string_view body) { OnFrame(body); },
+          [this](const base::Frame& frame) { OnFrame(frame); },
           [this](const base::ProcessEnd& end, const std::string& output) { OnEnd(end, output); }});
   child_->Listen();
-  child_->Send(base::JsonWriter()
-                   .Text("op", "start")
-                   .Raw("options", options_.start_options)
-                   .Raw("snapshot", snapshot_)
-                   .Take());
+  const Json head{
+      {"op", "start"}, {"options", options_.start_options}, {"lastLogLine", last_log_line_}};
+  std::string frame;
+  base::AppendFrame(base::JsonText(head), snapshot_, &frame);
+  child_->Send(frame);
 }
 
-void SetProcess::Request(std::string_view operation, std::string_view members, Receiver receiver) {
+void SetProcess::Request(Json head, std::string_view body, Receiver receiver) {
+  Answer answer;
   if (state_ == State::kDown || state_ == State::kStopping) {
-    SetProcessAnswer answer;
     answer.failure = "the set process is down; restart it in the simulator, or run it again";
     return receiver(answer);
   }
-  if (members.size() > kMostMemberBytes) {
-    SetProcessAnswer answer;
-    answer.failure = TooLong(members.size());
-    return receiver(answer);
+  head["id"] = pending_.next_id();
+  try {
+    const std::string frame = WholeFrame(head, body);
+    pending_.Add(std::move(receiver), steady_clock::now() + options_.deadline);
+    WatchDeadlines();
+    Send(frame);
+  } catch (const base::FrameError& error) {
+    answer.failure = error.what();
+    receiver(answer);
   }
-  const uint64_t id = pending_.Add(std::move(receiver), steady_clock::now() + options_.deadline);
-  WatchDeadlines();
-  std::string body = R"({"op":")";
-  body.append(operation).append(R"(","id":)").append(std::to_string(id));
-  if (!members.empty()) body.append(",").append(members);
-  body += '}';
-  Send(body);
 }
 
-void SetProcess::Post(std::string_view operation, std::string_view members) {
-  std::string body = R"({"op":")";
-  body.append(operation).append("\",").append(members).append("}");
-  if (members.size() > kMostMemberBytes) {
-    const std::string text = "A posted message was dropped: " + TooLong(members.size()) + ".";
-    return listener_.OnEvent("explain", base::JsonWriter().Text("text", text).Take());
+void SetProcess::Post(const Json& head, std::string_view body) {
+  if (state_ != State::kStarting && state_ != State::kRunning) return;
+  try {
+    Send(WholeFrame(head, body));
+  } catch (const base::FrameError& error) {
+    Explain(std::string("A posted message was dropped: ") + error.what() + ".");
   }
-  if (state_ == State::kStarting || state_ == State::kRunning) Send(body);
 }
 
-void SetProcess::Send(std::string_view body) {
+void SetProcess::Explain(const std::string& text) {
+  listener_.OnEvent("explain", {{"text", text}}, "");
+}
+
+void SetProcess::Send(std::string_view frame) {
   if (state_ == State::kStarting) {
-    held_.emplace_back(body);
+    held_.append(frame);
   } else {
-    child_->Send(body);
+    child_->Send(frame);
   }
 }
 
 size_t SetProcess::queued_bytes() const {
-  size_t bytes = child_ ? child_->queued_bytes() : 0;
-  for (const std::string& body : held_) bytes += body.size();
-  return bytes;
+  return held_.size() + (child_ ? child_->queued_bytes() : 0);
 }
 
-void SetProcess::OnFrame(std::string_view body) {
-  if (HandledMessage::IsToldBy(body)) return handled_.Begin(body);
-  const auto frame = base::JsonObject::Parse(body);
-  if (!frame) return;
-  const std::string_view operation = frame->Raw("op");
-  if (operation == R"("answer")") return OnAnswer(*frame);
-  if (operation == R"("posted")") {
-    return listener_.OnPosted(
-        frame->Integer("context").value_or(0),
-        {frame->RawText("extension"), frame->RawText("text"), frame->Flag("binary")});
+void SetProcess::OnFrame(const base::Frame& frame) {
+  const std::string operation = frame.head.value("op", "");
+  if (operation == "handling") return handled_.Begin(frame);
+  if (operation == "answer") return OnAnswer(frame);
+  if (operation == "posted") {
+    return listener_.OnPosted({frame.head.value("context", int64_t{0}),
+                               frame.head.value("extension", ""), frame.body,
+                               frame.head.value("binary", false)});
   }
-  if (operation == R"("event")") {
-    return listener_.OnEvent(frame->Text("name").value_or(""), frame->Raw("data"));
-  }
-  if (operation == R"("handled")") handled_.End();
-  if (operation == R"("snapshot")") snapshot_ = OrNull(frame->Raw("data"));
-  if (operation == R"("started")") OnProcessStarted(*frame);
-  if (operation == R"("failed")") OnProcessFailed(*frame);
+  if (operation == "event") return OnEvent(frame);
+  if (operation == "handled") handled_.End();
+  if (operation == "snapshot") snapshot_ = frame.body;
+  if (operation == "started") OnProcessStarted(frame.head);
+  if (operation == "failed") OnProcessFailed(frame.head);
 }
 
-void SetProcess::OnAnswer(const base::JsonObject& frame) {
-  const auto receiver = pending_.Take(static_cast<uint64_t>(frame.Integer("id").value_or(0)));
-  if (!receiver) {
-    // The answer to a message that wants none: why it was refused.
-    if (!frame.RawText("error").empty()) {
-      listener_.OnEvent("explain", base::JsonWriter().Raw("text", frame.RawText("error")).Take());
-    }
-    return;
-  }
-  if (!*receiver) return;  // too late
-  SetProcessAnswer answer;
-  answer.error = frame.RawText("error");
-  if (answer.error.empty()) answer.result = frame.Raw("result");
-  if (answer.error.empty() && answer.result.empty()) answer.result = "null";
-  answer.microseconds = frame.Integer("us").value_or(-1);
-  (*receiver)(answer);
+void SetProcess::OnEvent(const base::Frame& frame) {
+  last_log_line_ = frame.head.value("lastLogLine", last_log_line_);
+  listener_.OnEvent(frame.head.value("name", ""), frame.head.value("data", Json()), frame.body);
 }
 
-void SetProcess::OnProcessStarted(const base::JsonObject& frame) {
+void SetProcess::OnAnswer(const base::Frame& frame) {
+  const Answer answer{frame.head, frame.body, ""};
+  const auto receiver = pending_.Take(frame.head.value("id", uint64_t{0}));
+  // The answer to a message that wants none: why it was refused.
+  if (!receiver && !answer.ok()) Explain(answer.error());
+  if (receiver && *receiver) (*receiver)(answer);  // else it comes too late
+}
+
+void SetProcess::OnProcessStarted(const Json& started) {
   if (state_ != State::kStarting) return;  // it was told to stop meanwhile
   state_ = State::kRunning;
-  for (const std::string& body : std::exchange(held_, {})) child_->Send(body);
+  child_->Send(std::exchange(held_, {}));
   if (std::exchange(was_started_, true)) {
     listener_.OnProcessChanged();
   } else {
-    listener_.OnStarted(frame);
+    listener_.OnStarted(started);
   }
 }
 
-void SetProcess::OnProcessFailed(const base::JsonObject& frame) {
+void SetProcess::OnProcessFailed(const Json& failed) {
   if (state_ != State::kStarting) return;
-  const std::string why = frame.Text("error").value_or("the set process could not start");
+  const std::string why = Answer{failed, "", ""}.error();
   if (was_started_) return GoDown(why);
   listener_.OnStartFailed(why);
 }
 
 void SetProcess::OnEnd(const base::ProcessEnd& end, const std::string& output) {
   if (state_ == State::kStopping) return stopped_ ? std::exchange(stopped_, nullptr)() : void();
-  deaths_.Add(end, EndWords(end), IsHandling() ? handled_.Json() : "null", output);
+  deaths_.Add(end, EndWords(end), IsHandling() ? handled_.Description() : Json(), output);
   const std::string why = "the set process ended" +
                           (IsHandling() ? " while it handled " + handled_.Words() : "") + ": " +
                           EndWords(end);
@@ -217,7 +213,7 @@ void SetProcess::WatchDeadlines() {
 void SetProcess::CheckDeadlines() {
   const TimePoint now = steady_clock::now();
   EndStuckProcess(now);
-  SetProcessAnswer answer;
+  Answer answer;
   answer.failure = "there was no answer within " + Seconds(options_.deadline) + "; the library " +
                    (IsHandling() ? "is busy with " + handled_.Words() : "process takes no message");
   for (const Receiver& receiver : pending_.TakeLate(now)) receiver(answer);
@@ -271,19 +267,18 @@ void SetProcess::Stop(std::function<void()> stopped) {
   pending_.FailAll("the runtime is ending");
   if (has_ended) return stopped();
   stopped_ = std::move(stopped);
-  child_->Send(R"({"op":"shutdown"})");
+  child_->Send(WholeFrame({{"op", "shutdown"}}, ""));
   child_->EndWithin(kStopGrace);
 }
 
-std::string SetProcess::Json() const {
+Json SetProcess::Description() const {
   const char* state = "running";
   if (state_ == State::kDown) state = "down";
   if (state_ == State::kStarting) state = deaths_.empty() ? "starting" : "restarting";
-  base::JsonWriter json;
-  json.Text("state", state).Number("pid", pid());
-  json.Raw("handling", IsHandling() ? handled_.Json() : "null");
-  json.Raw("deaths", deaths_.Json());
-  return json.Take();
+  return {{"state", state},
+          {"pid", pid()},
+          {"handling", IsHandling() ? handled_.Description() : Json()},
+          {"deaths", deaths_.List()}};
 }
 
 }  // namespace orvane::set_process

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/child_process.h"
-#include "base/json_object.h"
+#include "base/frame.h"
 #include "set_process/handled_message.h"
 #include "set_process/pending_requests.h"
 #include "set_process/process_deaths.h"
@@ -24,23 +24,27 @@ namespace orvane::set_process {
 
 class SpawnedProcess;
 
-// What the library posts to a page. JSON strings; `text` is base64 for a message of bytes.
-struct PostedText {
-  std::string_view extension;
-  std::string_view text;
+// What an extension posts to a page. Lives for the call.
+struct Posted {
+  int64_t context = 0;
+  std::string extension;
+  std::string_view body;  // text in UTF-8, or any bytes
   bool is_binary = false;
 };
 
-// Learns what the set process says of its own accord. Called on the loop's thread; the texts
-// live for the call.
+// Learns what the set process says of its own accord. Called on the loop's thread; what it is given
+// lives for the call.
 class SetProcessListener {
  public:
   virtual ~SetProcessListener() = default;
-  // Once, with the first start; `started` is the process's own frame.
-  virtual void OnStarted(const base::JsonObject& started) = 0;
+  // Once, with the first start: "catalogue", "scripts" and "warnings".
+  virtual void OnStarted(const Json& started) = 0;
   virtual void OnStartFailed(const std::string& why) = 0;
-  virtual void OnPosted(int64_t context, const PostedText& posted) = 0;
-  virtual void OnEvent(std::string_view name, std::string_view data) = 0;
+  virtual void OnPosted(const Posted& posted) = 0;
+  // "log" has its lines as the body, a JSON object each with a line's end after it, and with "seq",
+  // their number, one above that of the line before it, as long as this process runs. All others
+  // have data.
+  virtual void OnEvent(const std::string& name, const Json& data, std::string_view body) = 0;
   // Its instances are gone.
   virtual void OnRestarted() = 0;
   virtual void OnProcessChanged() = 0;
@@ -48,7 +52,7 @@ class SetProcessListener {
 
 struct SetProcessOptions {
   std::vector<std::string> command;  // the process; its socket is descriptor 3
-  std::string start_options;         // JSON
+  Json start_options;                // as television::StartOptions
   std::chrono::milliseconds deadline{10000};
   // A message that is still being handled so long after its deadline costs the process its life; so
   // does a start that takes as long as both.
@@ -71,9 +75,11 @@ class SetProcess {
 
   void Start();
 
-  // `members` is what the frame holds besides its operation and its number: `"a":1,"b":2`.
-  void Request(std::string_view operation, std::string_view members, Receiver receiver);
-  void Post(std::string_view operation, std::string_view members);
+  // `head` names the operation as "op", with what that needs; `body` is the text or the bytes of a
+  // page's message. A number of its own is added.
+  void Request(Json head, std::string_view body, Receiver receiver);
+  // For what gets no answer. Lost while there is no process.
+  void Post(const Json& head, std::string_view body);
 
   // Asks the process to end, and ends it if it does not within a moment; then calls `stopped`.
   void Stop(std::function<void()> stopped);
@@ -83,7 +89,7 @@ class SetProcess {
   size_t queued_bytes() const;  // for the process, which has not taken them yet
 
   pid_t pid() const;         // 0: there is none
-  std::string Json() const;  // state, pid, what it handles, and deaths, for people
+  Json Description() const;  // state, pid, what it handles, and deaths, for people
 
  private:
   enum class State { kStarting, kRunning, kDown, kStopping };
@@ -91,11 +97,13 @@ class SetProcess {
 
   void Spawn();
   void StartProcess();
-  void Send(std::string_view body);
-  void OnFrame(std::string_view body);
-  void OnAnswer(const base::JsonObject& frame);
-  void OnProcessStarted(const base::JsonObject& frame);
-  void OnProcessFailed(const base::JsonObject& frame);
+  void Send(std::string_view frame);
+  void OnFrame(const base::Frame& frame);
+  void OnAnswer(const base::Frame& frame);
+  void OnEvent(const base::Frame& frame);
+  void OnProcessStarted(const Json& started);
+  void OnProcessFailed(const Json& failed);
+  void Explain(const std::string& text);
   void OnEnd(const base::ProcessEnd& end, const std::string& output);
   void GoDown(const std::string& why);
   void WatchDeadlines();
@@ -114,10 +122,11 @@ class SetProcess {
   std::function<void()> stopped_;
 
   PendingRequests pending_;
-  std::vector<std::string> held_;  // until the process has started
+  std::string held_;  // frames, until the process has started
   bool watching_deadlines_ = false;
 
-  std::string snapshot_ = "null";
+  std::string snapshot_;       // as the process told it; empty: not yet
+  int64_t last_log_line_ = 0;  // its number
   HandledMessage handled_;
   TimePoint spawned_at_;
   std::string kill_reason_;  // why this side ended the process

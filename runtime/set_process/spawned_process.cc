@@ -51,7 +51,7 @@ SpawnedProcess::SpawnedProcess(asio::io_context& loop, const std::vector<std::st
   tail_ = std::make_shared<StderrTail>(loop, std::move(read_end));
   channel_ = std::make_shared<FrameChannel>(
       loop, std::move(server_end),
-      FrameChannel::Receiver{[this](std::string_view body) { receiver_.on_frame(body); },
+      FrameChannel::Receiver{[this](const base::Frame& frame) { receiver_.on_frame(frame); },
                              [this] { EndWithin(kEndGrace); }});
 }
 

@@ -24,7 +24,7 @@ namespace orvane::set_process {
 class SpawnedProcess : public std::enable_shared_from_this<SpawnedProcess> {
  public:
   struct Receiver {
-    std::function<void(std::string_view body)> on_frame;
+    std::function<void(const base::Frame& frame)> on_frame;
     // Once, when the process is gone; `output` is the end of what it wrote. Nothing comes after it.
     std::function<void(const base::ProcessEnd& end, const std::string& output)> on_end;
   };
@@ -37,7 +37,7 @@ class SpawnedProcess : public std::enable_shared_from_this<SpawnedProcess> {
   SpawnedProcess& operator=(const SpawnedProcess&) = delete;
 
   void Listen();  // once, from when frames are received
-  void Send(std::string_view body) { channel_->Send(body); }
+  void Send(std::string_view frames) { channel_->Send(frames); }
   size_t queued_bytes() const { return channel_->queued_bytes(); }
   // It has that long to end by itself.
   void EndWithin(std::chrono::milliseconds time);

@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "base/json_text.h"
+#include "base/utf8.h"
 
 namespace orvane::set_process {
 
@@ -19,7 +19,7 @@ std::string StderrTail::Finish() {
   while (!error) Take(pipe_.read_some(asio::buffer(buffer_), error));
   pipe_.close(error);
   if (text_.size() > kMaxBytes) text_.erase(0, text_.size() - kMaxBytes);
-  return base::WellFormed(text_);
+  return base::WellFormedUtf8(text_);
 }
 
 void StderrTail::Read() {

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include "base/base64.h"
 #include "base/frame.h"
 #include "base/json_text.h"
 #include "base/near_names.h"
@@ -35,21 +34,16 @@ class Contexts::Connection final : public extensions::InstanceClient {
   const extensions::Extension* extension() const { return &extension_; }
   extensions::Instance& instance() { return *instance_; }
 
-  void OnMessage(std::string_view text) override {
-    std::string body = head_;
-    base::AppendJsonString(text, &body);
-    body.push_back('}');
-    Send(body);
-  }
+  void OnMessage(std::string_view text) override { Send(head_ + "}", base::WellFormed(text)); }
 
   void OnBinaryMessage(std::string_view bytes) override {
-    Send(head_ + '"' + base::EncodeBase64(bytes) + R"(","binary":true})");
+    Send(head_ + R"(,"binary":true})", bytes);
   }
 
  private:
-  void Send(const std::string& body) {
+  void Send(const std::string& head, std::string_view body) {
     try {
-      outbox_.Send(body);
+      outbox_.Send(head, body);
     } catch (const base::FrameError& error) {
       outbox_.Event("explain", picojson::value(picojson::object{
                                    {"text", picojson::value("A message to the page was lost: " +
@@ -61,12 +55,12 @@ class Contexts::Connection final : public extensions::InstanceClient {
     std::string head = R"({"op":"posted","context":)" + std::to_string(context);
     head.append(R"(,"extension":)");
     base::AppendJsonString(extension, &head);
-    return head.append(R"(,"text":)");
+    return head;
   }
 
   extensions::Extension& extension_;
   Outbox& outbox_;
-  const std::string head_;  // of every frame
+  const std::string head_;  // of every frame, but for its end
   std::unique_ptr<extensions::Instance> instance_;
 };
 

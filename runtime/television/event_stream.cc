@@ -48,17 +48,18 @@ std::string_view ReasonOf(tvset::KeyRoute route) {
   return "notRegistered";
 }
 
-void AppendLogLine(const tvset::LogLine& line, std::string* json) {
-  json->append(R"({"time_ns":)").append(std::to_string(line.time_ns));
+void AppendLogLine(int64_t number, const tvset::LogLine& line, std::string* json) {
+  json->append(R"({"seq":)").append(std::to_string(number));
+  json->append(R"(,"time_ns":)").append(std::to_string(line.time_ns));
   json->append(R"(,"pid":)").append(std::to_string(line.pid));
   json->append(R"(,"tid":)").append(std::to_string(line.tid));
   json->append(R"(,"priority":)").append(std::to_string(line.priority));
   json->append(R"(,"letter":")").push_back(tvset::PriorityLetter(line.priority));
   json->append(R"(","tag":)");
-  base::AppendJsonString(line.tag, json);
+  base::AppendJsonString(base::WellFormed(line.tag), json);
   json->append(R"(,"text":)");
-  base::AppendJsonString(line.text, json);
-  json->push_back('}');
+  base::AppendJsonString(base::WellFormed(line.text), json);
+  json->append("}\n");
 }
 
 // What was to be sent is lost, such as a setting that fills more than a frame.
@@ -76,12 +77,13 @@ uint32_t BitOf(Part part) { return uint32_t{1} << static_cast<unsigned>(part); }
 }  // namespace
 
 EventStream::EventStream(tvset::EventHub& events, const SetState& state, MakeSnapshot snapshot,
-                         Outbox& outbox)
+                         int64_t last_log_line, Outbox& outbox)
     : events_(events),
       state_(state),
       snapshot_(std::move(snapshot)),
       outbox_(outbox),
       extension_thread_(gettid()),
+      last_log_line_(last_log_line),
       thread_([this] { Run(); }) {
   events_.Add(this);
 }
@@ -125,10 +127,11 @@ void EventStream::AddLogLine(const tvset::LogLine& line) {
   }
   if (log_.empty() || log_.back().count == kBatchLines) log_.emplace_back();
   Batch& batch = log_.back();
-  const size_t before = batch.json.size();
-  if (batch.count++ > 0) batch.json.push_back(',');
-  AppendLogLine(line, &batch.json);
-  log_bytes_ += batch.json.size() - before;
+  const size_t before = batch.lines.size();
+  ++batch.count;
+  batch.last = ++last_log_line_;
+  AppendLogLine(batch.last, line, &batch.lines);
+  log_bytes_ += batch.lines.size() - before;
   const bool first = !log_due_;
   BeginLocked(&log_due_, kLogDelay);
   const bool full = batch.count == kBatchLines && log_.size() == 1;
@@ -230,7 +233,7 @@ void EventStream::SendSnapshot() {
     const std::lock_guard<std::mutex> lock(mutex_);
     snapshot_changed_ = false;
   }
-  outbox_.Send(R"({"op":"snapshot","data":)" + snapshot_().serialize() + "}");
+  outbox_.Send(R"({"op":"snapshot"})", snapshot_().serialize());
 }
 
 void EventStream::AddEvent(std::string_view name, const value& data) {
@@ -305,7 +308,8 @@ EventStream::Load EventStream::TakeDueLocked(TimePoint now) {
 void EventStream::Send(const Load& load) {
   for (const std::string& body : load.events) outbox_.Send(body);
   for (const Batch& batch : load.log) {
-    outbox_.Send(R"({"op":"event","name":"log","data":[)" + batch.json + "]}");
+    outbox_.Send(R"({"op":"event","name":"log","lastLogLine":)" + std::to_string(batch.last) + "}",
+                 batch.lines);
   }
   for (const Part part : kParts) {
     if ((load.parts & BitOf(part)) == 0) continue;

@@ -33,9 +33,10 @@ class EventStream final : public tvset::Observer {
  public:
   using MakeSnapshot = std::function<picojson::value()>;
 
-  // All borrowed. `snapshot` is called on this object's thread.
+  // All borrowed. `snapshot` is called on this object's thread. `last_log_line` is the number after
+  // which those of the log lines go on.
   EventStream(tvset::EventHub& events, const SetState& state, MakeSnapshot snapshot,
-              Outbox& outbox);
+              int64_t last_log_line, Outbox& outbox);
   ~EventStream() override;
   EventStream(const EventStream&) = delete;
   EventStream& operator=(const EventStream&) = delete;
@@ -75,10 +76,11 @@ class EventStream final : public tvset::Observer {
 
  private:
   using TimePoint = std::chrono::steady_clock::time_point;
-  // Log lines of one frame, as the members of a JSON array.
+  // Log lines of one frame.
   struct Batch {
-    std::string json;
+    std::string lines;
     size_t count = 0;
+    int64_t last = 0;  // number of the last one
   };
   // What is to be sent now.
   struct Load {
@@ -113,6 +115,7 @@ class EventStream final : public tvset::Observer {
   std::vector<std::string> urgent_;  // bodies of frames
   std::deque<Batch> log_;
   size_t log_bytes_ = 0;
+  int64_t last_log_line_;
   uint32_t parts_ = 0;  // a bit for each part that changed
   std::optional<TimePoint> log_due_;
   std::optional<TimePoint> parts_due_;

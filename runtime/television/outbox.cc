@@ -16,12 +16,12 @@ std::string AnswerHead(int64_t id) { return R"({"op":"answer","id":)" + std::to_
 
 }  // namespace
 
-void Outbox::Send(std::string_view body) {
-  if (!base::IsWellFormed(body)) return Send(base::WellFormed(body));
+void Outbox::Send(std::string_view head, std::string_view body) {
+  if (!base::IsWellFormed(head)) return Send(base::WellFormed(head), body);
   const std::lock_guard<std::mutex> lock(mutex_);
   if (is_gone_) return;
   frame_.clear();
-  base::AppendFrame(body, &frame_);
+  base::AppendFrame(head, body, &frame_);
   is_gone_ = !base::SendBytes(socket_, frame_);
   if (frame_.capacity() > kKeptBytes) frame_ = std::string();
 }
@@ -30,19 +30,16 @@ void Outbox::Answer(int64_t id, const picojson::value& result) {
   Send(AnswerHead(id) + R"(,"result":)" + result.serialize() + "}");
 }
 
-void Outbox::AnswerText(int64_t id, std::string_view result, int64_t microseconds) {
-  std::string body = AnswerHead(id);
-  body.append(R"(,"us":)").append(std::to_string(microseconds)).append(R"(,"result":)");
-  base::AppendJsonString(result, &body);
-  body.push_back('}');
-  Send(body);
+void Outbox::AnswerText(int64_t id, std::string_view text, int64_t microseconds) {
+  std::string head = AnswerHead(id);
+  if (microseconds >= 0) head.append(R"(,"us":)").append(std::to_string(microseconds));
+  Send(head + "}", base::WellFormed(text));
 }
 
 void Outbox::AnswerError(int64_t id, std::string_view error) {
-  std::string body = AnswerHead(id) + R"(,"error":)";
-  base::AppendJsonString(error, &body);
-  body.push_back('}');
-  Send(body);
+  std::string head = AnswerHead(id) + R"(,"error":{"message":)";
+  base::AppendJsonString(error, &head);
+  Send(head + "}}");
 }
 
 void Outbox::Event(std::string_view name, const picojson::value& data) {
@@ -53,14 +50,11 @@ void Outbox::Event(std::string_view name, const picojson::value& data) {
 
 void Outbox::Handling(int64_t id, std::string_view what, int64_t context, std::string_view name,
                       std::string_view text) {
-  std::string body = R"({"op":"handling","id":)" + std::to_string(id);
-  body.append(R"(,"what":")").append(what);
-  body.append(R"(","context":)").append(std::to_string(context)).append(R"(,"name":)");
-  base::AppendJsonString(name, &body);
-  body.append(R"(,"text":)");
-  base::AppendJsonString(text.substr(0, kMostTold), &body);
-  body.push_back('}');
-  Send(body);
+  std::string head = R"({"op":"handling","id":)" + std::to_string(id);
+  head.append(R"(,"what":")").append(what);
+  head.append(R"(","context":)").append(std::to_string(context)).append(R"(,"name":)");
+  base::AppendJsonString(name, &head);
+  Send(head + "}", base::WellFormed(text.substr(0, kMostTold)));
 }
 
 void Outbox::Handled() { Send(R"({"op":"handled"})"); }

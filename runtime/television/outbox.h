@@ -22,13 +22,14 @@ class Outbox {
   Outbox(const Outbox&) = delete;
   Outbox& operator=(const Outbox&) = delete;
 
-  // A frame's body; bytes that are no UTF-8 are replaced. Throws base::FrameError for one that is
-  // too long.
-  void Send(std::string_view body);
+  // A frame; `head` is the text of a JSON object, in which bytes that are no UTF-8 are replaced.
+  // Throws base::FrameError for one that is too long.
+  void Send(std::string_view head, std::string_view body = {});
 
   // Answers to the request `id`.
   void Answer(int64_t id, const picojson::value& result);
-  void AnswerText(int64_t id, std::string_view result, int64_t microseconds);
+  // The text of an answer to a page; `microseconds` is what it took, or negative.
+  void AnswerText(int64_t id, std::string_view text, int64_t microseconds = -1);
   void AnswerError(int64_t id, std::string_view error);
 
   void Event(std::string_view name, const picojson::value& data);

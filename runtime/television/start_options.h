@@ -25,6 +25,7 @@ struct StartOptions {
   std::vector<std::string> extensions;        // libraries or folders, before the project's own
   std::chrono::milliseconds deadline{10000};  // of a synchronous message's reply
   bool test_hooks = false;                    // debug.crash is there
+  int64_t last_log_line = 0;                  // the number after which those of the log go on
 };
 
 StartOptions ReadStartOptions(const Fields& fields);  // throws RequestError

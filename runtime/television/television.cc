@@ -46,7 +46,7 @@ Television::Television(StartOptions options, const picojson::value& snapshot, co
   Restore(snapshot);
   events_ = std::make_unique<EventStream>(
       set().events(), state_, [this] { return TakeSnapshot(set(), applications_, *clock_); },
-      outbox);
+      options_.last_log_line, outbox);
   services_ = std::make_unique<television::RuntimeServices>(
       set(), options_.app.application.id,
       [this](const std::string& text) { events_->Explain(text); });

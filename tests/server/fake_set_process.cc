@@ -6,51 +6,47 @@
 #include <string>
 
 #include "base/frame.h"
-#include "base/json_object.h"
-#include "base/json_writer.h"
 
 namespace {
 
-using orvane::base::JsonObject;
-using orvane::base::JsonWriter;
+using orvane::Json;
+using orvane::base::Frame;
 
 constexpr int kSocket = 3;
 
-void Send(const std::string& body) {
+void Send(const Json& head, std::string_view body = "") {
   std::string bytes;
-  orvane::base::AppendFrame(body, &bytes);
+  orvane::base::AppendFrame(orvane::base::JsonText(head), body, &bytes);
   if (!orvane::base::SendBytes(kSocket, bytes)) _exit(0);
 }
 
-void Answer(const orvane::base::JsonObject& frame, std::string_view result) {
-  if (frame.Raw("id").empty()) return;
-  Send(orvane::base::JsonWriter()
-           .Text("op", "answer")
-           .Raw("id", frame.Raw("id"))
-           .Raw("result", result)
-           .Number("us", 7)
-           .Take());
+// `members` have the result, unless that is the body.
+void Answer(const Json& request, Json members, std::string_view body = "") {
+  if (!request.contains("id")) return;
+  members["op"] = "answer";
+  members["id"] = request["id"];
+  members["us"] = 7;
+  Send(members, body);
 }
 
-void SendPosts(const orvane::base::JsonObject& frame, int count) {
+void SendPosts(const Json& request, int count) {
   for (int i = 1; i <= count; ++i) {
-    Send(orvane::base::JsonWriter()
-             .Text("op", "posted")
-             .Raw("context", frame.Raw("context"))
-             .Raw("extension", frame.Raw("extension"))
-             .Text("text", std::to_string(i))
-             .Take());
+    Send({{"op", "posted"}, {"context", request["context"]}, {"extension", request["extension"]}},
+         std::to_string(i));
   }
 }
 
 // Does what the text's command says: {"cmd":"echo"}, "crash", "hang" or "post", which has a count.
-void HandleMessage(const orvane::base::JsonObject& frame) {
-  Send(R"({"op":"handling","id":)" + std::string(frame.Raw("id").empty() ? "0" : frame.Raw("id")) +
-       R"(,"what":"sync","context":)" + std::string(frame.Raw("context")) + R"(,"name":)" +
-       std::string(frame.Raw("extension")) + R"(,"text":)" + std::string(frame.Raw("text")) + "}");
-  const std::string text = frame.Text("text").value_or("");
-  const auto message = orvane::base::JsonObject::Parse(text);
-  const std::string command = message ? message->Text("cmd").value_or("") : "";
+void HandleMessage(const Frame& frame) {
+  const Json& head = frame.head;
+  Send({{"op", "handling"},
+        {"id", head.value("id", 0)},
+        {"what", "sync"},
+        {"context", head["context"]},
+        {"name", head["extension"]}},
+       frame.body);
+  const Json message = Json::parse(frame.body, nullptr, false);
+  const std::string command = message.is_object() ? message.value("cmd", "") : "";
   if (command == "crash") {
     static_cast<void>(!write(STDERR_FILENO, "about to crash\n", 15));
     std::abort();
@@ -58,47 +54,48 @@ void HandleMessage(const orvane::base::JsonObject& frame) {
   if (command == "hang") {
     while (true) pause();
   }
-  if (command == "post") SendPosts(frame, static_cast<int>(message->Integer("count").value_or(0)));
-  if (frame.Raw("id").empty()) Send(R"({"op":"handled"})");
-  Answer(frame, frame.Raw("text"));
+  if (command == "post") SendPosts(head, message.value("count", 0));
+  if (!head.contains("id")) Send({{"op", "handled"}});
+  Answer(head, Json::object(), frame.body);
 }
 
-void Handle(const orvane::base::JsonObject& frame) {
-  const std::string operation = frame.Text("op").value_or("");
+void Start(const Frame& frame) {
+  const std::string before(frame.body.empty() ? "null" : frame.body);
+  Send({{"op", "snapshot"}}, R"({"starts":)" + before + "}");
+  Send({{"op", "started"},
+        {"catalogue", {{{"name", "test.ext"}, {"entryPoints", Json::array()}}}},
+        {"scripts", {{"test.ext", "exports.one = 1;"}}},
+        {"warnings", Json::array()}});
+}
+
+void Handle(const Frame& frame) {
+  const Json& head = frame.head;
+  const std::string operation = head.value("op", "");
   if (operation == "shutdown") _exit(0);
-  if (operation == "start") {
-    Send(orvane::base::JsonWriter()
-             .Text("op", "snapshot")
-             .Raw("data", R"({"starts":)" + std::string(frame.Raw("snapshot")) + "}")
-             .Take());
-    return Send(R"({"op":"started","catalogue":[{"name":"test.ext","entryPoints":[]}],)"
-                R"("scripts":{"test.ext":"exports.one = 1;"},"warnings":[]})");
-  }
+  if (operation == "start") return Start(frame);
   if (operation == "sync" || operation == "post") return HandleMessage(frame);
-  if (operation == "create" && frame.Text("extension") == "refuse.me") {
-    return Send(orvane::base::JsonWriter()
-                    .Text("op", "answer")
-                    .Raw("id", frame.Raw("id"))
-                    .Text("error", "refused")
-                    .Take());
+  if (operation == "create" && head["extension"] == "refuse.me") {
+    return Answer(head, {{"error", {{"message", "refused"}}}});
   }
   if (operation == "close") {
-    Send(R"({"op":"event","name":"closed","data":)" + std::string(frame.Raw("context")) + "}");
+    Send({{"op", "event"}, {"name", "closed"}, {"data", head["context"]}});
   }
-  if (operation == "control" && frame.Text("method") == "event") {
-    Send(R"({"op":"event",)" + std::string(frame.Raw("params").substr(1)));
+  if (operation != "control") return Answer(head, {{"result", true}});
+  const Json parameters = head.value("params", Json::object());
+  if (head["method"] == "event") {
+    Json event = parameters;
+    event["op"] = "event";
+    const std::string body = event.value("body", "");
+    event.erase("body");
+    Send(event, body);
   }
-  Answer(frame, operation == "control" ? frame.Raw("params") : "true");
+  Answer(head, {{"result", parameters}});
 }
 
 }  // namespace
 
 int main() {
   orvane::base::FrameReader reader;
-  while (const auto body = orvane::base::ReceiveFrame(kSocket, &reader)) {
-    const std::string text(*body);
-    const auto frame = orvane::base::JsonObject::Parse(text);
-    if (frame) Handle(*frame);
-  }
+  while (const auto frame = orvane::base::ReceiveFrame(kSocket, &reader)) Handle(*frame);
   return 0;
 }

@@ -20,6 +20,14 @@ TEST(RecordRingTest, NumbersRecordsAndForgetsTheOldest) {
   EXPECT_EQ(ListOf(ring, 0, 10, 3), R"([{"seq":2,"a":2},{"seq":3,"a":3}])");
 }
 
+TEST(RecordRingTest, KeepsRecordsThatAreNumbered) {
+  RecordRing ring(2, 1000);
+  for (const char* record : {R"({"seq":1})", R"({"seq":2})", R"({"seq":3})"}) {
+    ring.AddNumbered(record);
+  }
+  EXPECT_EQ(ListOf(ring, 0, 10, 3), R"([{"seq":2},{"seq":3}])");
+}
+
 TEST(RecordRingTest, ListsFromANumberOn) {
   RecordRing ring(10, 1000);
   for (int i = 0; i < 4; ++i) ring.Add(R"("a":0)");

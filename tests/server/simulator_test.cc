@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "base/json.h"
 #include "test_server.h"
 
 namespace orvane::server {
@@ -30,6 +31,15 @@ TEST_F(SimulatorTest, HandsUnknownMethodsToTheSetProcess) {
   EXPECT_EQ(simulator.ReceiveText(), R"({"id":5,"result":{"name":"Left"}})");
 }
 
+TEST_F(SimulatorTest, AnswersCallsWhateverTheirParametersHold) {
+  Start();
+  EXPECT_THAT(Call("keys.press", R"({"name":1e999})"), HasSubstr("beyond the range of a double"));
+  const std::string deep = R"({"name":)" + std::string(40, '[') + std::string(40, ']') + "}";
+  EXPECT_EQ(Call("keys.press", deep), R"({"result":)" + deep + "}");
+  const std::string deepest = R"({"name":)" + std::string(61, '[') + std::string(61, ']') + "}";
+  EXPECT_EQ(Call("keys.press", deepest), R"({"result":)" + deepest + "}");
+}
+
 TEST_F(SimulatorTest, RefusesCallsThatAreNone) {
   Start();
   EXPECT_THAT(Call("", "{}"), HasSubstr("error"));
@@ -51,9 +61,16 @@ TEST_F(SimulatorTest, TellsEventsAsTheyCome) {
                           HasSubstr(R"({"id":1,"result":)")));
 }
 
-TEST_F(SimulatorTest, NumbersLogLinesAndKeepsThem) {
+// An event with a line of that number and text.
+std::string LogEvent(int number, const std::string& text) {
+  const Json line{{"seq", number}, {"text", text}};
+  return base::JsonText({{"name", "log"}, {"body", base::JsonText(line) + "\n"}});
+}
+
+TEST_F(SimulatorTest, KeepsLogLinesWithTheirNumbers) {
   Start();
-  Call("event", R"({"name":"log","data":[{"text":"one"},{"text":"two"}]})");
+  Call("event", LogEvent(1, "one"));
+  Call("event", LogEvent(2, "two"));
   EXPECT_EQ(Call("log.list"),
             R"({"result":{"lines":[{"seq":1,"text":"one"},{"seq":2,"text":"two"}],"next":2}})");
   EXPECT_EQ(Call("log.list", R"({"since":1})"),
@@ -64,9 +81,9 @@ TEST_F(SimulatorTest, DisconnectsASimulatorThatDoesNotReadAndHasWhatItMissed) {
   options().limits.queued_bytes = 1000000;
   Start();
   RawClient slow = OpenSimulator();
-  const std::string line = R"({"text":")" + std::string(200000, 'x') + "\"}";
+  const std::string text(200000, 'x');
   constexpr int kLines = 100;  // twenty megabytes, of which the kernel keeps a few
-  for (int i = 0; i < kLines; ++i) Call("event", R"({"name":"log","data":[)" + line + "]}");
+  for (int i = 1; i <= kLines; ++i) Call("event", LogEvent(i, text));
   int seen = 0;
   while (slow.ReceiveText()) ++seen;
   EXPECT_LT(seen, kLines);

@@ -71,7 +71,7 @@ TEST_F(SupervisionTest, ReportsADeathWithItsMessageAndItsLastWords) {
   Sync(OpenPage(), Message(1, "crash"));
   EXPECT_THAT(CallUntil("process.get", R"("state":"running")"),
               AllOf(HasSubstr(R"("signal":6)"), HasSubstr("about to crash"),
-                    HasSubstr(R"("handling":{"what":"sync","context":1,"name":"test.ext")")));
+                    HasSubstr(R"("handling":{"context":1,"name":"test.ext")")));
 }
 
 TEST_F(SupervisionTest, StopsRestartingALibraryThatDiesAgainAndAgain) {

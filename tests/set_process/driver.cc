@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <sstream>
 #include <stdexcept>
 
 namespace orvane::television {
@@ -91,6 +92,10 @@ value SetProcessTest::Call(object request) {
   const auto id = static_cast<double>(++last_id_);
   request["id"] = value(id);
   SendFrame(value(request));
+  return WaitForAnswer(id);
+}
+
+value SetProcessTest::WaitForAnswer(double id) {
   return WaitFor([&](const value& frame) {
     return OpOf(frame) == "answer" && frame.get("id").get<double>() == id;
   });
@@ -147,9 +152,25 @@ std::string SetProcessTest::ControlError(const std::string& method, const std::s
 
 value SetProcessTest::State(const std::string& part) { return Control("state.get").get(part); }
 
+// What a page wrote is the frame's body, the snapshot too.
 void SetProcessTest::SendFrame(const value& frame) {
+  object head = frame.get<object>();
+  std::string body;
+  for (const char* const name : {"text", "args", "snapshot"}) {
+    const auto member = head.find(name);
+    if (member == head.end()) continue;
+    if (!member->second.is<picojson::null>()) {
+      body =
+          member->second.is<std::string>() ? member->second.to_str() : member->second.serialize();
+    }
+    head.erase(member);
+  }
+  SendFrame(value(head).serialize(), body);
+}
+
+void SetProcessTest::SendFrame(std::string_view head, std::string_view body) {
   std::string bytes;
-  base::AppendFrame(frame.serialize(), &bytes);
+  base::AppendFrame(head, body, &bytes);
   SendRaw(bytes);
 }
 
@@ -199,9 +220,26 @@ std::vector<std::string> SetProcessTest::WaitForLog(const std::string& tag, size
 }
 
 std::optional<value> SetProcessTest::Receive() {
-  const auto body = base::ReceiveFrame(socket_, &reader_);
-  if (!body) return std::nullopt;
-  return Json(*body);
+  const auto received = base::ReceiveFrame(socket_, &reader_);
+  if (!received) return std::nullopt;
+  value frame = Json(base::JsonText(received->head));
+  object& members = frame.get<object>();
+  if (members.count("error") != 0) members["error"] = value(members["error"]).get("message");
+  if (OpOf(frame) == "answer") {
+    if (members.count("result") + members.count("error") == 0) {
+      members["result"] = value(std::string(received->body));
+    }
+  } else if (OpOf(frame) == "snapshot") {
+    members["data"] = Json(received->body);
+  } else if (frame.get("name").to_str() == "log" && OpOf(frame) == "event") {
+    picojson::array lines;
+    std::istringstream text{std::string(received->body)};
+    for (std::string line; std::getline(text, line);) lines.push_back(Json(line));
+    members["data"] = value(lines);
+  } else {
+    members["text"] = value(std::string(received->body));
+  }
+  return frame;
 }
 
 void SetProcessTest::CloseSocket() {

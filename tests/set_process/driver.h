@@ -59,10 +59,12 @@ class SetProcessTest : public testing::Test {
   Value State(const std::string& part);
 
   void SendFrame(const Value& frame);
+  void SendFrame(std::string_view head, std::string_view body);
   void SendRaw(std::string_view bytes);
   // The next frame for which the predicate holds; those before it stay to be asked for.
   Value WaitFor(const Predicate& predicate);
   Value WaitForOp(const std::string& op);
+  Value WaitForAnswer(double id);
   Value WaitForHandling();  // of a request, as against an extension that is loaded
   // The event's data.
   Value WaitForEvent(const std::string& name, const Predicate& of_data = nullptr);

@@ -92,12 +92,8 @@ TEST_F(MessagesTest, ReplacesBytesThatAreNoText) {
 }
 
 TEST_F(MessagesTest, ReplacesHalvesOfCharacters) {
-  std::string bytes;
-  base::AppendFrame(R"({"op":"sync","id":999,"context":7,"extension":"example.tester",)"
-                    R"("text":"\ud800 and \ud83d\ude00"})",
-                    &bytes);
-  SendRaw(bytes);
-  EXPECT_EQ(WaitForOp("answer").get("result").to_str(), "did \xef\xbf\xbd and 😀");
+  SendFrame(R"({"op":"control","id":999,"method":"\ud800 and \ud83d\ude00"})", "");
+  EXPECT_THAT(WaitForOp("answer").get("error").to_str(), HasSubstr("\xef\xbf\xbd and 😀"));
 }
 
 TEST_F(MessagesTest, SaysThatAReplyIsTooLong) {
@@ -154,15 +150,28 @@ TEST_F(MessagesTest, RefusesRequestsItDoesNotKnow) {
 }
 
 TEST_F(MessagesTest, GoesOnAfterAFrameThatIsNoJson) {
-  std::string bytes;
-  base::AppendFrame("{not json", &bytes);
-  base::AppendFrame("[1]", &bytes);
-  base::AppendFrame(std::string(1000, '['), &bytes);
-  SendRaw(bytes);
-  for (int i = 0; i < 3; ++i) {
-    EXPECT_THAT(WaitForOp("answer").get("error").to_str(), HasSubstr("no JSON object"));
+  for (const std::string& head :
+       {std::string("{not json"), std::string("[1]"), std::string(1000, '['), std::string()}) {
+    SendFrame(head, "");
+    EXPECT_THAT(WaitForOp("answer").get("error").to_str(), HasSubstr("A frame cannot be read"));
   }
   EXPECT_EQ(Sync(7, "next", kTester).get("result").to_str(), "did next");
+}
+
+TEST_F(MessagesTest, AnswersArgumentsThatAreNoNumbersOfAnySize) {
+  SendFrame(R"({"op":"widget","id":998,"context":7,"call":"move"})", "[1e999,2]");
+  EXPECT_THAT(WaitForAnswer(998).get("error").to_str(), HasSubstr("beyond the range of a double"));
+  SendFrame(R"({"op":"widget","id":999,"context":7,"call":"move"})", "[");
+  EXPECT_THAT(WaitForAnswer(999).get("error").to_str(), HasSubstr("no JSON"));
+}
+
+TEST_F(MessagesTest, AnswersParametersHoweverDeepTheyAre) {
+  for (const size_t depth : {40U, 64U}) {
+    const std::string name = std::string(depth, '[') + std::string(depth, ']');
+    SendFrame(R"({"op":"control","id":999,"method":"keys.press","params":{"name":)" + name + "}}",
+              "");
+    EXPECT_THAT(WaitForAnswer(999).get("error").to_str(), HasSubstr("has to be a string"));
+  }
 }
 
 using MessageDeadlineTest = SetProcessTest;

@@ -26,10 +26,11 @@ struct KeyPresses::LongPress {
 };
 
 void KeyPresses::Press(std::string_view key_name_json, Kind kind) {
-  std::string members = R"("method":"keys.press","params":{"name":)" + std::string(key_name_json);
-  if (kind == Kind::kLong) members += R"(,"long":true)";
-  if (kind == Kind::kNative) members += R"(,"native":true)";
-  set_process_.Request("control", members + "}", [](const set_process::SetProcessAnswer&) {});
+  Json parameters{{"name", base::ParseJson(key_name_json)}};
+  if (kind == Kind::kLong) parameters["long"] = true;
+  if (kind == Kind::kNative) parameters["native"] = true;
+  set_process_.Request({{"op", "control"}, {"method", "keys.press"}, {"params", parameters}}, "",
+                       [](const set_process::Answer&) {});
 }
 
 void KeyPresses::OnKeyEvent(const base::JsonObject& event) {

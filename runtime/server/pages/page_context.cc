@@ -119,7 +119,8 @@ std::string PageContext::Json() const {
   json.Number("context", id_).Raw("href", href_).Raw("title", title_).Flag("top", top_);
   json.Flag("visible", visible_).Flag("focused", focused_).Flag("editing", editing_);
   json.Flag("isolated", isolated_).Number("opened_ns", opened_ns_);
-  json.Raw("instances", base::JsonArray(instances_, base::JsonText)).Text("runtime", "ready");
+  json.Raw("instances", base::JsonArray(instances_, base::JsonText<std::string>))
+      .Text("runtime", "ready");
   return json.Take();
 }
 

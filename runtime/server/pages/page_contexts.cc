@@ -59,8 +59,7 @@ std::shared_ptr<PageContext> PageContexts::Find(int64_t id, std::string_view sec
 void PageContexts::Close(PageContext& context) {
   const int64_t id = context.id();
   if (contexts_.erase(id) == 0) return;
-  set_process_.Request("close", R"("context":)" + std::to_string(id),
-                       [](const set_process::SetProcessAnswer&) {});
+  set_process_.Request({{"op", "close"}, {"context", id}}, "", [](const set_process::Answer&) {});
   TellChange();
 }
 

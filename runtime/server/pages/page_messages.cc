@@ -6,6 +6,7 @@
 #include <chrono>
 #include <utility>
 
+#include "base/base64.h"
 #include "base/json_writer.h"
 #include "base/wall_clock.h"
 
@@ -44,14 +45,19 @@ std::string NameOf(const std::string& peer, const std::string& payload) {
   return command ? name + " " + *command : name;
 }
 
-// The frame's fields that are handed on as they are.
-std::string Members(int64_t context, const base::JsonObject& fields,
-                    std::initializer_list<std::string_view> names) {
-  std::string members = R"("context":)" + std::to_string(context);
-  for (const std::string_view name : names) {
-    members.append(",\"").append(name).append("\":").append(fields.Raw(name));
-  }
-  return members;
+// The head of a request, with the texts of the message that are handed on in it.
+Json HeadOf(const char* operation, int64_t context, const base::JsonObject& fields,
+            std::initializer_list<const char*> names) {
+  Json head{{"op", operation}, {"context", context}};
+  for (const char* const name : names) head[name] = fields.Text(name).value_or("");
+  return head;
+}
+
+// The answer's value as JSON: that of its head, or else its text.
+std::string ResultOf(const set_process::Answer& answer) {
+  const auto result = answer.head.find("result");
+  return result != answer.head.end() ? base::JsonText(*result)
+                                     : base::JsonText(std::string(answer.body));
 }
 
 }  // namespace
@@ -111,15 +117,15 @@ void PageMessages::Dispatch(const Message& message) {
   const base::JsonObject& fields = message.fields;
   const int64_t context = message.context.id();
   if (type == R"("sync")" && message.HasTexts({"extension", "text"})) {
-    return Ask(message, "sync", Members(context, fields, {"extension", "text"}),
+    return Ask(message, HeadOf("sync", context, fields, {"extension"}), *fields.Text("text"),
                message.Record("nativeSync", fields.Raw("extension"), fields.Raw("text")));
   }
   if (type == R"("create")" && message.HasTexts({"extension"})) {
-    return Ask(message, "create", Members(context, fields, {"extension"}),
+    return Ask(message, HeadOf("create", context, fields, {"extension"}), "",
                message.Record("create", fields.Raw("extension"), "null"));
   }
   if (type == R"("privilege")" && message.HasTexts({"privilege"})) {
-    return Ask(message, "privilege", Members(context, fields, {"privilege"}),
+    return Ask(message, HeadOf("privilege", context, fields, {"privilege"}), "",
                message.Record("privilege", fields.Raw("privilege"), "null"));
   }
   if (type == R"("runtime")" && message.HasTexts({"kind", "uri", "text"})) return Runtime(message);
@@ -135,7 +141,8 @@ void PageMessages::Runtime(const Message& message) {
   std::string_view traced = "runtimePlain";
   if (kind == R"("sync")") traced = "runtimeSync";
   if (kind == R"("async")") traced = "runtimeAsync";
-  Ask(message, "runtime", Members(message.context.id(), message.fields, {"kind", "uri", "text"}),
+  Ask(message, HeadOf("runtime", message.context.id(), message.fields, {"kind", "uri"}),
+      *message.fields.Text("text"),
       message.Record(traced, message.fields.Raw("uri"), message.fields.Raw("text")));
 }
 
@@ -143,38 +150,42 @@ void PageMessages::Widget(const Message& message) {
   if (!base::JsonElements(message.fields.Raw("args"))) {
     return message.Refuse("The arguments of a call are an array.");
   }
-  Ask(message, "widget", Members(message.context.id(), message.fields, {"call", "args"}),
+  Ask(message, HeadOf("widget", message.context.id(), message.fields, {"call"}),
+      std::string(message.fields.Raw("args")),
       message.Record("widget", message.fields.Raw("call"), message.fields.Raw("args")));
 }
 
 // The record borrows from the message, which is gone when the answer comes.
-void PageMessages::Ask(const Message& message, std::string_view operation,
-                       const std::string& members, TraceRecord record) {
-  const bool needs_instance = operation == "create" || operation == "sync";
+void PageMessages::Ask(const Message& message, Json head, const std::string& body,
+                       TraceRecord record) {
+  const bool needs_instance = head["op"] == "create" || head["op"] == "sync";
   record.time_ns = base::NowNs();
   const auto begin = steady_clock::now();
   set_process_.Request(
-      operation, members,
+      std::move(head), body,
       [this, needs_instance, reply = message.reply, id = message.id, record,
        peer = std::string(record.peer), payload = std::string(record.payload),
-       begin](const set_process::SetProcessAnswer& answer) mutable {
+       begin](const set_process::Answer& answer) mutable {
         if (needs_instance && answer.ok()) contexts_.NoteInstance(record.context, peer);
         std::string failure;
-        if (!answer.ok()) {
-          failure = answer.error.empty()
-                        ? base::JsonText(NameOf(peer, payload) + ": " + answer.failure + ".")
-                        : std::string(answer.error);
+        std::string result;
+        if (answer.ok()) {
+          result = ResultOf(answer);
+        } else {
+          const std::string refused = answer.error();
+          failure = base::JsonText(
+              refused.empty() ? NameOf(peer, payload) + ": " + answer.failure + "." : refused);
         }
         const auto turn = steady_clock::now() - begin;
         record.microseconds =
-            answer.microseconds >= 0
-                ? answer.microseconds
+            answer.microseconds() >= 0
+                ? answer.microseconds()
                 : std::chrono::duration_cast<std::chrono::microseconds>(turn).count();
-        reply(answer.ok() ? AnswerMembers(id, answer.result, answer.microseconds)
+        reply(answer.ok() ? AnswerMembers(id, result, answer.microseconds())
                           : ErrorMembers(id, failure));
         record.peer = peer;
         record.payload = payload;
-        record.reply = answer.result;
+        record.reply = result;
         record.error = failure;
         journal_.AddTrace(record);
       });
@@ -183,28 +194,36 @@ void PageMessages::Ask(const Message& message, std::string_view operation,
 void PageMessages::Post(const Message& message) {
   if (!message.HasTexts({"extension", "text"})) return;
   const bool is_binary = message.fields.Flag("binary");
-  std::string members = Members(message.context.id(), message.fields, {"extension", "text"});
-  if (is_binary) members += kBinary;
-  set_process_.Post("post", members);
+  Json head = HeadOf("post", message.context.id(), message.fields, {"extension"});
+  std::optional<std::string> body = message.fields.Text("text");
+  if (is_binary) {
+    head["binary"] = true;
+    body = base::DecodeBase64(*body);
+  }
+  if (!body) return journal_.AddExplanation(R"("text":"A binary message that is no base64.")");
+  set_process_.Post(head, *body);
   TraceRecord record = message.Record(PostKind(is_binary), message.fields.Raw("extension"),
                                       message.fields.Raw("text"));
   record.time_ns = base::NowNs();
   journal_.AddTrace(record);
 }
 
-void PageMessages::DeliverPosted(int64_t context, const set_process::PostedText& posted) {
-  const auto found = contexts_.Find(context);
-  if (!found || posted.extension.empty() || posted.text.empty()) return;
+void PageMessages::DeliverPosted(const set_process::Posted& posted) {
+  const auto found = contexts_.Find(posted.context);
+  if (!found) return;
+  const std::string extension = base::JsonText(posted.extension);
+  const std::string text =
+      base::JsonText(posted.is_binary ? base::EncodeBase64(posted.body) : std::string(posted.body));
   std::string members = R"("type":"posted","extension":)";
-  members.append(posted.extension).append(R"(,"text":)").append(posted.text);
+  members.append(extension).append(R"(,"text":)").append(text);
   if (posted.is_binary) members += kBinary;
   found->Deliver(members);
   TraceRecord record;
-  record.context = context;
+  record.context = posted.context;
   record.direction = "toPage";
   record.kind = PostKind(posted.is_binary);
-  record.peer = posted.extension;
-  record.payload = posted.text;
+  record.peer = extension;
+  record.payload = text;
   record.time_ns = base::NowNs();
   journal_.AddTrace(record);
 }

@@ -33,15 +33,14 @@ class PageMessages {
   void HandleRequest(PageContext& context, std::string_view text, const Reply& reply);
 
   // A message of the library for a page.
-  void DeliverPosted(int64_t context, const set_process::PostedText& posted);
+  void DeliverPosted(const set_process::Posted& posted);
 
  private:
   struct Message;
 
   void HandleReport(PageContext& context, std::string_view type, const base::JsonObject& message);
   void Dispatch(const Message& message);
-  void Ask(const Message& message, std::string_view operation, const std::string& members,
-           TraceRecord record);
+  void Ask(const Message& message, Json head, const std::string& body, TraceRecord record);
   void Post(const Message& message);
   void Runtime(const Message& message);
   void Widget(const Message& message);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/records/journal.h"
 
+#include <algorithm>
 #include <ctime>
 #include <limits>
 #include <utility>
@@ -61,10 +62,10 @@ void Journal::AddTrace(const TraceRecord& record) {
 }
 
 void Journal::AddLog(std::string_view lines) {
-  const auto elements = base::JsonElements(lines);
-  if (!elements) return;
-  for (const std::string_view line : *elements) {
-    if (line.size() > 2 && line.front() == '{') hub_.PublishItem("log", log_.Add(Inside(line)));
+  while (!lines.empty()) {
+    const size_t end = std::min(lines.find('\n'), lines.size());
+    hub_.PublishItem("log", log_.AddNumbered(lines.substr(0, end)));
+    lines.remove_prefix(std::min(end + 1, lines.size()));
   }
 }
 

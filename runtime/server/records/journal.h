@@ -32,7 +32,7 @@ class Journal {
   explicit Journal(EventHub& hub) : hub_(hub) {}
 
   void AddTrace(const TraceRecord& record);
-  void AddLog(std::string_view lines);  // a JSON array of objects
+  void AddLog(std::string_view lines);  // each numbered, and with a line's end after it
   // `members`: {"level","text",…} without the braces; the time is added.
   void AddConsole(const std::string& members);
   void AddExplanation(const std::string& members);

@@ -7,10 +7,14 @@
 namespace orvane::server {
 
 const std::string& RecordRing::Add(std::string_view members) {
-  std::string record = R"({"seq":)" + std::to_string(++last_seq_);
-  record.append(",").append(members).append("}");
-  bytes_ += record.size();
-  records_.push_back(std::move(record));
+  std::string record = R"({"seq":)" + std::to_string(last_seq_ + 1);
+  return AddNumbered(record.append(",").append(members).append("}"));
+}
+
+const std::string& RecordRing::AddNumbered(std::string_view object) {
+  ++last_seq_;
+  bytes_ += object.size();
+  records_.emplace_back(object);
   while (records_.size() > 1 && (records_.size() > max_records_ || bytes_ > max_bytes_)) {
     bytes_ -= records_.front().size();
     records_.pop_front();

@@ -20,6 +20,8 @@ class RecordRing {
   // `members` is what an object holds, without its braces. Returns the whole object, valid until
   // the next call of a member that is not const.
   const std::string& Add(std::string_view members);
+  // The same for a whole object, that has its number: one above that of the one before it.
+  const std::string& AddNumbered(std::string_view object);
   void Clear();
 
   // At most `limit` objects with numbers above `since`, as an array; `next` becomes the number to

@@ -32,15 +32,16 @@ void Api::Call(const base::JsonObject& request, const Reply& reply) {
 }
 
 void Api::Forward(const std::string& method, std::string_view params, const Reply& reply) {
-  std::string members = R"("method":)" + base::JsonText(method) + R"(,"params":)";
-  members.append(params);
-  set_process_.Request("control", members,
-                       [reply, method](const set_process::SetProcessAnswer& answer) {
-                         if (answer.ok()) return reply(Result(answer.result));
-                         if (answer.error.empty())
-                           return reply(Error(method + ": " + answer.failure + "."));
-                         reply(R"("error":{"message":)" + std::string(answer.error) + "}");
-                       });
+  Json head{{"op", "control"}, {"method", method}};
+  try {
+    head["params"] = base::ParseJson(params);
+  } catch (const base::JsonError& error) {
+    return reply(Error(method + ": " + error.what()));
+  }
+  set_process_.Request(std::move(head), "", [reply, method](const set_process::Answer& answer) {
+    if (answer.ok()) return reply(Result(base::JsonText(answer.result())));
+    reply(Error(answer.error().empty() ? method + ": " + answer.failure + "." : answer.error()));
+  });
 }
 
 std::string Api::Result(std::string_view json) {

@@ -30,7 +30,7 @@ base::JsonWriter AppMembers(const app::WebApplication& app) {
   base::JsonWriter json;
   json.Text("id", app.id).Text("name", app.name).Text("version", app.version);
   json.Text("folder", app.folder.string()).Raw("metadata", MetadataJson(app));
-  json.Raw("privileges", base::JsonArray(app.privileges, base::JsonText));
+  json.Raw("privileges", base::JsonArray(app.privileges, base::JsonText<std::string>));
   return json;
 }
 
@@ -48,8 +48,8 @@ std::string StartOptionsJson(const RunOptions& options) {
   base::JsonWriter json;
   json.Text("state", options.state_folder.string()).Text("profile", options.profile);
   json.Raw("app", AppMembers(options.app).Text("package", options.app.package).Take());
-  json.Raw("faults", base::JsonArray(options.faults, base::JsonText));
-  json.Raw("extensions", base::JsonArray(options.extensions, base::JsonText));
+  json.Raw("faults", base::JsonArray(options.faults, base::JsonText<std::string>));
+  json.Raw("extensions", base::JsonArray(options.extensions, base::JsonText<std::string>));
   json.Number("deadlineMs", options.deadline.count());
   json.Flag("testHooks", options.test_hooks);
   return json.Take();

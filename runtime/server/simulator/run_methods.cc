@@ -16,7 +16,9 @@ void RunMethods::AddTo(Api& api, int64_t started_ns) {
     ReloadPage(params);
     return std::string("null");
   });
-  api.Add("process.get", [this](const base::JsonObject&) { return parts_.set_process.Json(); });
+  api.Add("process.get", [this](const base::JsonObject&) {
+    return base::JsonText(parts_.set_process.Description());
+  });
   api.Add("process.restart", [this](const base::JsonObject&) {
     parts_.set_process.Restart();
     return std::string("null");
@@ -61,11 +63,11 @@ void RunMethods::TakePicture(const Api::Reply& reply) {
 }
 
 void RunMethods::AskProfile() {
-  parts_.set_process.Request("control", R"("method":"state.get","params":{})",
-                         [this](const set_process::SetProcessAnswer& answer) {
-                           const auto state = base::JsonObject::Parse(answer.result);
-                           if (state) TakeProfile(state->Raw("profile"));
-                         });
+  parts_.set_process.Request(
+      {{"op", "control"}, {"method", "state.get"}}, "", [this](const set_process::Answer& answer) {
+        if (!answer.ok()) return;
+        TakeProfile(base::JsonText(answer.result().value("profile", Json())));
+      });
 }
 
 void RunMethods::TakeProfile(std::string_view part) {
