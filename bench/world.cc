@@ -49,7 +49,7 @@ void LaunchApplications(int count, const std::filesystem::path& folder) {
 World::World(const std::filesystem::path& library, int applications) : folder_(MakeFolder()) {
   tvset::Set::Start({folder_, "uhd"});
   LaunchApplications(applications, folder_);
-  extensions::Options options;
+  extensions::HostOptions options;
   options.app_id = IdOf(0);
   host_ = std::make_unique<extensions::ExtensionHost>(options);
   std::string error;

@@ -77,7 +77,7 @@ void ErrorPrinter::OnScriptError(const page::ScriptError& error) {
   Write(stderr, text);
 }
 
-void TracePrinter::OnTrace(const page::TraceRecord& record) {
+void TracePrinter::OnTrace(const page::TracedMessage& record) {
   char head[96];
   const char* const arrow = record.direction == page::TraceDirection::kFromPage ? "->" : "<-";
   std::snprintf(head, sizeof head, "trace: %9.1f us  %s %-13s ", record.microseconds, arrow,

@@ -51,7 +51,7 @@ class ErrorPrinter final : public page::ErrorSink {
 // Prints every message on the standard error stream.
 class TracePrinter final : public page::TraceSink {
  public:
-  void OnTrace(const page::TraceRecord& record) override;
+  void OnTrace(const page::TracedMessage& record) override;
 };
 
 }  // namespace orvane::cli

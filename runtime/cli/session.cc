@@ -27,8 +27,9 @@ app::WebApplication LoadApplication(const SessionOptions& options) {
   return app::Load(options.app, tvset::Set::Current().paths().state_folder() / "unpacked");
 }
 
-extensions::Options HostOptions(const std::string& app_id, television::RuntimeServices& services) {
-  extensions::Options options;
+extensions::HostOptions HostOptions(const std::string& app_id,
+                                    television::RuntimeServices& services) {
+  extensions::HostOptions options;
   options.app_id = app_id;
   options.warn = [](const std::string& text) { Complain("warning: " + text); };
   options.access_check = [&services](const std::string& api) { return services.HasPrivilege(api); };

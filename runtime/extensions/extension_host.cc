@@ -58,7 +58,7 @@ CatalogueItem* FindWaiting(const Catalogue& catalogue, const std::filesystem::pa
 
 }  // namespace
 
-ExtensionHost::ExtensionHost(Options options)
+ExtensionHost::ExtensionHost(HostOptions options)
     : context_(std::make_shared<HostContext>(std::move(options))),
       catalogue_(std::make_unique<Catalogue>()) {
   Registry::Process().AddHost(context_);
@@ -157,9 +157,9 @@ void ExtensionHost::AddLazily(CatalogueItem item, const Paths& named_libraries) 
   catalogue_->Add(std::move(item));
 }
 
-std::vector<ExtensionHost::Entry> ExtensionHost::catalogue() const {
+std::vector<ExtensionHost::Published> ExtensionHost::catalogue() const {
   EnterHost(*context_, "ExtensionHost::catalogue");
-  std::vector<Entry> entries;
+  std::vector<Published> entries;
   for (const auto& item : catalogue_->items()) {
     entries.push_back({item->name, item->entry_points, item->extension != nullptr});
   }

@@ -9,7 +9,7 @@
 
 #include "extensions/extension.h"
 #include "extensions/host_error.h"
-#include "extensions/options.h"
+#include "extensions/host_options.h"
 
 namespace orvane::extensions {
 
@@ -28,14 +28,14 @@ struct CatalogueItem;
 // says what to do; it is not loaded and takes nothing with it.
 class ExtensionHost {
  public:
-  // What a page may touch.
-  struct Entry {
-    std::string name;
-    std::vector<std::string> entry_points;
-    bool loaded;
+  // What a page may touch of one extension.
+  struct Published {
+    std::string name;                       // dotted: where the page finds what the script exports
+    std::vector<std::string> entry_points;  // further dotted names, which load the library as well
+    bool loaded;                            // false: its library waits for the first touch
   };
 
-  explicit ExtensionHost(Options options);
+  explicit ExtensionHost(HostOptions options);
   ~ExtensionHost();  // shutdown callbacks in reverse order of loading, each before its library is
                      // unloaded
 
@@ -43,7 +43,7 @@ class ExtensionHost {
   ExtensionHost& operator=(const ExtensionHost&) = delete;
 
   // Loads the library now. False when it is not used; the reason goes to `error`, or to
-  // Options::warn when `error` is null. A library is loaded once in a process.
+  // HostOptions::warn when `error` is null. A library is loaded once in a process.
   bool LoadFile(const std::filesystem::path& library, std::string* error = nullptr);
 
   // Reads a folder as a set lays it out. A library that one of its *.json metadata files names is
@@ -52,7 +52,7 @@ class ExtensionHost {
   void LoadFolder(const std::filesystem::path& folder);
 
   // In the order in which they were found. Libraries that failed to load are not in it.
-  std::vector<Entry> catalogue() const;
+  std::vector<Published> catalogue() const;
 
   // By name or entry point; loads the library if it waits for that. Null when there is none or it
   // failed to load.

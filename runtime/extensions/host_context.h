@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "extensions/call_gate.h"
-#include "extensions/options.h"
+#include "extensions/host_options.h"
 
 namespace orvane::extensions {
 
@@ -15,9 +15,9 @@ namespace orvane::extensions {
 // Kept alive by whoever may still call, closed by ~ExtensionHost. Thread-safe.
 class HostContext {
  public:
-  explicit HostContext(Options options) : options_(std::move(options)) {}
+  explicit HostContext(HostOptions options) : options_(std::move(options)) {}
 
-  const Options& options() const { return options_; }
+  const HostOptions& options() const { return options_; }
 
   // Nothing after Close. Never throws: a warning that fails is lost.
   void Warn(const std::string& text) noexcept;
@@ -35,8 +35,8 @@ class HostContext {
   // Instances that another thread let go wait for the extension thread to destroy them.
   std::atomic<bool>& has_abandoned_instances() { return has_abandoned_instances_; }
 
-  // When it returns, Options::warn and Options::access_check are not running on another thread and
-  // will not be called again.
+  // When it returns, HostOptions::warn and HostOptions::access_check are not running on another
+  // thread and will not be called again.
   void Close() { calls_out_.Close(); }
 
   // To be passed by every call of a function in options().
@@ -45,7 +45,7 @@ class HostContext {
  private:
   void BindThread(const char* call);
 
-  const Options options_;
+  const HostOptions options_;
   CallGate calls_out_;
   std::atomic<std::thread::id> thread_{};
   std::atomic<bool> has_abandoned_instances_{false};

@@ -38,7 +38,7 @@ class Instance {
   // Returns the extension's reply, which may come from any thread, before or after the handler
   // returned. Empty when the instance is destroyed, or its waits are ended, before a reply came.
   // Throws HostError, with the beginning of the message, when no reply came within
-  // Options::sync_deadline, when the handler threw, and when the extension has no handler.
+  // HostOptions::sync_deadline, when the handler threw, and when the extension has no handler.
   // Replies carry no id: one that comes later than its deadline answers the message that waits
   // then. A message sent while a handler of this instance runs is answered first; its reply never
   // counts for the outer one.

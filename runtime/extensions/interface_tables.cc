@@ -108,8 +108,8 @@ void RegisterSyncMessageHandler(XW_Extension extension, XW_HandleSyncMessageCall
             [&](Registration& registration) { registration.handle_sync_message = handler; });
 }
 
-void WarnAboutLostReply(ExtensionState& extension, SyncCalls::Outcome outcome, const char* reply) {
-  const std::string why = outcome == SyncCalls::Outcome::kSecondReply
+void WarnAboutLostReply(ExtensionState& extension, SyncCalls::Effect effect, const char* reply) {
+  const std::string why = effect == SyncCalls::Effect::kSecondReply
                               ? "the message has a reply already; the second one is ignored: "
                               : "no synchronous message waits for a reply; it is ignored: ";
   WarnAboutCall(extension, "SetSyncReply", why + Excerpt(reply));
@@ -122,9 +122,9 @@ void SetSyncReply(XW_Instance instance, const char* reply) {
     reply = "";
   }
   WithInstance(kCall, instance, false, [&](InstanceState& state) {
-    const SyncCalls::Outcome outcome = state.sync_calls().Reply(reply);
-    if (outcome == SyncCalls::Outcome::kTaken) return true;
-    WarnAboutLostReply(state.extension(), outcome, reply);
+    const SyncCalls::Effect effect = state.sync_calls().Reply(reply);
+    if (effect == SyncCalls::Effect::kTaken) return true;
+    WarnAboutLostReply(state.extension(), effect, reply);
     return false;
   });
 }

@@ -23,13 +23,13 @@ std::optional<std::string> SyncCalls::Call::Wait(std::chrono::milliseconds deadl
   return reply_.has_value() ? std::move(reply_) : std::string();
 }
 
-SyncCalls::Outcome SyncCalls::Reply(const char* reply) {
+SyncCalls::Effect SyncCalls::Reply(const char* reply) {
   std::lock_guard<std::mutex> lock(mutex_);
-  if (innermost_ == nullptr) return Outcome::kNobodyWaits;
-  if (innermost_->reply_.has_value()) return Outcome::kSecondReply;
+  if (innermost_ == nullptr) return Effect::kNobodyWaits;
+  if (innermost_->reply_.has_value()) return Effect::kSecondReply;
   innermost_->reply_.emplace(reply);
   changed_.notify_all();
-  return Outcome::kTaken;
+  return Effect::kTaken;
 }
 
 void SyncCalls::End() {

@@ -14,7 +14,8 @@ namespace orvane::extensions {
 // handler leads to another message, and then a reply answers the innermost.
 class SyncCalls {
  public:
-  enum class Outcome { kTaken, kSecondReply, kNobodyWaits };
+  // What became of a reply: only a taken one reaches the page.
+  enum class Effect { kTaken, kSecondReply, kNobodyWaits };
 
   // One message, on the stack of the extension thread, from before its handler runs. Calls end in
   // the reverse order of their beginning.
@@ -37,7 +38,7 @@ class SyncCalls {
   };
 
   // Any thread. `reply` is copied.
-  Outcome Reply(const char* reply);
+  Effect Reply(const char* reply);
 
   // Any thread. From now on no call waits.
   void End();

@@ -18,7 +18,7 @@ enum class TraceKind {
 };
 
 // One message. The views live for the call.
-struct TraceRecord {
+struct TracedMessage {
   TraceDirection direction;
   TraceKind kind;
   std::string_view peer;     // the extension's name, or the URI of a runtime message
@@ -32,7 +32,7 @@ struct TraceRecord {
 class TraceSink {
  public:
   virtual ~TraceSink() = default;
-  virtual void OnTrace(const TraceRecord& record) = 0;
+  virtual void OnTrace(const TracedMessage& record) = 0;
 };
 
 }  // namespace orvane::page

@@ -79,7 +79,7 @@ void Television::Restore(const picojson::value& snapshot) {
 }
 
 void Television::MakeHost() {
-  extensions::Options options;
+  extensions::HostOptions options;
   options.app_id = options_.app.application.id;
   options.warn = [this](const std::string& text) { events_->Explain("Warning: " + text); };
   options.access_check = [this](const std::string& api) { return services_->HasPrivilege(api); };

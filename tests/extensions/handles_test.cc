@@ -79,7 +79,7 @@ TEST_F(HostTest, NeverGivesHandleTwice) {
 
 TEST_F(HostTest, TellsOnlyTheHostWhoseCallbackRuns) {
   std::vector<std::string> others;
-  Options other_options;
+  HostOptions other_options;
   other_options.warn = [&](const std::string& text) { others.push_back(text); };
   ExtensionHost other(other_options);
   auto instance = CreateInstance(Load("invented_handles", "test.inventedHandles"));

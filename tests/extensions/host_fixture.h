@@ -55,7 +55,7 @@ class HostTest : public ::testing::Test {
   // Counts as used from its first call on; options() may be changed before.
   ExtensionHost& host();
   void EndHost() { host_.reset(); }
-  Options& options() { return options_; }
+  HostOptions& options() { return options_; }
 
   // Loads the test extension and finds it by the name that it gives itself. Null, and a failed
   // test, if that fails.
@@ -81,7 +81,7 @@ class HostTest : public ::testing::Test {
   const std::filesystem::path journal_;
   mutable std::mutex mutex_;
   std::vector<std::string> warnings_;  // guarded by mutex_
-  Options options_;
+  HostOptions options_;
   Recorder page_;
   std::unique_ptr<ExtensionHost> host_;
 };

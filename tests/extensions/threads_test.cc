@@ -103,7 +103,7 @@ TEST_F(HostTest, GivesNoWarningAfterItsEnd) {
   Recorder client;
   std::atomic<int> warned{0};
   std::atomic<bool> ended{false};
-  Options other_options;
+  HostOptions other_options;
   other_options.warn = [&](const std::string&) {
     ++warned;
     EXPECT_FALSE(ended.load());

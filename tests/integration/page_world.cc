@@ -15,8 +15,8 @@ namespace {
 
 constexpr const char* kAppId = "OrvaneTest.Pages";
 
-extensions::Options HostOptions() {
-  extensions::Options options;
+extensions::HostOptions HostOptions() {
+  extensions::HostOptions options;
   options.app_id = kAppId;
   return options;
 }

@@ -186,7 +186,7 @@ TEST_F(PageExtension, ClosesWithReplyPending) {
 
 TEST_F(PageExtension, TracesEveryMessage) {
   struct Sink : TraceSink {
-    void OnTrace(const TraceRecord& record) override {
+    void OnTrace(const TracedMessage& record) override {
       lines.push_back(std::string(record.direction == TraceDirection::kFromPage ? ">" : "<") +
                       std::to_string(static_cast<int>(record.kind)) + " " +
                       std::string(record.peer) + " " + std::string(record.payload));

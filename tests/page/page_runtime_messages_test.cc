@@ -156,7 +156,7 @@ TEST_F(PageRuntimeMessages, AreRefusedInAPageWithoutServices) {
 
 TEST_F(PageRuntimeMessages, AreTraced) {
   struct Sink : TraceSink {
-    void OnTrace(const TraceRecord& record) override {
+    void OnTrace(const TracedMessage& record) override {
       text += std::string(record.direction == TraceDirection::kFromPage ? ">" : "<") +
               std::string(record.peer) + "=" + std::string(record.payload) + " ";
     }

@@ -37,7 +37,7 @@ void Recorder::DefineFor(Page& page) {
 
 void Recorder::OnConsole(ConsoleLevel, const std::string& text) { console_lines_.push_back(text); }
 
-void Recorder::OnTrace(const TraceRecord& record) {
+void Recorder::OnTrace(const TracedMessage& record) {
   const bool sent = record.direction == TraceDirection::kFromPage;
   const picojson::array message{Json((sent ? "> " : "< ") + KindName(record.kind)),
                                 Json(std::string(record.peer)), Json(std::string(record.payload))};

@@ -17,7 +17,7 @@ class Recorder final : public ConsoleSink, public TraceSink {
   void DefineFor(Page& page);
 
   void OnConsole(ConsoleLevel level, const std::string& text) override;
-  void OnTrace(const TraceRecord& record) override;
+  void OnTrace(const TracedMessage& record) override;
 
  private:
   std::vector<std::string> console_lines_;

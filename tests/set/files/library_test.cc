@@ -44,7 +44,7 @@ class LibraryTest : public FilesTest {
  protected:
   LibraryTest() {
     Launch(kApp);
-    orvane::extensions::Options options;
+    orvane::extensions::HostOptions options;
     options.app_id = kApp;
     host_ = std::make_unique<orvane::extensions::ExtensionHost>(options);
     std::string error;

@@ -9,7 +9,7 @@
 namespace orvane::extensions {
 
 // How one ExtensionHost behaves; fixed when it is made.
-struct Options {
+struct HostOptions {
   // What extensions read as the runtime variable "app_id".
   std::string app_id;
 
