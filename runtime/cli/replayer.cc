@@ -3,127 +3,162 @@
 #include "cli/replayer.h"
 
 #include <algorithm>
+#include <cctype>
 
-#include "cli/json_read.h"
-#include "extensions/bounded_json.h"
+#include "base/base64.h"
+#include "base/json_fields.h"
+#include "cli/exit_code.h"
 
 namespace orvane::cli {
 
-using picojson::object;
-using picojson::value;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 namespace {
 
-// Null for a text that is no JSON object.
-value ParseObject(const std::string& text) {
-  std::string error;
-  const std::optional<value> json = extensions::ParseBoundedJson(text, &error);
-  return json && json->is<object>() ? *json : value();
+// An empty object for a text that is none.
+Json ParseObject(const std::string& text) {
+  try {
+    Json json = base::ParseJson(text);
+    return json.is_object() ? json : Json::object();
+  } catch (const base::JsonError&) {
+    return Json::object();
+  }
 }
 
 std::string CommandOf(const std::string& payload) {
-  const value json = ParseObject(payload);
-  return json.is<object>() && json.get("cmd").is<std::string>() ? json.get("cmd").to_str() : "";
+  const Json command = ParseObject(payload).value("cmd", Json());
+  return command.is_string() ? command.get<std::string>() : "";
 }
 
-std::optional<int64_t> CallbackOf(const value& of) { return WholeNumber(Member(of, "callbackId")); }
+std::optional<int64_t> CallbackOf(const Json& of) {
+  int64_t callback = 0;
+  const bool is_number =
+      of.is_object() && base::fields::ReadInteger(of.value("callbackId", Json()), &callback);
+  return is_number ? std::optional(callback) : std::nullopt;
+}
 
 // What such a command answers is never twice the same.
 bool IsVolatile(const std::string& command) {
   return command == "OrvaneManager_getUuid" || command == "OrvaneManager_getSystemStat";
 }
 
-value Text(const std::string& text) { return value(text); }
+struct Request {
+  Json head;
+  std::string body;
+};
+
+// "runtimeSync" is the way "sync".
+Request RuntimeRequest(const RecordedMessage& message) {
+  std::string way = message.kind.substr(std::string_view("runtime").size());
+  std::transform(way.begin(), way.end(), way.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return {{{"op", "runtime"}, {"kind", way}, {"uri", message.peer}}, message.payload};
+}
+
+Request WidgetRequest(const RecordedMessage& message) {
+  const size_t dot = message.peer.rfind('.');
+  const std::string call = message.peer.substr(dot == std::string::npos ? 0 : dot + 1);
+  return {{{"op", "widget"}, {"call", call}}, message.payload};
+}
 
 // The request that the server would have sent for it; empty for a kind that is not known.
-std::optional<object> RequestOf(const RecordedMessage& message) {
-  object request{{"context", value(static_cast<double>(message.context))}};
-  const auto with = [&](std::initializer_list<std::pair<const char*, value>> members) {
-    for (const auto& [name, member] : members) request[name] = member;
-    return request;
-  };
+std::optional<Request> RequestOf(const RecordedMessage& message) {
   const std::string& kind = message.kind;
-  if (kind == "nativeSync" || kind == "nativePost") {
-    return with({{"op", Text(kind == "nativeSync" ? "sync" : "post")},
-                 {"extension", Text(message.peer)},
-                 {"text", Text(message.payload)}});
-  }
+  const std::string& peer = message.peer;
+  const std::string& payload = message.payload;
+  if (kind == "nativeSync") return Request{{{"op", "sync"}, {"extension", peer}}, payload};
+  if (kind == "nativePost") return Request{{{"op", "post"}, {"extension", peer}}, payload};
   if (kind == "nativeBinary") {
-    return with({{"op", Text("post")},
-                 {"extension", Text(message.peer)},
-                 {"text", Text(message.payload)},
-                 {"binary", value(true)}});
+    return Request{{{"op", "post"}, {"extension", peer}, {"binary", true}},
+                   base::DecodeBase64(payload).value_or("")};
   }
-  if (kind.rfind("runtime", 0) == 0) {
-    std::string way = kind.substr(7);
-    std::transform(way.begin(), way.end(), way.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return with({{"op", Text("runtime")},
-                 {"kind", Text(way)},
-                 {"uri", Text(message.peer)},
-                 {"text", Text(message.payload)}});
-  }
-  if (kind == "widget") {
-    std::string error;
-    const auto arguments = extensions::ParseBoundedJson(message.payload, &error);
-    const size_t dot = message.peer.rfind('.');
-    return with({{"op", Text("widget")},
-                 {"call", Text(message.peer.substr(dot == std::string::npos ? 0 : dot + 1))},
-                 {"args", arguments ? *arguments : value(picojson::array())}});
-  }
+  if (kind.rfind("runtime", 0) == 0) return RuntimeRequest(message);
+  if (kind == "widget") return WidgetRequest(message);
   if (kind == "privilege") {
-    const bool in_payload = message.payload.find("://") != std::string::npos;
-    return with({{"op", Text("privilege")},
-                 {"privilege", Text(in_payload ? message.payload : message.peer)}});
+    const bool in_payload = payload.find("://") != std::string::npos;
+    return Request{{{"op", "privilege"}, {"privilege", in_payload ? payload : peer}}, ""};
   }
-  if (kind == "create") return with({{"op", Text("create")}, {"extension", Text(message.peer)}});
-  if (kind == "close") return with({{"op", Text("close")}});
+  if (kind == "create") return Request{{{"op", "create"}, {"extension", peer}}, ""};
+  if (kind == "close") return Request{{{"op", "close"}}, ""};
   return std::nullopt;
 }
 
 }  // namespace
 
-Replayer::Replayer(LibraryClient& client, Comparison comparison, milliseconds patience)
-    : client_(client), comparison_(comparison), patience_(patience) {}
+Replayer::Replayer(set_process::SetProcessOptions process, Comparison comparison,
+                   milliseconds patience)
+    : process_(loop_, *this, std::move(process)), comparison_(comparison), patience_(patience) {
+  process_.Start();
+  while (!is_started_ && failure_.empty()) loop_.run_one();
+  if (!is_started_) throw UsageError(failure_);
+}
+
+Replayer::~Replayer() {
+  bool is_over = false;
+  process_.Stop([&is_over] { is_over = true; });
+  while (!is_over) loop_.run_one();
+}
+
+void Replayer::OnPosted(const set_process::Posted& posted) {
+  posted_.push_back(
+      {posted.context, posted.extension,
+       posted.is_binary ? base::EncodeBase64(posted.body) : std::string(posted.body)});
+}
+
+// The process answers every request in time, or fails it.
+Replayer::Reply Replayer::Ask(Json head, const std::string& body) {
+  std::optional<Reply> reply;
+  process_.Request(std::move(head), body, [&reply](const set_process::Answer& answer) {
+    const bool in_head = answer.head.contains("result");
+    reply = {in_head ? TextOf(answer.result()) : std::string(answer.body), answer.error(),
+             answer.failure};
+  });
+  while (!reply) loop_.run_one();
+  return *reply;
+}
 
 std::vector<Difference> Replayer::Replay(const std::vector<RecordedMessage>& messages) {
   for (const RecordedMessage& message : messages) {
-    try {
-      ReplayOne(message);
-    } catch (const LibraryDied& died) {
-      differences_.push_back({message, "an answer", died.what()});
-      return std::move(differences_);
-    }
+    if (ReplayOne(message)) continue;
+    differences_.push_back({message, "an answer", failure_});
+    return std::move(differences_);
   }
   ReportUnexpected();
   return std::move(differences_);
 }
 
-void Replayer::ReplayOne(const RecordedMessage& message) {
-  if (message.to_page) return ComparePosted(message);
-  const std::optional<object> request = RequestOf(message);
+bool Replayer::ReplayOne(const RecordedMessage& message) {
+  if (message.to_page) {
+    ComparePosted(message);
+    return failure_.empty();
+  }
+  std::optional<Request> request = RequestOf(message);
   if (!request) {
     differences_.push_back({message, "a message", "nothing: this command knows no such kind"});
-    return;
+    return true;
   }
   NoteCallback(message);
-  if (message.kind == "nativePost" || message.kind == "nativeBinary") return client_.Send(*request);
-  CompareReply(message, client_.Call(*request));
+  request->head["context"] = message.context;
+  if (request->head["op"] == "post") {
+    process_.Post(request->head, request->body);
+    loop_.poll();
+    return failure_.empty();
+  }
+  const Reply reply = Ask(std::move(request->head), request->body);
+  failure_ = reply.failure;
+  if (failure_.empty()) CompareReply(message, reply);
+  return failure_.empty();
 }
 
 void Replayer::NoteCallback(const RecordedMessage& message) {
-  const value json = ParseObject(message.payload);
-  const auto callback = json.is<object>() ? CallbackOf(json.get("args")) : std::nullopt;
+  const auto callback = CallbackOf(ParseObject(message.payload).value("args", Json()));
   if (callback) commands_[{message.context, *callback}] = CommandOf(message.payload);
 }
 
-void Replayer::CompareReply(const RecordedMessage& message, const value& answer) {
-  const value& error = answer.get("error");
-  const bool failed = !error.is<picojson::null>();
-  const std::string replayed =
-      failed ? "an error: " + error.to_str() : answer.get("result").to_str();
+void Replayer::CompareReply(const RecordedMessage& message, const Reply& reply) {
+  const bool failed = !reply.error.empty();
+  const std::string replayed = failed ? "an error: " + reply.error : reply.text;
   const std::string recorded = message.failed ? "an error" : message.reply.value_or("");
   if (message.failed && failed) return;
   if (message.failed == failed && !message.reply) return;  // nothing was recorded to compare with
@@ -135,7 +170,7 @@ void Replayer::ComparePosted(const RecordedMessage& message) {
   const auto callback = CallbackOf(ParseObject(message.payload));
   const std::optional<PostedMessage> posted = TakePosted(message);
   if (!posted) {
-    differences_.push_back({message, message.payload, "nothing came"});
+    if (failure_.empty()) differences_.push_back({message, message.payload, "nothing came"});
     return;
   }
   const std::string command = callback ? commands_[{message.context, *callback}] : std::string();
@@ -144,30 +179,35 @@ void Replayer::ComparePosted(const RecordedMessage& message) {
 }
 
 // Waits for it as long as patience is left.
-std::optional<PostedMessage> Replayer::TakePosted(const RecordedMessage& message) {
+std::optional<Replayer::PostedMessage> Replayer::TakePosted(const RecordedMessage& message) {
   const auto wanted = CallbackOf(ParseObject(message.payload));
-  std::list<PostedMessage>& posted = client_.posted();
-  while (true) {
+  do {
     const auto found =
-        std::find_if(posted.begin(), posted.end(), [&](const PostedMessage& candidate) {
+        std::find_if(posted_.begin(), posted_.end(), [&](const PostedMessage& candidate) {
           return candidate.context == message.context && candidate.extension == message.peer &&
                  CallbackOf(ParseObject(candidate.text)) == wanted;
         });
-    if (found != posted.end()) {
-      PostedMessage taken = std::move(*found);
-      posted.erase(found);
-      return taken;
-    }
-    const auto begin = steady_clock::now();
-    const bool came = client_.WaitForPosted(begin + patience_);
-    const auto waited = std::chrono::duration_cast<milliseconds>(steady_clock::now() - begin);
-    patience_ = std::max(patience_ - waited, milliseconds(0));
-    if (!came) return std::nullopt;
+    if (found == posted_.end()) continue;
+    PostedMessage taken = std::move(*found);
+    posted_.erase(found);
+    return taken;
+  } while (WaitForPosted());
+  return std::nullopt;
+}
+
+bool Replayer::WaitForPosted() {
+  const size_t before = posted_.size();
+  const auto begin = steady_clock::now();
+  const auto until = begin + patience_;
+  while (posted_.size() == before && failure_.empty() && loop_.run_one_until(until) != 0) {
   }
+  const auto waited = std::chrono::duration_cast<milliseconds>(steady_clock::now() - begin);
+  patience_ = std::max(patience_ - waited, milliseconds(0));
+  return posted_.size() != before;
 }
 
 void Replayer::ReportUnexpected() {
-  for (const PostedMessage& posted : client_.posted()) {
+  for (const PostedMessage& posted : posted_) {
     RecordedMessage message;
     message.context = posted.context;
     message.to_page = true;
@@ -180,12 +220,12 @@ void Replayer::ReportUnexpected() {
 bool Replayer::IsSame(const std::string& recorded, const std::string& replayed,
                       const std::string& command) const {
   if (recorded == replayed) return true;
-  value was = ParseObject(recorded);
-  value is = ParseObject(replayed);
-  if (!was.is<object>() || !is.is<object>()) return false;
+  Json was = ParseObject(recorded);
+  Json is = ParseObject(replayed);
+  if (was.empty() || is.empty()) return false;
   if (comparison_ == Comparison::kForm && IsVolatile(command)) {
-    was.get<object>().erase("result");
-    is.get<object>().erase("result");
+    was.erase("result");
+    is.erase("result");
   }
   return was == is;
 }

@@ -8,13 +8,10 @@
 #include <sstream>
 #include <utility>
 
+#include "base/json_fields.h"
 #include "cli/exit_code.h"
-#include "cli/json_read.h"
-#include "extensions/bounded_json.h"
 
 namespace orvane::cli {
-
-using picojson::value;
 
 namespace {
 
@@ -32,49 +29,63 @@ std::string ReadText(const std::string& path) {
 
 [[noreturn]] void Refuse(const std::string& path, const std::string& why) {
   throw UsageError(path + " is no recorded session: " + why +
-                   ". The simulator's Messages panel exports one.");
+                   " The simulator's Messages panel exports one.");
 }
 
-// Texts as they are, nothing for null, everything else as JSON.
-std::string TextOf(const value& json) {
-  if (json.is<picojson::null>()) return "";
-  return json.is<std::string>() ? json.get<std::string>() : json.serialize();
+Json Member(const Json& of, const char* name) { return of.value(name, Json()); }
+
+int64_t WholeNumber(const Json& json, int64_t otherwise) {
+  int64_t number = otherwise;
+  base::fields::ReadInteger(json, &number);
+  return number;
 }
 
-RecordedMessage ReadMessage(const value& json, size_t place) {
+RecordedMessage ReadMessage(const Json& json, size_t place) {
   RecordedMessage message;
-  message.number = WholeNumber(json.get("seq")).value_or(static_cast<int64_t>(place));
-  message.context = WholeNumber(json.get("context")).value_or(0);
-  message.to_page = TextOf(json.get("direction")) == "toPage";
-  message.kind = TextOf(json.get("kind"));
-  message.peer = TextOf(json.get("peer"));
-  message.payload = TextOf(json.get("payload"));
-  const value& time = json.get("time_ns");
-  if (time.is<double>()) message.time_ns = time.get<double>();
-  const value& reply = json.get("reply");
-  if (!reply.is<picojson::null>()) message.reply = TextOf(reply);
-  message.failed = !json.get("error").is<picojson::null>();
+  message.number = WholeNumber(Member(json, "seq"), static_cast<int64_t>(place));
+  message.context = WholeNumber(Member(json, "context"), 0);
+  message.to_page = Member(json, "direction") == "toPage";
+  message.kind = TextOf(Member(json, "kind"));
+  message.peer = TextOf(Member(json, "peer"));
+  message.payload = TextOf(Member(json, "payload"));
+  const Json time = Member(json, "time_ns");
+  if (time.is_number()) message.time_ns = time.get<double>();
+  const Json reply = Member(json, "reply");
+  if (!reply.is_null()) message.reply = TextOf(reply);
+  message.failed = !Member(json, "error").is_null();
   return message;
+}
+
+Json ReadSession(const std::string& path) {
+  const std::string text = ReadText(path);
+  if (text.empty()) Refuse(path, "it is empty.");
+  try {
+    Json json = base::ParseJson(text);
+    if (!json.is_object() || !Member(json, "orvane").is_number()) {
+      Refuse(path, "the member \"orvane\" is missing.");
+    }
+    if (json["orvane"] != 1) Refuse(path, "it is of a later version.");
+    if (!Member(json, "records").is_array()) Refuse(path, "\"records\" is no array.");
+    return json;
+  } catch (const base::JsonError& error) {
+    Refuse(path, error.what());
+  }
 }
 
 }  // namespace
 
+std::string TextOf(const Json& json) {
+  if (json.is_null()) return "";
+  return json.is_string() ? json.get<std::string>() : base::JsonText(json);
+}
+
 SessionFile ReadSessionFile(const std::string& path) {
-  std::string error;
-  const std::string text = ReadText(path);
-  const std::optional<value> json = extensions::ParseBoundedJson(text, &error);
-  if (!json) Refuse(path, text.empty() ? "it is empty" : error);
-  if (!json->is<picojson::object>() || !json->get("orvane").is<double>()) {
-    Refuse(path, "the member \"orvane\" is missing");
-  }
-  if (json->get("orvane").get<double>() != 1) Refuse(path, "it is of a later version");
-  if (!json->get("records").is<picojson::array>()) Refuse(path, "\"records\" is no array");
+  const Json json = ReadSession(path);
   SessionFile session;
-  if (json->get("app").is<picojson::object>())
-    session.app = json->get("app").get<picojson::object>();
-  if (json->get("profile").is<std::string>()) session.profile = TextOf(json->get("profile"));
-  for (const value& record : json->get("records").get<picojson::array>()) {
-    if (!record.is<picojson::object>()) Refuse(path, "a record is no object");
+  if (Member(json, "app").is_object()) session.app = json["app"];
+  if (Member(json, "profile").is_string()) session.profile = json["profile"];
+  for (const Json& record : json["records"]) {
+    if (!record.is_object()) Refuse(path, "a record is no object.");
     session.messages.push_back(ReadMessage(record, session.messages.size() + 1));
   }
   std::stable_sort(

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include <picojson.h>
+#include "base/json.h"
 
 namespace orvane::cli {
 
@@ -27,10 +27,13 @@ struct RecordedMessage {
 // A session as the simulator exports it, but for the order: a call is recorded when it is answered,
 // after what the page was sent meanwhile, and here it stands where it was made.
 struct SessionFile {
-  picojson::object app;
+  Json app = Json::object();
   std::string profile;  // empty: not known
   std::vector<RecordedMessage> messages;
 };
+
+// Texts as they are, nothing for null, everything else as JSON.
+std::string TextOf(const Json& json);
 
 // Throws UsageError for a file that cannot be read or is no session.
 SessionFile ReadSessionFile(const std::string& path);

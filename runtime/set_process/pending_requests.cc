@@ -6,6 +6,8 @@
 
 namespace orvane::set_process {
 
+Json Answer::result() const { return ok() ? head.value("result", Json()) : Json(); }
+
 std::string Answer::error() const {
   return ok() || !head.contains("error") ? "" : head["error"].value("message", "");
 }

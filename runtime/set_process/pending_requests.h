@@ -22,14 +22,13 @@ struct Answer {
   std::string failure;    // the rest of a sentence: why nobody answered at all
 
   bool ok() const { return failure.empty() && !head.contains("error"); }
-  Json result() const { return ok() ? head.value("result", Json()) : Json(); }
-  // Why it refused, for people; empty when it did not.
-  std::string error() const;
+  Json result() const;           // null where the answer is the body
+  std::string error() const;     // why it refused, for people; empty when it did not
   int64_t microseconds() const;  // in the set process; -1: it did not tell
 };
 
-// The requests that are under way, by number. Each receiver is called once, or is given away. One
-// thread.
+// The requests that are under way, by number. Each receiver is called once, or is given away.
+// Belongs to SetProcess. One thread.
 class PendingRequests {
  public:
   using Receiver = std::function<void(const Answer&)>;
@@ -38,7 +37,6 @@ class PendingRequests {
   // Deadlines never get earlier from one request to the next.
   uint64_t Add(Receiver receiver, TimePoint deadline);
   uint64_t next_id() const { return last_id_ + 1; }  // that Add will give
-  bool Has(uint64_t id) const { return pending_.count(id) != 0; }
   bool empty() const { return pending_.empty(); }
 
   // The receiver of an answer that has come; an empty one if its deadline has passed; nothing for a

@@ -17,7 +17,6 @@ using std::chrono::steady_clock;
 namespace {
 
 constexpr milliseconds kDeadlineTick{50};
-constexpr milliseconds kStopGrace{2500};  // after the request to end
 // Of a message; the rest of its frame is short.
 constexpr size_t kMostMessageBytes = base::kMaxFrameBytes - 1024;
 
@@ -48,7 +47,7 @@ SetProcess::SetProcess(asio::io_context& loop, SetProcessListener& listener,
                        SetProcessOptions options)
     : loop_(loop), listener_(listener), options_(std::move(options)) {}
 
-SetProcess::~SetProcess() = default;
+SetProcess::~SetProcess() { LetGo(); }
 
 pid_t SetProcess::pid() const { return child_ ? child_->pid() : 0; }
 
@@ -57,8 +56,9 @@ void SetProcess::Start() { Spawn(); }
 void SetProcess::Spawn() {
   state_ = State::kStarting;
   spawned_at_ = steady_clock::now();
-  handled_.Clear();
+  history_.BeginRun();
   kill_reason_.clear();
+  why_down_.clear();
   try {
     StartProcess();
   } catch (const std::system_error& error) {
@@ -128,7 +128,7 @@ size_t SetProcess::queued_bytes() const {
 
 void SetProcess::OnFrame(const base::Frame& frame) {
   const std::string operation = frame.head.value("op", "");
-  if (operation == "handling") return handled_.Begin(frame);
+  if (operation == "handling") return history_.BeginMessage(frame);
   if (operation == "answer") return OnAnswer(frame);
   if (operation == "posted") {
     return listener_.OnPosted({frame.head.value("context", int64_t{0}),
@@ -136,7 +136,7 @@ void SetProcess::OnFrame(const base::Frame& frame) {
                                frame.head.value("binary", false)});
   }
   if (operation == "event") return OnEvent(frame);
-  if (operation == "handled") handled_.End();
+  if (operation == "handled") history_.EndMessage();
   if (operation == "snapshot") snapshot_ = frame.body;
   if (operation == "started") OnProcessStarted(frame.head);
   if (operation == "failed") OnProcessFailed(frame.head);
@@ -149,7 +149,9 @@ void SetProcess::OnEvent(const base::Frame& frame) {
 
 void SetProcess::OnAnswer(const base::Frame& frame) {
   const Answer answer{frame.head, frame.body, ""};
-  const auto receiver = pending_.Take(frame.head.value("id", uint64_t{0}));
+  const auto id = frame.head.value("id", uint64_t{0});
+  history_.EndRequest(id);
+  const auto receiver = pending_.Take(id);
   // The answer to a message that wants none: why it was refused.
   if (!receiver && !answer.ok()) Explain(answer.error());
   if (receiver && *receiver) (*receiver)(answer);  // else it comes too late
@@ -175,26 +177,29 @@ void SetProcess::OnProcessFailed(const Json& failed) {
 
 void SetProcess::OnEnd(const base::ProcessEnd& end, const std::string& output) {
   if (state_ == State::kStopping) return stopped_ ? std::exchange(stopped_, nullptr)() : void();
-  deaths_.Add(end, EndWords(end), IsHandling() ? handled_.Description() : Json(), output);
-  const std::string why = "the set process ended" +
-                          (IsHandling() ? " while it handled " + handled_.Words() : "") + ": " +
-                          EndWords(end);
-  child_.reset();
-  held_.clear();
+  const std::string why = history_.EndRun(end, kill_reason_, output);
+  LetGo();
   if (!was_started_) return listener_.OnStartFailed(why);
+  if (!options_.restarts || history_.AreDeathsTooMany()) return GoDown(why);
+  state_ = State::kStarting;  // a receiver may ask again at once
   pending_.FailAll(why);
-  if (deaths_.AreTooMany()) return GoDown("");
   Spawn();
   if (state_ == State::kDown) return;  // and that was told
   listener_.OnRestarted();
   listener_.OnProcessChanged();
 }
 
-void SetProcess::GoDown(const std::string& why) {
+void SetProcess::LetGo() {
+  if (child_) child_->Forget();
   child_.reset();
   held_.clear();
+}
+
+void SetProcess::GoDown(const std::string& why) {
+  LetGo();
   state_ = State::kDown;
-  pending_.FailAll(why.empty() ? "the set process is down" : why);
+  why_down_ = why;
+  pending_.FailAll(why);
   listener_.OnRestarted();
   listener_.OnProcessChanged();
 }
@@ -214,8 +219,9 @@ void SetProcess::CheckDeadlines() {
   const TimePoint now = steady_clock::now();
   EndStuckProcess(now);
   Answer answer;
-  answer.failure = "there was no answer within " + Seconds(options_.deadline) + "; the library " +
-                   (IsHandling() ? "is busy with " + handled_.Words() : "process takes no message");
+  answer.failure =
+      "there was no answer within " + Seconds(options_.deadline) + "; the set process " +
+      (history_.is_busy() ? "is busy with " + history_.MessageWords() : "takes no message");
   for (const Receiver& receiver : pending_.TakeLate(now)) receiver(answer);
 }
 
@@ -229,7 +235,7 @@ void SetProcess::EndStuckProcess(TimePoint now) {
   // The oldest request waits, whether in its own handler or behind another that does not end.
   const auto deadline = pending_.oldest_deadline();
   if (state_ == State::kRunning && deadline && now >= *deadline + options_.patience &&
-      now >= handled_.since() + options_.patience) {
+      now >= history_.last_begin() + options_.patience) {
     Kill("it was ended because it did not answer for more than " + Seconds(patience));
   }
 }
@@ -239,22 +245,9 @@ void SetProcess::Kill(const std::string& reason) {
   if (child_) child_->Kill();
 }
 
-bool SetProcess::IsHandling() const {
-  if (!handled_.is_open()) return false;
-  const uint64_t request = handled_.request();
-  return request == 0 || pending_.Has(request);  // else it is answered
-}
-
-// How the process ended, and what it did last if that was done.
-std::string SetProcess::EndWords(const base::ProcessEnd& end) const {
-  std::string words = kill_reason_.empty() ? Describe(end) : kill_reason_;
-  if (IsHandling() || !handled_.is_known()) return words;
-  return words + ", with no message in hand; the last one was " + handled_.Words();
-}
-
 void SetProcess::Restart() {
   if (state_ == State::kDown) {
-    deaths_.Clear();
+    history_.ForgetDeaths();
     Spawn();
     return listener_.OnProcessChanged();
   }
@@ -268,17 +261,17 @@ void SetProcess::Stop(std::function<void()> stopped) {
   if (has_ended) return stopped();
   stopped_ = std::move(stopped);
   child_->Send(WholeFrame({{"op", "shutdown"}}, ""));
-  child_->EndWithin(kStopGrace);
+  child_->EndWithin(options_.stop_grace);
 }
 
 Json SetProcess::Description() const {
   const char* state = "running";
   if (state_ == State::kDown) state = "down";
-  if (state_ == State::kStarting) state = deaths_.empty() ? "starting" : "restarting";
+  if (state_ == State::kStarting) state = was_started_ ? "restarting" : "starting";
   return {{"state", state},
           {"pid", pid()},
-          {"handling", IsHandling() ? handled_.Description() : Json()},
-          {"deaths", deaths_.List()}};
+          {"handling", history_.Message()},
+          {"deaths", history_.Deaths()}};
 }
 
 }  // namespace orvane::set_process

@@ -12,9 +12,8 @@
 
 #include "base/child_process.h"
 #include "base/frame.h"
-#include "set_process/handled_message.h"
 #include "set_process/pending_requests.h"
-#include "set_process/process_deaths.h"
+#include "set_process/process_history.h"
 
 namespace boost::asio {
 class io_context;
@@ -57,11 +56,14 @@ struct SetProcessOptions {
   // A message that is still being handled so long after its deadline costs the process its life; so
   // does a start that takes as long as both.
   std::chrono::milliseconds patience{20000};
+  std::chrono::milliseconds stop_grace{2500};  // after it was asked to end
+  bool restarts = true;                        // it is started again when it dies
 };
 
-// The set process: starts it, talks to it, and starts it again when it dies, with the state of
-// the set that it told last. Every request is answered once, whatever becomes of the process,
-// unless this object is destroyed first. The loop's thread only.
+// The one parent of a set process, of `orvane run` and of `orvane replay` alike: starts it, talks
+// to it, and starts it again when it dies, with the state of the set that it told last. Every
+// request is answered once, whatever it holds and whatever becomes of the process, unless this
+// object is destroyed first. Owns the process. The loop's thread only; nothing throws.
 class SetProcess {
  public:
   using Receiver = PendingRequests::Receiver;
@@ -88,7 +90,9 @@ class SetProcess {
 
   size_t queued_bytes() const;  // for the process, which has not taken them yet
 
-  pid_t pid() const;         // 0: there is none
+  pid_t pid() const;  // 0: there is none
+  // Why there is none and will be none until Restart; empty while there is one.
+  const std::string& why_down() const { return why_down_; }
   Json Description() const;  // state, pid, what it handles, and deaths, for people
 
  private:
@@ -106,12 +110,11 @@ class SetProcess {
   void Explain(const std::string& text);
   void OnEnd(const base::ProcessEnd& end, const std::string& output);
   void GoDown(const std::string& why);
+  void LetGo();
   void WatchDeadlines();
   void CheckDeadlines();
   void EndStuckProcess(TimePoint now);
   void Kill(const std::string& reason);
-  bool IsHandling() const;
-  std::string EndWords(const base::ProcessEnd& end) const;
 
   boost::asio::io_context& loop_;
   SetProcessListener& listener_;
@@ -127,11 +130,10 @@ class SetProcess {
 
   std::string snapshot_;       // as the process told it; empty: not yet
   int64_t last_log_line_ = 0;  // its number
-  HandledMessage handled_;
+  ProcessHistory history_;
   TimePoint spawned_at_;
   std::string kill_reason_;  // why this side ended the process
-
-  ProcessDeaths deaths_;
+  std::string why_down_;
 };
 
 }  // namespace orvane::set_process

@@ -118,7 +118,7 @@ TEST_F(ReplayTest, ReportsTheMessageThatEndsTheLibrary) {
                           R"("payload":"{\"cmd\":\"OrvaneManager_getAppState\",\"args\":{}}")"})});
   EXPECT_EQ(outcome.exit_code, 1);
   EXPECT_THAT(outcome.out, HasSubstr("message 9"));
-  EXPECT_THAT(outcome.out, HasSubstr("the library's process ended while it handled sync "
+  EXPECT_THAT(outcome.out, HasSubstr("the set process ended while it handled sync "
                                      "dravelt.orvane"));
   EXPECT_THAT(outcome.out, HasSubstr(": it was killed by signal 6 (Aborted)\n"));
 }
@@ -133,8 +133,8 @@ TEST_F(ReplayTest, GivesUpAMessageThatIsNotAnsweredInTime) {
       Run({"replay", "--extension", STUCK_EXTENSION, "--deadline", kDeadline, file});
   EXPECT_EQ(outcome.exit_code, 1);
   EXPECT_THAT(outcome.out, HasSubstr("message 3: close"));
-  EXPECT_THAT(outcome.out, HasSubstr("the library's process was ended while it handled close"));
-  EXPECT_THAT(outcome.out, HasSubstr("it did not answer within 5 s\n"));
+  EXPECT_THAT(outcome.out, HasSubstr("there was no answer within 5 s; the set process is busy with "
+                                     "close\n"));
 }
 
 TEST_F(ReplayTest, GivesUpAnExtensionThatNeverStarts) {

@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <stdlib.h>
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/exit_code.h"
-#include "cli/json_output.h"
-#include "cli/library_client.h"
 #include "cli/output.h"
 #include "cli/replayer.h"
 #include "cli/session_file.h"
@@ -20,8 +20,6 @@
 namespace orvane::cli {
 
 namespace fs = std::filesystem;
-using picojson::object;
-using picojson::value;
 
 namespace {
 
@@ -57,29 +55,30 @@ class FreshFolder {
   fs::path path_;
 };
 
-picojson::array Texts(const std::vector<std::string>& texts) {
-  picojson::array array;
-  for (const std::string& text : texts) array.emplace_back(text);
-  return array;
-}
-
-object AppOf(const SessionFile& session) {
-  object app = session.app;
-  if (!app["id"].is<std::string>()) {
+Json AppOf(const SessionFile& session) {
+  Json app = session.app;
+  if (!app.value("id", Json()).is_string()) {
     throw UsageError(R"(the session does not name its application ("app" with an "id").)");
   }
-  const std::string id = app["id"].get<std::string>();
-  if (!app["package"].is<std::string>()) app["package"] = value(id.substr(0, id.find('.')));
+  const std::string id = app["id"];
+  if (!app.value("package", Json()).is_string()) app["package"] = id.substr(0, id.find('.'));
   return app;
 }
 
-object StartOptions(const ReplayOptions& options, const SessionFile& session,
-                    const fs::path& state_folder) {
-  return {{"state", value(state_folder.string())},
-          {"profile", value(options.profile.empty() ? session.profile : options.profile)},
-          {"app", value(AppOf(session))},
-          {"faults", value(Texts(options.faults))},
-          {"extensions", value(Texts(AbsoluteExtensions(options.extensions)))}};
+set_process::SetProcessOptions ProcessOptions(const ReplayOptions& options,
+                                              const SessionFile& session,
+                                              const fs::path& state_folder) {
+  set_process::SetProcessOptions process;
+  process.command = {"/proc/self/exe", "set-process", "--fd", "3"};
+  process.start_options = {{"state", state_folder.string()},
+                           {"profile", options.profile.empty() ? session.profile : options.profile},
+                           {"app", AppOf(session)},
+                           {"faults", options.faults},
+                           {"extensions", AbsoluteExtensions(options.extensions)}};
+  process.deadline = Milliseconds(options.deadline_seconds);
+  process.patience = std::chrono::milliseconds(0);
+  process.restarts = false;
+  return process;
 }
 
 void PrintText(const std::vector<Difference>& differences, size_t count) {
@@ -96,31 +95,27 @@ void PrintText(const std::vector<Difference>& differences, size_t count) {
 }
 
 void PrintAsJson(const std::vector<Difference>& differences, size_t count) {
-  picojson::array rows;
+  Json rows = Json::array();
   for (const Difference& difference : differences) {
     const RecordedMessage& message = difference.message;
-    rows.emplace_back(
-        object{{"seq", message.number == 0 ? value() : value(static_cast<double>(message.number))},
-               {"context", value(static_cast<double>(message.context))},
-               {"kind", value(message.kind)},
-               {"peer", value(message.peer)},
-               {"payload", value(message.payload)},
-               {"recorded", value(difference.recorded)},
-               {"replayed", value(difference.replayed)}});
+    rows.push_back({{"seq", message.number == 0 ? Json() : Json(message.number)},
+                    {"context", message.context},
+                    {"kind", message.kind},
+                    {"peer", message.peer},
+                    {"payload", message.payload},
+                    {"recorded", difference.recorded},
+                    {"replayed", difference.replayed}});
   }
-  const object result{{"messages", value(static_cast<double>(count))},
-                      {"differences", value(rows)}};
-  PrintJson(value(result));
+  PrintJson({{"messages", count}, {"differences", std::move(rows)}});
 }
 
 ExitCode Replay(const ReplayOptions& options) {
   const SessionFile session = ReadSessionFile(options.file);
   std::unique_ptr<FreshFolder> fresh;
   if (options.state_folder.empty()) fresh = std::make_unique<FreshFolder>();
-  LibraryClient client(Milliseconds(options.deadline_seconds));
-  client.Start(
-      StartOptions(options, session, fresh ? fresh->path() : fs::absolute(options.state_folder)));
-  Replayer replayer(client, options.strict ? Comparison::kStrict : Comparison::kForm,
+  const fs::path state_folder = fresh ? fresh->path() : fs::absolute(options.state_folder);
+  Replayer replayer(ProcessOptions(options, session, state_folder),
+                    options.strict ? Comparison::kStrict : Comparison::kForm,
                     Milliseconds(options.timeout_seconds));
   const std::vector<Difference> differences = replayer.Replay(session.messages);
   if (options.json) {
