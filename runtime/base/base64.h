@@ -8,7 +8,7 @@
 
 namespace orvane::base {
 
-// Bytes as text, in the standard alphabet with padding: how they travel in a frame, which is JSON.
+// Bytes as text, in the standard alphabet with padding: how they stand in JSON.
 std::string EncodeBase64(std::string_view bytes);
 
 // The bytes of a base64 text of the standard alphabet with its padding; empty for one that is none.
