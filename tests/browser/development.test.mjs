@@ -133,6 +133,9 @@ test('a page whose policy keeps the runtime out is listed with the reason', asyn
   assert.equal(listed.href, new URL('/', run.appUrl).href);
   assert.match(listed.problem, /add 'self' to script-src while you develop/);
   assert.deepEqual(others, []);
+  const simulator = await scene.open(run.url);
+  const banner = simulator.locator('.banner', { hasText: 'dravelt.orvane is missing in' });
+  await banner.filter({ hasText: "add 'self' to script-src" }).waitFor();
 });
 
 test('the simulator says that a page of a dev server must not be framed', async () => {

@@ -6,19 +6,19 @@ import assert from 'node:assert/strict';
 import path from 'node:path';
 import test from 'node:test';
 
-import { newState } from '../../simulator/dev/mock_state.mjs';
 import { Feed } from '../../simulator/src/api/feed.js';
 import { lineFilter, lineText } from '../../simulator/src/log/log_filter.js';
 import { failed, isSlow, nameOf, summary } from '../../simulator/src/messages/describe.js';
+import { deathText } from '../../simulator/src/problems/problems.js';
 import { axisTicks, profilingRuns } from '../../simulator/src/profiling/records.js';
-import { describeKey, groupKeys } from '../../simulator/src/remote/key_table.js';
-import { shortcuts } from '../../simulator/src/remote/shortcut_table.js';
+import { describeKey } from '../../simulator/src/remote/key_table.js';
 import {
   aligned,
   fittingScale,
   ofPanel,
   windowPlace,
 } from '../../simulator/src/screen/geometry.js';
+import { duration } from '../../simulator/src/ui/format.js';
 import { repository } from './support/orvane_run.mjs';
 
 const uhd = { width: 3840, height: 2160 };
@@ -54,13 +54,6 @@ test('the screen fits into its room in both directions', () => {
   assert.equal(fittingScale(4000, 540), 0.5);
 });
 
-test('every key of the set is in exactly one group of the remote control', () => {
-  const { keys } = newState();
-  const grouped = groupKeys(keys).flatMap((group) => group.keys.map((key) => key.name));
-  assert.deepEqual([...grouped].sort(), keys.map((key) => key.name).sort());
-  assert.equal(keys.length, 146); // with one symbol for both Menu and SysMenu
-});
-
 test("the remote control's names are those of the library's script", async () => {
   const { registeredRows } = await import(path.join(repository, 'keys/tables.js'));
   const accepted = new Map();
@@ -70,15 +63,6 @@ test("the remote control's names are those of the library's script", async () =>
   for (const [symbol, names] of accepted) {
     assert.ok(names.includes(describeKey(symbol).scriptName), `${symbol}: ${names}`);
   }
-});
-
-test('every shortcut is a key of the set, and no two are typed alike', () => {
-  const names = new Set(newState().keys.map((key) => key.name));
-  assert.deepEqual(
-    shortcuts.filter(([, symbol]) => !names.has(symbol)),
-    []
-  );
-  assert.equal(new Set(shortcuts.map(([typed]) => typed)).size, shortcuts.length);
 });
 
 const line = { priority: 4, letter: 'I', tag: 'QM_WEBAPI', text: 'Enter', pid: 1, tid: 2 };
@@ -133,6 +117,26 @@ test('a page that starts its marks afresh begins another list', () => {
 test('the axis has round steps', () => {
   assert.deepEqual(axisTicks(1000, 5), [0, 200, 400, 600, 800, 1000]);
   assert.deepEqual(axisTicks(0.3, 3), [0, 0.1, 0.2, 0.3]);
+});
+
+test('a duration has the digits that matter', () => {
+  assert.deepEqual([0, 0.4, 12.34, 250, 1000].map(duration), [
+    '0 ms',
+    '0.40 ms',
+    '12.3 ms',
+    '250 ms',
+    '1.00 s',
+  ]);
+});
+
+test('a death is told by the method that was handled, as far as it is known', () => {
+  const text = '{"cmd":"OrvaneManager_getAppState","args":{}}';
+  const reason = 'it was killed by signal 6 (Aborted)';
+  assert.equal(
+    deathText({ reason, handling: { name: 'dravelt.orvane', text } }),
+    `The library's process ended while it handled getAppState of dravelt.orvane: ${reason}.`
+  );
+  assert.equal(deathText({ signal: 9 }), "The library's process ended: signal 9.");
 });
 
 const call = { kind: 'nativeSync', direction: 'fromPage', peer: 'dravelt.orvane' };

@@ -5,8 +5,10 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
 
+import { groupKeys } from '../../simulator/src/remote/key_table.js';
+import { shortcuts } from '../../simulator/src/remote/shortcut_table.js';
 import { makeScene } from './support/scene.mjs';
-import { openSimulator } from './support/simulator.mjs';
+import { openSimulator, quietRun } from './support/simulator.mjs';
 
 const scene = makeScene();
 
@@ -16,8 +18,8 @@ test('each press says where it went, and why', async () => {
   await simulator.page.click('[data-key=XF86Blue]');
   await simulator.shows('.press', 'not registered');
   const presses = await simulator.page.locator('.press').allInnerTexts();
-  assert.match(presses[0], /Blue\s+406\s+not registered[^]*call registerKey first/);
-  assert.match(presses[1], /Red\s+403\s+registered[^]*OrvaneTour\.Tour registered it/);
+  assert.match(presses[0], /Blue\s+406\s+not registered[^]*has not registered it with registerKey/);
+  assert.match(presses[1], /Red\s+403\s+registered[^]*OrvaneQuie\.Quiet/);
   await simulator.shows('.last-key', 'Blue');
   simulator.assertClean();
 });
@@ -89,8 +91,8 @@ test('keys that reach the application are marked, and say so', async () => {
   const simulator = await openSimulator(scene);
   const red = simulator.page.locator('[data-key=XF86Red]').first();
   assert.match(await red.getAttribute('class'), /key-reaches/);
-  assert.match(await red.getAttribute('title'), /registered by OrvaneTour\.Tour \(normal\)/);
-  simulator.server('dev.part', { name: 'keyGrabs', value: [] });
+  assert.match(await red.getAttribute('title'), /registered by OrvaneQuie\.Quiet \(normal\)/);
+  await simulator.inApp(() => dravelt.orvane.unregisterKey(['ColorF0Red']));
   await simulator.page.locator('[data-key=XF86Red]:not(.key-reaches)').waitFor();
   assert.match(await red.getAttribute('title'), /not registered/);
 });
@@ -102,7 +104,7 @@ test('without the focus, only keys that are had anywhere are marked', async () =
       .locator('.remote-body .key-reaches')
       .evaluateAll((keys) => keys.map((key) => key.dataset.key));
   assert.ok((await marked()).includes('XF86Back'));
-  simulator.server('applications.focus', { id: '' });
+  await simulator.call('applications.focus', { id: '' });
   await simulator.page.locator('[data-key=XF86Back]:not(.key-reaches)').waitFor();
   assert.deepEqual(await marked(), ['XF86AudioPlay']);
   for (const key of ['XF86Back', 'XF86Red']) {
@@ -120,4 +122,21 @@ test('the shortcuts are listed', async () => {
   await simulator.page.keyboard.press('Escape');
   await simulator.page.locator('dialog').waitFor({ state: 'detached' });
   assert.deepEqual(simulator.called('keys.press'), []);
+});
+
+test('every key of the set is in exactly one group of the remote control', async () => {
+  const { keys } = await (await quietRun(scene)).call('state.get');
+  const grouped = groupKeys(keys).flatMap((group) => group.keys.map((key) => key.name));
+  assert.deepEqual([...grouped].sort(), keys.map((key) => key.name).sort());
+  assert.equal(keys.length, 146); // with one symbol for both Menu and SysMenu
+});
+
+test('every shortcut is a key of the set, and no two are typed alike', async () => {
+  const { keys } = await (await quietRun(scene)).call('state.get');
+  const names = new Set(keys.map((key) => key.name));
+  assert.deepEqual(
+    shortcuts.filter(([, symbol]) => !names.has(symbol)),
+    []
+  );
+  assert.equal(new Set(shortcuts.map(([typed]) => typed)).size, shortcuts.length);
 });

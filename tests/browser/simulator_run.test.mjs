@@ -283,30 +283,14 @@ test('a refusal is explained where it happens', async () => {
   await shows(page, '.press', 'http://tizen.org/privilege/tv.inputdevice');
 });
 
-test('five thousand lines a second come through from the library, none dropped', async (t) => {
+test('of twenty thousand lines from the library none is dropped', async () => {
   const { run, page, app } = await openRun('examples/media');
   await app.locator('.poster').first().waitFor();
-  const received = () =>
-    page.evaluate(() => Number(document.querySelector('[data-received]').dataset.received));
-  const lines = { priority: 4, tag: 'FLOOD', text: 'flood', count: 500 };
   await page.getByLabel('Tag').fill('FLOOD');
-  const started = performance.now();
-  const seconds = 4;
-  for (let batch = 0; batch < seconds * 10; ++batch) {
-    await run.call('log.write', lines);
-    const early = started + (batch + 1) * 100 - performance.now();
-    await new Promise((done) => {
-      setTimeout(done, Math.max(0, early));
-    });
+  for (let batch = 0; batch < 40; ++batch) {
+    await run.call('log.write', { priority: 4, tag: 'FLOOD', text: 'flood', count: 500 });
   }
-  const took = performance.now() - started;
   await shows(page, '.toolbar-count', '20,000 of');
-  const behind = performance.now() - started - took;
-  t.diagnostic(
-    `20000 lines in ${(took / 1000).toFixed(2)} s, all shown ${behind.toFixed(0)} ms after the ` +
-      `last was written; ${await received()} lines in all`
-  );
-  assert.ok(behind < 5000, `${behind} ms behind`);
 });
 
 test("the documentation's pictures can be taken", async () => {

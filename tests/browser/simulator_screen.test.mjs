@@ -5,20 +5,24 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
 
+import { repository, until } from './support/orvane_run.mjs';
 import { makeScene } from './support/scene.mjs';
-import { openSimulator } from './support/simulator.mjs';
+import { openSimulator, quietId } from './support/simulator.mjs';
 
 const scene = makeScene();
 
-const keyboard = {
-  dynamic: true,
-  positioned: true,
-  x: 1920,
-  y: 200,
-  align: 1,
-  recommendedEnabled: true,
-  recommendedWords: ['television', 'tell'],
-};
+/** The application's page says where the keyboard is, and which words it recommends. */
+function placeKeyboard(simulator) {
+  return simulator.inApp(() => {
+    const { orvane } = dravelt;
+    orvane.setIMEPosition('1920px', '200px', 'TOP_CENTER');
+    orvane.setIMERecommendedWordsType(orvane.OrvaneRecommendedWordsType.RECOMMENDED_WORDS_ENABLE);
+    orvane.setIMERecommendedWords(['television', 'tell']);
+  });
+}
+
+/** What is in the application's field. */
+const typed = (simulator) => simulator.app.locator('#query').inputValue();
 
 /** Where an element is on the television, in pixels of its 1920 by 1080. */
 async function placeOf(page, selector) {
@@ -68,7 +72,8 @@ test('volume keys that no application took show and change the volume', async ()
 test('the volume is shown beside the on-screen keyboard, not over it', async () => {
   const simulator = await openSimulator(scene);
   await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
-  simulator.server('keys.press', { name: 'XF86AudioMute' });
+  await simulator.call('keys.press', { name: 'XF86AudioMute' });
+  await simulator.page.locator('.volume-bar').waitFor();
   const volume = await simulator.page.locator('.volume-bar').boundingBox();
   const ime = await simulator.page.locator('.ime').boundingBox();
   assert.ok(volume.y + volume.height <= ime.y, JSON.stringify({ volume, ime }));
@@ -76,8 +81,7 @@ test('the volume is shown beside the on-screen keyboard, not over it', async () 
 
 test('volume keys that an application took leave the volume alone', async () => {
   const simulator = await openSimulator(scene);
-  const grab = { app: 'OrvaneTour.Tour', key: 'XF86AudioRaiseVolume', mode: 'normal' };
-  simulator.server('dev.part', { name: 'keyGrabs', value: [grab] });
+  await simulator.inApp(() => dravelt.orvane.registerKey(['VolumeUp']));
   await simulator.page.locator('[data-key=XF86AudioRaiseVolume].key-reaches').waitFor();
   await simulator.page.click('[data-key=XF86AudioRaiseVolume]');
   await simulator.shows('.press', 'registered');
@@ -96,9 +100,14 @@ test('the screen saver comes on when the clock is moved, and goes with a press',
 
 test('the last source is shown after a context request, until a key', async () => {
   const simulator = await openSimulator(scene);
-  const data = { target: 'last:source', action: 'launch' };
-  simulator.server('dev.tell', { name: 'contextTask', data });
-  await simulator.shows('.last-source', 'last:source · launch');
+  await simulator.inApp(() => {
+    const { orvane } = dravelt;
+    orvane.requestTvContextTask(
+      orvane.OrvaneTarget.CONFIG_LAST_SOURCE,
+      orvane.OrvaneAction.CONFIG_LAUNCH
+    );
+  });
+  await simulator.shows('.last-source', /\S+ · \S+/);
   await simulator.page.focus('.television');
   await simulator.page.keyboard.press('Backspace');
   await simulator.page.locator('.last-source').waitFor({ state: 'detached' });
@@ -106,34 +115,24 @@ test('the last source is shown after a context request, until a key', async () =
 
 test('a window that was moved or quartered is where the set says', async () => {
   const simulator = await openSimulator(scene);
-  const move = (place) =>
-    simulator.server('dev.part', {
-      name: 'windows',
-      value: {
-        stack: ['OrvaneTour.Tour'],
-        list: [
-          { app: 'OrvaneTour.Tour', stackMode: 'NONE', hints: {}, focusWanted: true, ...place },
-        ],
-      },
-    });
-  move({ quarterPosition: 4, position: null });
+  await simulator.inApp(() => dravelt.orvane.setEpopAppWindow(4));
   await simulator.page.locator('.app-window-moved').waitFor();
   const quarter = await placeOf(simulator.page, '.app-window');
   assert.deepEqual(quarter, { left: 960, top: 540, width: 960, height: 540 });
-  move({ quarterPosition: null, position: [1000, 0] });
+  await simulator.inApp(() => dravelt.orvane.setEpopAppWindow(1000, true));
   await simulator.shows('.windows', 'moved to 1000, 0');
   assert.equal((await placeOf(simulator.page, '.app-window')).left, 500);
 });
 
 test('the keyboard is where setIMEPosition put it, at both resolutions', async () => {
   const simulator = await openSimulator(scene);
-  simulator.server('dev.part', { name: 'inputMethod', value: keyboard });
+  await placeKeyboard(simulator);
   await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
   await simulator.shows('.ime', '1920, 200 · top centre');
   const uhd = await placeOf(simulator.page, '.ime');
   assert.ok(Math.abs(uhd.left + uhd.width / 2 - 960) <= 2, JSON.stringify(uhd));
   assert.ok(Math.abs(uhd.top - 100) <= 2, JSON.stringify(uhd));
-  simulator.server('profile.use', { profile: 'fhd' });
+  await simulator.call('profile.use', { profile: 'fhd' });
   await simulator.shows('.screen-status', '1920×1080');
   assert.ok(Math.abs((await placeOf(simulator.page, '.ime')).top - 200) <= 2);
 });
@@ -142,17 +141,15 @@ test('a keyboard that was shown by hand says so when its text goes nowhere', asy
   const simulator = await openSimulator(scene);
   await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
   await simulator.shows('.ime-caption', 'No field of the page has the focus');
-  const [page] = simulator.server('pages.list');
-  simulator.server('dev.tell', { name: 'pages', data: [{ ...page, editing: true }] });
+  await simulator.app.locator('#query').focus();
   await simulator.page.locator('.ime [role=status]').waitFor({ state: 'detached' });
   await simulator.shows('.ime-caption', 'no position given');
 });
 
 test('the keyboard comes with a field that is edited, and types into it', async () => {
   const simulator = await openSimulator(scene);
-  simulator.server('dev.part', { name: 'inputMethod', value: keyboard });
-  const [page] = simulator.server('pages.list');
-  simulator.server('dev.tell', { name: 'pages', data: [{ ...page, editing: 'search' }] });
+  await placeKeyboard(simulator);
+  await simulator.app.locator('#query').focus();
   const ime = simulator.page.locator('.ime');
   await ime.waitFor();
   await ime.getByText('tell', { exact: true }).click();
@@ -160,6 +157,7 @@ test('the keyboard comes with a field that is edited, and types into it', async 
   await ime.getByText('Q', { exact: true }).click();
   await ime.getByText('w', { exact: true }).click();
   await ime.getByText('Delete').click();
+  await until(async () => (await typed(simulator)) === 'tellQ', 'the text');
   await ime.getByText('Done').click();
   await simulator.waitForCall('ime.input', 5);
   assert.deepEqual(simulator.called('ime.input'), [
@@ -169,13 +167,13 @@ test('the keyboard comes with a field that is edited, and types into it', async 
     { op: 'backspace' },
     { op: 'enter' },
   ]);
-  simulator.server('dev.tell', { name: 'pages', data: [page] });
+  await simulator.inApp(() => document.activeElement.blur());
   await ime.waitFor({ state: 'detached' });
 });
 
 test('a recommended word completes the word that was begun', async () => {
   const simulator = await openSimulator(scene);
-  simulator.server('dev.part', { name: 'inputMethod', value: keyboard });
+  await placeKeyboard(simulator);
   await simulator.page.click('.status-actions [aria-label="On-screen keyboard"]');
   const ime = simulator.page.locator('.ime');
   await ime.getByText('t', { exact: true }).click();
@@ -202,26 +200,33 @@ test('arrow keys go from key to key of the keyboard, and not to the set', async 
 
 test('other windows, the background and the end lie over the picture', async () => {
   const simulator = await openSimulator(scene);
-  const stack = ['OrvaneShow.Guide', 'OrvaneTour.Tour'];
-  simulator.server('dev.part', { name: 'windows', value: { stack, list: [] } });
-  await simulator.shows('.curtain', 'OrvaneShow.Guide');
-  simulator.server('applications.setState', { id: 'OrvaneTour.Tour', state: 'BACKGROUND' });
+  const tour = 'OrvaneTour.Tour';
+  await simulator.call('applications.install', { folder: `${repository}/examples/tour` });
+  await simulator.call('applications.launch', { id: tour });
+  await simulator.call('applications.setState', { id: quietId, state: 'FOREGROUND' });
+  await simulator.shows('.curtain', tour);
+  await simulator.call('applications.setState', { id: quietId, state: 'BACKGROUND' });
   await simulator.shows('.curtain', 'In the background');
-  simulator.server('applications.terminate', { id: 'OrvaneTour.Tour' });
+  await simulator.call('applications.terminate', { id: quietId });
   await simulator.shows('.curtain', 'does not run');
   await simulator.page.click('.curtain button');
-  assert.deepEqual(await simulator.waitForCall('applications.launch'), { id: 'OrvaneTour.Tour' });
+  assert.deepEqual(await simulator.waitForCall('applications.launch'), { id: quietId });
 });
 
 test('a focus that is elsewhere is told below the television', async () => {
   const simulator = await openSimulator(scene);
   await simulator.shows('.screen-status', 'Focus this application');
-  simulator.server('applications.focus', { id: '' });
+  await simulator.call('applications.focus', { id: '' });
   await simulator.shows('.screen-status .chip-warn', 'Focus: nobody');
 });
 
 test('the application is reloaded on request', async () => {
   const simulator = await openSimulator(scene);
+  const { context: before } = (await simulator.call('pages.list')).at(-1);
   await simulator.page.click('[aria-label="Reload the application\'s page"]');
   await simulator.waitForCall('page.reload');
+  await until(
+    async () => (await simulator.call('pages.list')).every(({ context }) => context !== before),
+    'another page'
+  );
 });

@@ -5,12 +5,26 @@
 import assert from 'node:assert/strict';
 import test from 'node:test';
 
+import { repository } from './support/orvane_run.mjs';
 import { makeScene } from './support/scene.mjs';
-import { openSimulator } from './support/simulator.mjs';
+import { openSimulator, quietId } from './support/simulator.mjs';
 
 const scene = makeScene();
 
 const section = (simulator, name) => simulator.page.locator(`#section-${name}`);
+
+/** The simulator, and in its panel a second application, which is in the background. */
+async function openWithTour() {
+  const simulator = await openSimulator(scene);
+  const { applications } = await simulator.call('state.get');
+  if (!applications.some(({ id }) => id === 'OrvaneTour.Tour')) {
+    await simulator.call('applications.install', { folder: `${repository}/examples/tour` });
+  }
+  await simulator.call('applications.launch', { id: 'OrvaneTour.Tour' });
+  await simulator.call('applications.focus', { id: quietId });
+  await simulator.shows('.focus-line', quietId);
+  return simulator;
+}
 
 test('another profile is another panel', async () => {
   const simulator = await openSimulator(scene);
@@ -22,7 +36,9 @@ test('another profile is another panel', async () => {
 test('a feature key is changed, removed and added', async () => {
   const simulator = await openSimulator(scene);
   const features = section(simulator, 'features');
-  const version = features.getByLabel('Value of tizen.org/feature/platform.version');
+  const version = features.getByLabel('Value of tizen.org/feature/platform.version', {
+    exact: true,
+  });
   await version.fill('7.0.0');
   await version.press('Enter');
   await features
@@ -30,9 +46,13 @@ test('a feature key is changed, removed and added', async () => {
     .selectOption('false');
   await features.getByLabel('Remove orvane.set/screen_saver_seconds').click();
   await features.getByLabel('New key').fill('example.com/feature/new');
-  await features.getByLabel('Type').selectOption('int');
-  await features.getByLabel('New value').fill('4');
+  await features.getByLabel('Type', { exact: true }).selectOption('int');
+  await features.getByLabel('New value', { exact: true }).fill('4');
   await features.getByText('Add').click();
+  await features.getByLabel('Value of example.com/feature/new').waitFor();
+  await features
+    .getByLabel('Remove orvane.set/screen_saver_seconds')
+    .waitFor({ state: 'detached' });
   await simulator.waitForCall('features.set', 3);
   assert.deepEqual(simulator.called('features.set'), [
     {
@@ -56,7 +76,9 @@ test('a feature key is changed, removed and added', async () => {
 
 test('a field goes back to what the set has on Escape', async () => {
   const simulator = await openSimulator(scene);
-  const version = simulator.page.getByLabel('Value of tizen.org/feature/platform.version');
+  const version = simulator.page.getByLabel('Value of tizen.org/feature/platform.version', {
+    exact: true,
+  });
   await version.fill('7.0.0');
   await version.press('Escape');
   assert.equal(await version.inputValue(), '6.5.0');
@@ -65,6 +87,7 @@ test('a field goes back to what the set has on Escape', async () => {
 
 test('a setting keeps its type', async () => {
   const simulator = await openSimulator(scene);
+  await simulator.call('settings.set', { key: 'db/menu/volume', type: 'int', value: 17 });
   const volume = section(simulator, 'settings').getByLabel('Value of db/menu/volume');
   await volume.fill('20');
   await volume.press('Enter');
@@ -73,43 +96,46 @@ test('a setting keeps its type', async () => {
     type: 'int',
     value: 20,
   });
-  simulator.server('settings.set', { key: 'db/menu/volume', type: 'int', value: 33 });
+  await simulator.call('settings.set', { key: 'db/menu/volume', type: 'int', value: 33 });
   await simulator.page.waitForFunction(
     () => document.querySelector('[aria-label="Value of db/menu/volume"]').value === '33'
   );
 });
 
 test('an application is put into a state, focused and ended', async () => {
-  const simulator = await openSimulator(scene);
-  const guide = section(simulator, 'applications').locator('.application').nth(1);
-  await guide.getByLabel('State of OrvaneShow.Guide').selectOption('FOREGROUND');
-  await guide.getByText('Focus', { exact: true }).click();
-  await simulator.shows('.focus-line', 'OrvaneShow.Guide');
+  const simulator = await openWithTour();
+  const tour = section(simulator, 'applications').locator('.application', {
+    hasText: 'OrvaneTour.Tour',
+  });
+  await tour.getByLabel('State of OrvaneTour.Tour').selectOption('FOREGROUND');
+  await tour.getByText('Focus', { exact: true }).click();
+  await simulator.shows('.focus-line', 'OrvaneTour.Tour');
   await simulator.page.click('text=Take it away');
   await simulator.shows('.focus-line', 'nobody');
-  await guide.getByText('End', { exact: true }).click();
-  await guide.getByText('Launch').waitFor();
+  await tour.getByText('End', { exact: true }).click();
+  await tour.getByText('Launch').waitFor();
   assert.deepEqual(simulator.called('applications.setState'), [
-    { id: 'OrvaneShow.Guide', state: 'FOREGROUND' },
+    { id: 'OrvaneTour.Tour', state: 'FOREGROUND' },
   ]);
 });
 
 test('another application is installed beside the one that runs', async () => {
   const simulator = await openSimulator(scene);
   const applications = section(simulator, 'applications');
-  await applications.getByLabel('Folder or package of another').fill('more');
+  const folder = `${repository}/examples/media`;
+  await applications.getByLabel('Folder or package of another').fill(folder);
   await applications.getByText('Install', { exact: true }).click();
-  await applications.locator('.application', { hasText: 'OrvaneMore.more' }).waitFor();
-  await simulator.shows('.toast', 'more is installed');
-  assert.deepEqual(simulator.called('applications.install'), [{ folder: 'more' }]);
+  await applications.locator('.application', { hasText: 'OrvaneMedi.Media' }).waitFor();
+  await simulator.shows('.toast', 'is installed');
+  assert.deepEqual(simulator.called('applications.install'), [{ folder }]);
 });
 
 test('metadata and privileges are those of config.xml', async () => {
   const simulator = await openSimulator(scene);
-  const tour = section(simulator, 'applications').locator('.application').first();
-  await tour.locator('summary').click();
-  await tour.getByText('http://tizen.org/privilege/tv.inputdevice').waitFor();
-  await tour.getByText('register.keygrab.mode.special').waitFor();
+  const quiet = section(simulator, 'applications').locator('.application', { hasText: quietId });
+  await quiet.locator('summary').click();
+  await quiet.getByText('http://tizen.org/privilege/tv.inputdevice').waitFor();
+  await quiet.getByText('register.keygrab.mode.special').waitFor();
 });
 
 test('a function is made to fail and to work again', async () => {
@@ -123,15 +149,22 @@ test('a function is made to fail and to work again', async () => {
   assert.deepEqual(simulator.called('faults.set'), [
     { function: 'screensaver_set_appid', code: -5, mode: 'once' },
   ]);
-  await faults.getByLabel('Let vconf_set_str work again').click();
-  assert.deepEqual(await simulator.waitForCall('faults.clear'), { function: 'vconf_set_str' });
+  await faults.getByLabel('Let screensaver_set_appid work again').click();
+  await faults
+    .locator('.fault', { hasText: 'screensaver_set_appid' })
+    .waitFor({ state: 'detached' });
+  assert.deepEqual(await simulator.waitForCall('faults.clear'), {
+    function: 'screensaver_set_appid',
+  });
 });
 
 test('what can be made to fail is listed, found by a part of its name, and chosen', async () => {
   const simulator = await openSimulator(scene);
   const faults = section(simulator, 'faults');
   const list = faults.getByLabel('What can be made to fail');
-  assert.equal(await list.locator('option').count(), 5);
+  const { functions, accesses } = await simulator.call('state.get');
+  const all = functions.length + accesses.length;
+  assert.equal(await list.locator('option').count(), all);
   await faults.getByLabel('Function to fail').fill('prc');
   assert.deepEqual(await list.locator('option').allInnerTexts(), ['prctl']);
   await list.selectOption('prctl');
@@ -140,17 +173,14 @@ test('what can be made to fail is listed, found by a part of its name, and chose
   assert.deepEqual(simulator.called('faults.set'), [
     { function: 'prctl', code: -1, mode: 'always' },
   ]);
-  assert.equal(await list.locator('option').count(), 5);
+  assert.equal(await list.locator('option').count(), all);
 });
 
 test('what the server refuses is said as it says it', async () => {
   const simulator = await openSimulator(scene);
-  simulator.mock.methods['faults.set'] = () => {
-    throw new Error('There is no function "vconf_set"; near it is vconf_set_str.');
-  };
   await simulator.page.getByLabel('Function to fail').fill('vconf_set');
   await simulator.page.click('text=Let it fail');
-  await simulator.shows('.toast-error', 'near it is vconf_set_str');
+  await simulator.shows('.toast-error', /"vconf_set" is no platform function[^]*vconf_set_str/);
 });
 
 test('a factory reset asks first', async () => {
@@ -166,17 +196,17 @@ test('a factory reset asks first', async () => {
 
 test('the screen saver tells its owner and what remains', async () => {
   const simulator = await openSimulator(scene);
-  const state = {
-    owner: 'A.B',
-    timeoutSeconds: 60,
-    remainingMs: 41000,
-    on: false,
-    resets: 1,
-    inputs: 0,
-  };
-  simulator.server('dev.part', { name: 'screenSaver', value: state });
+  await simulator.call('features.set', {
+    key: 'orvane.set/screen_saver_seconds',
+    type: 'int',
+    text: '60',
+    group: 'custom',
+  });
+  await simulator.call('screenSaver.activity');
+  await simulator.call('clock.advance', { ms: 19000 });
   const saver = section(simulator, 'screenSaver');
-  await saver.getByText('A.B').waitFor();
+  await saver.getByText('the set (DEFAULT)').waitFor();
+  await saver.getByText('60 s', { exact: true }).waitFor();
   await saver.getByText(/in 0:(41|40|39)/).waitFor();
   await saver.getByText('+30 s').click();
   assert.deepEqual(await simulator.waitForCall('clock.advance'), { ms: 30000 });

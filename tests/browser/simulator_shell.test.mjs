@@ -5,13 +5,15 @@
 import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { createRequire } from 'node:module';
+import path from 'node:path';
 import test from 'node:test';
 
-import { startMock } from '../../simulator/dev/mock_server.mjs';
+import { buildFolder, until } from './support/orvane_run.mjs';
 import { makeScene } from './support/scene.mjs';
-import { openSimulator } from './support/simulator.mjs';
+import { openSimulator, quietApp, quietId } from './support/simulator.mjs';
 
 const scene = makeScene();
+const slowExtension = path.join(buildFolder, 'tests/browser/slow/libbrowser-slow-extension.so');
 const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 
 test('the secret leaves the address, and outlives a reload', async () => {
@@ -23,83 +25,99 @@ test('the secret leaves the address, and outlives a reload', async () => {
 });
 
 test('without the secret the page says where to get it', async () => {
-  const { mock } = await openSimulator(scene);
-  const page = await scene.open(`${mock.url}x`);
+  const { run } = await openSimulator(scene);
+  const page = await scene.open(`${run.url}x`);
   await page.getByText('Open the link that it printed').waitFor();
 });
 
-test('the first paint comes within a second', async (t) => {
-  const { page } = await openSimulator(scene);
-  const painted = await page.evaluate(
-    () => performance.getEntriesByName('first-contentful-paint')[0].startTime
-  );
-  t.diagnostic(`first paint after ${painted.toFixed(0)} ms`);
-  assert.ok(painted < 1000, `${painted} ms`);
-});
+/** A run that a test may end. */
+const ownRun = () => scene.run(quietApp, { args: ['--test-hooks'] });
 
-const death = {
-  time_ns: 1.7e18,
-  signal: 6,
-  exit: 0,
-  reason: 'it was killed by signal 6 (Aborted)',
-  handling: {
-    what: 'sync',
-    context: 1,
-    name: 'dravelt.orvane',
-    text: '{"cmd":"OrvaneManager_getAppState","args":{}}',
-  },
-  stderr: 'assert(is<std::string>())',
-};
+/** Ends the library's process until it is not started again. */
+async function endForGood(run) {
+  await until(async () => {
+    await run.call('debug.crash').catch(() => {});
+    return (await run.call('process.get')).state === 'down';
+  }, 'the process to stay down');
+}
 
 test('when the library dies the page says of what, and starts it again', async () => {
-  const simulator = await openSimulator(scene);
-  simulator.server('dev.process', { state: 'down', pid: 0, deaths: [death] });
-  await simulator.shows('.banner', 'ended while it handled getAppState');
+  const run = await ownRun();
+  const simulator = await openSimulator(scene, { run });
+  await endForGood(run);
+  await simulator.shows('.banner', 'ended while it handled debug.crash');
   await simulator.shows('.banner', 'it was killed by signal 6 (Aborted)');
-  await simulator.shows('.banner', '"OrvaneManager_getAppState"');
-  await simulator.page.click('.banner summary');
-  await simulator.shows('.banner pre', 'assert(is<std::string>())');
+  await simulator.shows('.banner', 'It ended three times within five seconds');
   await simulator.shows('.top-chips', 'Library down');
   await simulator.page.click('.banner >> text=Restart');
   await simulator.waitForCall('process.restart');
+  await simulator.shows('.top-chips', 'Library running');
+  await simulator.page.locator('.banner-bad').waitFor({ state: 'detached' });
+});
+
+test('a death names the message that was handled, and what was written last', async () => {
+  const run = await scene.run(quietApp, {
+    args: ['--extension', slowExtension, '--deadline', '60'],
+  });
+  const simulator = await openSimulator(scene, { run });
+  const call = simulator.inApp(() => {
+    try {
+      return window.example.slow.wait(30000);
+    } catch (error) {
+      return error.message;
+    }
+  });
+  const { pid } = await until(async () => {
+    const found = await run.call('process.get');
+    return found.handling?.text === '30000' && found;
+  }, 'the call to reach the library');
+  process.kill(pid, 'SIGKILL');
+  assert.match(await call, /example\.slow/);
+  await simulator.shows('.banner', 'ended while it handled example.slow');
+  await simulator.shows('.banner', 'it was killed by signal 9 (Killed)');
+  await simulator.shows('.banner code', '30000');
+  await simulator.page.click('.banner summary');
+  await simulator.shows('.banner pre', 'slow: waiting for 30000 ms');
   await simulator.shows('.banner', 'started again with the state of the set');
   await simulator.page.click('.banner [aria-label="Close this notice"]');
   await simulator.page.locator('.banner').waitFor({ state: 'detached' });
 });
 
-test('a page in which the runtime has no script is explained', async () => {
-  const simulator = await openSimulator(scene);
-  const [page] = simulator.server('pages.list');
-  const blocked = { ...page, runtime: 'noScript', isolated: false };
-  simulator.server('dev.tell', { name: 'pages', data: [blocked] });
-  await simulator.shows('.banner', "No script ran because of the page's content policy");
-});
-
 test('after a loss of the connection everything that was missed is there, once', async () => {
-  const simulator = await openSimulator(scene);
-  simulator.server('log.write', { count: 10 });
+  const sockets = [];
+  const simulator = await openSimulator(scene, {
+    prepare: (page) =>
+      page.routeWebSocket(/\/api\?/, (socket) => {
+        socket.connectToServer();
+        sockets.push(socket);
+      }),
+  });
+  await simulator.clearLog();
+  await simulator.write('before', { count: 10 });
   await simulator.shows('.toolbar-count', '10 of 10');
-  simulator.mock.dropSockets();
-  simulator.server('log.write', { count: 90 });
+  await sockets[0].close();
+  await simulator.write('meanwhile', { count: 90 });
   await simulator.shows('.toolbar-count', '100 of 100 lines');
   await simulator.shows('.top-chips', 'Library running');
 });
 
 test('a lost connection is told, and what is asked meanwhile is answered with that', async () => {
-  const simulator = await openSimulator(scene);
-  await simulator.mock.close();
+  const run = await ownRun();
+  const simulator = await openSimulator(scene, { run });
+  await run.stop();
   await simulator.shows('.banner', 'The connection to orvane run was lost');
-  await simulator.page.click('[data-key=XF86Red]');
+  await simulator.press('XF86Red');
   await simulator.shows('.toast-error', 'no connection');
 });
 
 test('a tab of a run that ended belongs to no later run at its address', async () => {
-  const simulator = await openSimulator(scene);
-  const { port } = new URL(simulator.mock.url);
-  await simulator.mock.close();
+  const run = await ownRun();
+  const simulator = await openSimulator(scene, { run });
+  await run.stop();
   await simulator.shows('.banner', 'The connection to orvane run was lost');
-  const later = await startMock({ port: Number(port), token: 'another' });
-  scene.onEnd(() => later.close());
+  // The simulator's port is the one after the application's.
+  const later = await scene.run(quietApp, { port: new URL(run.url).port - 1 });
+  assert.equal(new URL(later.url).port, new URL(run.url).port);
   await simulator.page.getByText('This tab does not belong to this run').waitFor();
 });
 
@@ -168,22 +186,21 @@ const contents = {
 };
 
 for (const colorScheme of ['light', 'dark']) {
-  for (const tab of ['log', 'messages', 'profiling', 'resources', 'console', 'problems']) {
-    test(`nothing hinders anybody in the ${tab} panel (${colorScheme})`, async () => {
-      const simulator = await openSimulator(scene, { colorScheme, preferences: { tab } });
-      fill(simulator);
-      await simulator.page.locator('.press').first().waitFor();
-      await simulator.page.locator(contents[tab]).first().waitFor();
-      assert.deepEqual(await hindrances(simulator.page), []);
-    });
-  }
-}
+  test(`nothing hinders anybody in any panel (${colorScheme})`, async () => {
+    const preferences = { budgetMs: 0 };
+    const simulator = await openSimulator(scene, { colorScheme, preferences });
+    await fill(simulator);
+    for (const [tab, content] of Object.entries(contents)) {
+      await simulator.tab(tab);
+      await simulator.page.locator(content).first().waitFor();
+      assert.deepEqual(await hindrances(simulator.page), [], tab);
+    }
+  });
 
-for (const colorScheme of ['light', 'dark']) {
   test(`nothing hinders anybody in what is opened (${colorScheme})`, async () => {
     const simulator = await openSimulator(scene, { colorScheme });
     const { page } = simulator;
-    fill(simulator);
+    await fill(simulator);
     await page.click('.all-keys summary');
     await page.locator('.key-list .key').first().waitFor();
     await page.locator('.application summary').first().click();
@@ -192,6 +209,27 @@ for (const colorScheme of ['light', 'dark']) {
     await simulator.tab('messages');
     await page.locator('.message-row').first().click();
     await page.locator('.message-details').waitFor();
+    assert.deepEqual(await hindrances(page), []);
+  });
+
+  test(`nothing hinders anybody in what lies over the page (${colorScheme})`, async () => {
+    const run = await ownRun();
+    const simulator = await openSimulator(scene, { run, colorScheme });
+    const { page } = simulator;
+    await page.click('.status-actions [aria-label="On-screen keyboard"]');
+    await page.locator('.ime').waitFor();
+    await run.call('keys.press', { name: 'XF86AudioMute' });
+    await page.locator('.volume-bar').waitFor();
+    assert.deepEqual(await hindrances(page), []);
+    await run.call('applications.setState', { id: quietId, state: 'BACKGROUND' });
+    await page.locator('.curtain').waitFor();
+    await endForGood(run);
+    await page.locator('.banner').waitFor();
+    await simulator.press('XF86Red');
+    await page.locator('.toast-error').waitFor();
+    assert.deepEqual(await hindrances(page), []);
+    await page.click('[aria-label="Keyboard shortcuts"]');
+    await page.locator('dialog').waitFor();
     assert.deepEqual(await hindrances(page), []);
   });
 }
@@ -226,27 +264,6 @@ test('in a small window everything is reached by scrolling', async () => {
   assert.ok(television.height > 150, `${television.height}`);
 });
 
-for (const colorScheme of ['light', 'dark']) {
-  test(`nothing hinders anybody in what lies over the page (${colorScheme})`, async () => {
-    const simulator = await openSimulator(scene, { colorScheme });
-    const { page } = simulator;
-    await page.click('.status-actions [aria-label="On-screen keyboard"]');
-    await page.locator('.ime').waitFor();
-    simulator.server('keys.press', { name: 'XF86AudioMute' });
-    await page.locator('.volume-bar').waitFor();
-    assert.deepEqual(await hindrances(page), []);
-    simulator.server('dev.process', { state: 'down', pid: 0, deaths: [death] });
-    simulator.server('applications.setState', { id: 'OrvaneTour.Tour', state: 'BACKGROUND' });
-    await page.click('.status-actions [aria-label="Save a picture of the screen"]');
-    await page.locator('.toast-error').waitFor();
-    await page.locator('.curtain').waitFor();
-    assert.deepEqual(await hindrances(page), []);
-    await page.click('[aria-label="Keyboard shortcuts"]');
-    await page.locator('dialog').waitFor();
-    assert.deepEqual(await hindrances(page), []);
-  });
-}
-
 /** What axe finds, as "rule: elements". */
 async function hindrances(page) {
   await page.evaluate(axe);
@@ -261,21 +278,29 @@ async function hindrances(page) {
   );
 }
 
-function fill(simulator) {
-  for (const [letter, priority] of Object.entries({ V: 2, D: 3, I: 4, W: 5, E: 6 })) {
-    simulator.server('log.write', { letter, priority, text: 'a line' });
+/** Something in every panel, and in the list of presses. */
+async function fill(simulator) {
+  for (const priority of [2, 3, 4, 5, 6]) {
+    await simulator.write('a line', { priority });
   }
-  const payload = { cmd: 'OrvaneManager_getVersion', args: {} };
-  simulator.server('dev.call', { payload, reply: { status: 'success', result: '3.9' }, us: 50000 });
-  simulator.server('dev.call', { payload, reply: { status: 'error' }, us: 100 });
-  for (const [label, elapsed] of Object.entries({ one: '0.000', two: '0.200' })) {
-    const text = `orvane.RecordProfiling with [OrvaneTour.Tour] [${elapsed}][${label}]`;
-    simulator.server('dev.mark', { text });
-  }
-  for (const level of ['debug', 'log', 'warn', 'error']) {
-    const data = { level, text: 'hello', context: 1, time_ns: Date.now() * 1e6 };
-    simulator.server('dev.tell', { name: 'console', data });
-  }
-  simulator.server('keys.press', { name: 'XF86Red' });
-  simulator.server('keys.press', { name: 'XF86Blue' });
+  await simulator.inApp(async () => {
+    const { orvane } = dravelt;
+    orvane.getVersion();
+    try {
+      orvane.getAppState('No.Such');
+    } catch (error) {
+      console.error(error.message);
+    }
+    for (const label of ['one', 'two']) {
+      await new Promise((resolve, reject) => {
+        orvane.recordProfiling(label, resolve, reject);
+      });
+    }
+    for (const level of ['debug', 'log', 'warn', 'error']) {
+      console[level]('hello');
+    }
+  });
+  await simulator.call('keys.press', { name: 'XF86Red' });
+  await simulator.call('keys.press', { name: 'XF86Blue' });
+  await simulator.page.locator('.press').nth(1).waitFor();
 }

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 // An extension that takes its time over a synchronous message: the text says how many milliseconds.
-// Published as example.slow.
+// Published as example.slow. What it waits for is the last that its process writes.
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <thread>
 
@@ -14,6 +15,7 @@ namespace {
 const XW_Internal_SyncMessagingInterface* g_sync = nullptr;
 
 void Handle(XW_Instance instance, const char* text) {
+  std::fprintf(stderr, "slow: waiting for %s ms\n", text);
   std::this_thread::sleep_for(std::chrono::milliseconds(std::atoi(text)));
   g_sync->SetSyncReply(instance, "done");
 }

@@ -17,6 +17,7 @@ const pageLimitMs = 20_000;
 class Scene {
   browser = null;
   endings = []; // what ends what the test started, the newest last
+  shared = null; // the run of the whole file
 
   // Ends `thing` by `end` after the test.
   onEnd(end) {
@@ -28,6 +29,12 @@ class Scene {
     const run = await startOrvane(app && path.resolve(repository, app), options);
     this.onEnd(() => run.stop());
     return run;
+  }
+
+  // One run for all tests of the file, started by the first that asks.
+  async sharedRun(app, options) {
+    this.shared ??= await startOrvane(path.resolve(repository, app), options);
+    return this.shared;
   }
 
   // A page in a browser profile of its own. `page.problems` are the errors that nobody caught.
@@ -65,6 +72,9 @@ export function makeScene(options) {
     scene.browser = await launchBrowser(options);
   });
   afterEach(() => scene.endAll());
-  after(() => scene.browser?.close());
+  after(async () => {
+    await scene.browser?.close();
+    await scene.shared?.stop();
+  });
   return scene;
 }
