@@ -174,7 +174,7 @@ test('a synchronous call over the budget stands out, and the budget is set', asy
   await simulator.dock.getByLabel('Budget').fill('0');
   await simulator.dock.getByLabel('Budget').press('Enter');
   await simulator.page.locator('.message-row-slow').waitFor();
-  await simulator.page.reload();
+  await simulator.reload();
   await simulator.page.locator('.message-row-slow').first().waitFor();
 });
 

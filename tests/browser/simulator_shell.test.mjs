@@ -19,8 +19,7 @@ const axe = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.mi
 test('the secret leaves the address, and outlives a reload', async () => {
   const simulator = await openSimulator(scene);
   assert.doesNotMatch(simulator.page.url(), /token/);
-  await simulator.page.reload();
-  await simulator.page.locator('.remote-body .key').first().waitFor();
+  await simulator.reload();
   simulator.assertClean();
 });
 
@@ -128,7 +127,7 @@ test('the theme follows the system, or the person', async () => {
   assert.equal(await colour(), 'rgb(14, 16, 21)');
   await simulator.page.click('[aria-label=Theme] [aria-label=Light]');
   assert.equal(await colour(), 'rgb(238, 240, 244)');
-  await simulator.page.reload();
+  await simulator.reload();
   assert.equal(await colour(), 'rgb(238, 240, 244)');
 });
 
@@ -142,8 +141,7 @@ test('areas are resized and hidden with the keyboard, and stay so', async () => 
   assert.equal(await height(), before + 40);
   await simulator.page.click('[aria-label="Panel of the set"]');
   await simulator.page.locator('.set-panel').waitFor({ state: 'detached' });
-  await simulator.page.reload();
-  await simulator.page.locator('.remote-body .key').first().waitFor();
+  await simulator.reload();
   assert.equal(await simulator.page.locator('.set-panel').count(), 0);
   assert.equal(await height(), before + 40);
 });

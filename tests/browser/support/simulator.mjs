@@ -23,13 +23,8 @@ export const quietRun = (scene) => scene.sharedRun(quietApp, { args: ['--test-ho
 
 /** The set as it was at the start, and nothing remembered of what happened. */
 async function putBack(run) {
-  // A page that goes takes its keys along, which must not be those of the next one. A page that was
-  // left before its script ran has none, and is listed for a while.
-  const holdsNothing = ({ instances = [] }) => instances.length === 0;
-  await until(
-    async () => (await run.call('pages.list')).every(holdsNothing),
-    'the pages to be gone'
-  );
+  // A page that goes takes its keys along, which must not be those of the next one.
+  await until(async () => (await run.call('pages.list')).length === 0, 'the pages to be gone');
   const { focused, applications, profile } = await run.call('state.get');
   for (const { id, running } of applications) {
     if (id !== quietId && running) {
@@ -113,6 +108,13 @@ class SimulatorPage {
   async waitForCall(method, count = 1) {
     await until(() => this.called(method).length >= count, `${count} calls of ${method}`);
     return this.called(method).at(-1);
+  }
+
+  /** Waits for the application's page, too: one that is left while it starts is listed for long. */
+  async reload() {
+    await this.page.reload();
+    await this.page.locator('.remote-body .key').first().waitFor();
+    await this.app.locator('body.ready').waitFor();
   }
 
   tab(name) {
