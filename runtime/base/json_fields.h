@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <limits>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,8 +27,8 @@
 //   }
 //
 // and is read with FromJson<Fault>(json, "the fault") and written with ToJson(fault). Fields are
-// texts, flags, numbers, Json itself, enumerations with names, structs, and vectors and
-// std::optional of these. An enumeration names its values:
+// texts, paths, flags, numbers, Json itself, enumerations with names, structs, and vectors, pairs,
+// std::map by text and std::optional of these. An enumeration names its values:
 //
 //   constexpr base::EnumName<Mode> kModeNames[] = {{Mode::kOnce, "once"}, {Mode::kAlways,
 //   "always"}}; constexpr auto& EnumNames(Mode) { return kModeNames; }
@@ -69,6 +71,14 @@ template <class T>
 struct IsOptional : std::false_type {};
 template <class T>
 struct IsOptional<std::optional<T>> : std::true_type {};
+template <class T>
+struct IsPair : std::false_type {};
+template <class A, class B>
+struct IsPair<std::pair<A, B>> : std::true_type {};
+template <class T>
+struct IsMap : std::false_type {};
+template <class T>
+struct IsMap<std::map<std::string, T>> : std::true_type {};
 
 // A whole number, also where it is written as 2.0 or 2e3.
 template <class T>
@@ -101,7 +111,7 @@ template <class T>
 void Read(const Json& json, std::string_view field, T& value) {
   if constexpr (std::is_same_v<T, Json>) {
     value = json;
-  } else if constexpr (std::is_same_v<T, std::string>) {
+  } else if constexpr (std::is_same_v<T, std::string> || std::is_same_v<T, std::filesystem::path>) {
     if (!json.is_string()) Refuse(field, "a string", &json);
     value = json.get_ref<const std::string&>();
   } else if constexpr (std::is_same_v<T, bool>) {
@@ -130,6 +140,16 @@ void Read(const Json& json, std::string_view field, T& value) {
     for (const Json& element : json) {
       Read(element, "an entry of " + std::string(field), value.emplace_back());
     }
+  } else if constexpr (IsPair<T>::value) {
+    if (!json.is_array() || json.size() != 2) Refuse(field, "an array of two", &json);
+    Read(json[0], "the first entry of " + std::string(field), value.first);
+    Read(json[1], "the second entry of " + std::string(field), value.second);
+  } else if constexpr (IsMap<T>::value) {
+    if (!json.is_object()) Refuse(field, "a JSON object, in braces", &json);
+    value.clear();
+    for (const auto& [name, member] : json.items()) {
+      Read(member, "\"" + name + "\" of " + std::string(field), value[name]);
+    }
   } else if constexpr (IsOptional<T>::value) {
     value.reset();
     if (!json.is_null()) Read(json, field, value.emplace());
@@ -144,7 +164,6 @@ class Reader {
 
   template <class T>
   void operator()(const char* name, T& value) {
-    known_.emplace_back(name);
     const Json* const given = Find(name);
     if (given != nullptr) return Read(*given, Name(name), value);
     if constexpr (IsOptional<T>::value) return value.reset();
@@ -153,7 +172,6 @@ class Reader {
   }
   template <class T>
   void operator()(const char* name, T& value, Range range) {
-    known_.emplace_back(name);
     const Json* const given = Find(name);
     int64_t number = 0;
     if (given == nullptr || !ReadInteger(*given, &number) || number < range.lowest ||
@@ -165,16 +183,7 @@ class Reader {
   }
   template <class T, class... Bound>
   void Optional(const char* name, T& value, Bound... bound) {
-    known_.emplace_back(name);
     if (Find(name) != nullptr) (*this)(name, value, bound...);
-  }
-
-  void RefuseOthers() const {
-    for (const auto& [name, value] : object_.items()) {
-      if (std::find(known_.begin(), known_.end(), name) == known_.end()) {
-        RefuseUnknown(owner_, name, known_);
-      }
-    }
   }
 
  private:
@@ -187,7 +196,28 @@ class Reader {
   }
   const Json& object_;
   const std::string_view owner_;
-  std::vector<std::string_view> known_;
+};
+
+class Names {
+ public:
+  template <class T, class... Bound>
+  void operator()(const char* name, T&, Bound...) {
+    names_.emplace_back(name);
+  }
+  template <class T, class... Bound>
+  void Optional(const char* name, T&, Bound...) {
+    names_.emplace_back(name);
+  }
+  void RefuseOthers(const Json& object, std::string_view owner) const {
+    for (const auto& [name, value] : object.items()) {
+      if (std::find(names_.begin(), names_.end(), name) == names_.end()) {
+        RefuseUnknown(owner, name, names_);
+      }
+    }
+  }
+
+ private:
+  std::vector<std::string_view> names_;
 };
 
 class Writer {
@@ -216,9 +246,14 @@ template <class T>
 T FromJson(const Json& json, std::string_view owner, Unknown unknown) {
   if (!json.is_object()) fields::Refuse(owner, "a JSON object, in braces", &json);
   T value{};
+  // A slip in a name comes before what is missing for it.
+  if (unknown == Unknown::kRefuse) {
+    fields::Names names;
+    MapFields(names, value);
+    names.RefuseOthers(json, owner);
+  }
   fields::Reader reader(json, owner);
   MapFields(reader, value);
-  if (unknown == Unknown::kRefuse) reader.RefuseOthers();
   return value;
 }
 
@@ -233,6 +268,14 @@ Json ToJson(const T& value) {
     Json array = Json::array();
     for (const auto& element : value) array.push_back(ToJson(element));
     return array;
+  } else if constexpr (fields::IsPair<T>::value) {
+    return Json::array({ToJson(value.first), ToJson(value.second)});
+  } else if constexpr (fields::IsMap<T>::value) {
+    Json object = Json::object();
+    for (const auto& [name, member] : value) object[name] = ToJson(member);
+    return object;
+  } else if constexpr (std::is_same_v<T, std::filesystem::path>) {
+    return value.string();
   } else if constexpr (fields::IsOptional<T>::value) {
     return value ? ToJson(*value) : Json();
   } else if constexpr (std::is_constructible_v<Json, const T&> && !std::is_class_v<T>) {

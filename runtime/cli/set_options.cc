@@ -4,9 +4,9 @@
 
 #include <cmath>
 #include <cstdint>
-#include <filesystem>
 
 #include "cli/exit_code.h"
+#include "tvset/paths.h"
 
 namespace orvane::cli {
 
@@ -37,6 +37,11 @@ void AddDeadlineOption(CLI::App& verb, double& seconds, const char* help) {
   verb.add_option("--deadline", seconds, help)
       ->type_name("SECONDS")
       ->check(CLI::Range(0.001, kLongestSeconds).description(""));
+}
+
+std::filesystem::path StateFolder(const SetOptions& options) {
+  return options.state_folder.empty() ? tvset::Paths::DefaultStateFolder()
+                                      : std::filesystem::absolute(options.state_folder);
 }
 
 std::vector<std::string> AbsoluteExtensions(const std::vector<std::string>& paths) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,9 @@ void AddDeadlineOption(CLI::App& verb, double& seconds, const char* help);
 
 // One value each time the option is given, so that what follows it is not taken for another.
 CLI::Option* Repeatable(CLI::Option* option);
+
+// Where the set keeps its state, whether it was named or not.
+std::filesystem::path StateFolder(const SetOptions& options);
 
 // From the working folder. Throws UsageError for an empty path, which --extension cannot mean.
 std::vector<std::string> AbsoluteExtensions(const std::vector<std::string>& paths);

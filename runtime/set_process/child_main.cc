@@ -16,33 +16,21 @@
 #include "base/frame.h"
 #include "base/json_fields.h"
 #include "set_process/end_watch.h"
-#include "television/control.h"
-#include "television/error_text.h"
+#include "set_process/served_television.h"
+#include "television/request_error.h"
+#include "television/shown_text.h"
 
 namespace orvane::set_process {
 
-using picojson::value;
-
-using television::Control;
 using television::ErrorText;
-using television::Fields;
-using television::Home;
 using television::Outbox;
-using television::ReadStartOptions;
 using television::RequestError;
-using television::Television;
+using television::ShippedParts;
 
 namespace {
 
 constexpr std::chrono::milliseconds kGrace{3000};
 constexpr int64_t kMostId = int64_t{1} << 53;
-
-// As the television takes it.
-value ValueOf(const Json& json) {
-  value parsed;
-  picojson::parse(parsed, base::JsonText(json));
-  return parsed;
-}
 
 // The heads of requests. Each has "op" besides, and "id" if it wants an answer.
 
@@ -106,16 +94,16 @@ void MapFields(Map& map, AskPrivilege& head) {
 
 struct ToControl {
   std::string method;
-  std::optional<Json> parameters;
+  Json parameters;
 };
 template <class Map>
 void MapFields(Map& map, ToControl& head) {
   map("method", head.method);
-  map("params", head.parameters);
+  map.Optional("params", head.parameters);
 }
 
 struct Start {
-  Json options;
+  television::TelevisionOptions options;
   int64_t last_log_line = 0;
 };
 template <class Map>
@@ -126,7 +114,7 @@ void MapFields(Map& map, Start& head) {
 
 class Dispatcher {
  public:
-  Dispatcher(Outbox& outbox, const Home& home) : outbox_(outbox), home_(home) {}
+  Dispatcher(Outbox& outbox, const ShippedParts& shipped) : outbox_(outbox), shipped_(shipped) {}
 
   // False: the server wants the process to end.
   bool Handle(const base::Frame& frame);
@@ -163,12 +151,11 @@ class Dispatcher {
   // Tells the server what is handled from now on.
   void Tell(const Request& request, std::string_view what, std::string_view name,
             std::string_view text);
-  Television& television();
+  ServedTelevision& television();
 
   Outbox& outbox_;
-  const Home& home_;
-  std::unique_ptr<Television> television_;
-  std::unique_ptr<Control> control_;
+  const ShippedParts& shipped_;
+  std::unique_ptr<ServedTelevision> television_;
 };
 
 const Dispatcher::Row Dispatcher::kRows[] = {
@@ -207,19 +194,16 @@ void Dispatcher::StartSet(const base::Frame& frame) {
   try {
     if (television_) throw RequestError("The set runs already; a process runs one set.");
     const auto head = base::FromJson<Start>(frame.head, "the frame");
-    const value given = ValueOf(head.options);
-    television::StartOptions options = ReadStartOptions(Fields(given, "options of the frame"));
-    options.last_log_line = head.last_log_line;
-    const value snapshot = frame.body.empty() ? value() : ValueOf(base::ParseJson(frame.body));
-    television_ = std::make_unique<Television>(std::move(options), snapshot, home_, outbox_);
-    control_ = std::make_unique<Control>(*television_, outbox_);
-    outbox_.Send(value(television_->Started(outbox_)).serialize());
+    const Json snapshot = frame.body.empty() ? Json() : base::ParseJson(frame.body);
+    television_ = std::make_unique<ServedTelevision>(head.options, shipped_, snapshot,
+                                                     head.last_log_line, outbox_);
+    outbox_.Send(base::JsonText(television_->Started()));
   } catch (const std::exception& error) {
     outbox_.Send(base::JsonText({{"op", "failed"}, {"error", {{"message", error.what()}}}}));
   }
 }
 
-Television& Dispatcher::television() {
+ServedTelevision& Dispatcher::television() {
   if (!television_) throw RequestError("No set runs yet; send \"start\" first.");
   return *television_;
 }
@@ -227,7 +211,7 @@ Television& Dispatcher::television() {
 void Dispatcher::Tell(const Request& request, std::string_view what, std::string_view name,
                       std::string_view text) {
   // What the runtime answers itself cannot end the process.
-  Television& set = television();  // has to be there
+  ServedTelevision& set = television();  // has to be there
   if (what != "runtime") set.events().SendChangedSnapshot();
   set.events().SetContext(request.numbers.context);
   outbox_.Handling(request.numbers.id, what, request.numbers.context.value_or(0), name, text);
@@ -271,7 +255,7 @@ void Dispatcher::Runtime(const Request& request) {
   television::RuntimeServices& services = television().services();
   switch (head.way) {
     case Way::kPlain:
-      return outbox_.Answer(id, value(services.Send(head.uri, text)));
+      return outbox_.Answer(id, services.Send(head.uri, text));
     case Way::kSync:
       return outbox_.AnswerText(id, services.SendSync(head.uri, text));
     case Way::kAsync:
@@ -299,7 +283,7 @@ void Dispatcher::Widget(const Request& request) {
 void Dispatcher::Privilege(const Request& request) {
   const std::string privilege = request.Read<AskPrivilege>().privilege;
   Tell(request, "runtime", "privilege", privilege);
-  outbox_.Answer(request.numbers.id, value(television().services().HasPrivilege(privilege)));
+  outbox_.Answer(request.numbers.id, television().services().HasPrivilege(privilege));
 }
 
 void Dispatcher::Close(const Request& request) {
@@ -310,12 +294,14 @@ void Dispatcher::Close(const Request& request) {
 
 void Dispatcher::CallControl(const Request& request) {
   const auto head = request.Read<ToControl>();
-  const Json parameters = head.parameters.value_or(Json::object());
-  Tell(request, "control", head.method, head.parameters ? base::JsonText(parameters) : "");
-  const value given = ValueOf(parameters);
-  const auto result = control_->Call(request.numbers.id, head.method,
-                                     Fields(given, "the parameters of " + head.method));
-  if (result) outbox_.Answer(request.numbers.id, *result);
+  Tell(request, "control", head.method,
+       head.parameters.is_null() ? "" : base::JsonText(head.parameters));
+  television().control().Call(
+      head.method, head.parameters,
+      [this, id = request.numbers.id](const Json& result, const std::string& error) {
+        if (error.empty()) return outbox_.Answer(id, result);
+        outbox_.AnswerError(id, ErrorText(error));
+      });
 }
 
 // The terminal's interrupt is the server's to answer; its end is this process's, at once where the
@@ -339,11 +325,11 @@ bool ServeOne(int socket, base::FrameReader* reader, Dispatcher& dispatcher, Out
 
 }  // namespace
 
-int RunSetProcess(int socket, const Home& home) {
+int RunSetProcess(int socket, const ShippedParts& shipped) {
   TieToServer();
   Outbox outbox(socket);
   EndWatch end_watch(socket, kGrace);
-  Dispatcher dispatcher(outbox, home);
+  Dispatcher dispatcher(outbox, shipped);
   base::FrameReader reader;
   int exit_code = 0;
   try {

@@ -14,6 +14,6 @@ namespace orvane::set_process {
 // ends its process takes no page and no simulator with it. Before a message is handled the server
 // is told which ("handling"); what the process wrote before it died arrives. When the server is
 // gone the process ends within a few seconds, whatever its handlers do.
-int RunSetProcess(int socket, const television::Home& home);
+int RunSetProcess(int socket, const television::ShippedParts& shipped);
 
 }  // namespace orvane::set_process

@@ -45,9 +45,9 @@ class Contexts::Connection final : public extensions::InstanceClient {
     try {
       outbox_.Send(head, body);
     } catch (const base::FrameError& error) {
-      outbox_.Event("explain", picojson::value(picojson::object{
-                                   {"text", picojson::value("A message to the page was lost: " +
-                                                            std::string(error.what()) + ".")}}));
+      outbox_.Event(
+          "explain",
+          {{"text", "A message to the page was lost: " + std::string(error.what()) + "."}});
     }
   }
 

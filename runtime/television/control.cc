@@ -2,106 +2,100 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "television/control.h"
 
-#include <algorithm>
-#include <iterator>
-#include <sstream>
 #include <string_view>
 #include <vector>
 
 #include "base/near_names.h"
-#include "television/message_text.h"
-#include "television/resource_reader.h"
+#include "television/request_error.h"
+#include "television/shown_text.h"
 
 namespace orvane::television {
 
-struct Control::Row {
-  std::string_view method;
-  Handler handle;
-  const char* parameters;  // their names, with a blank between
-};
-
-const Control::Row Control::kRows[] = {
-    {"state.get", &Control::StateGet, ""},
-    {"profile.use", &Control::ProfileUse, "profile"},
-    {"features.set", &Control::FeaturesSet, "key type text group"},
-    {"features.remove", &Control::FeaturesRemove, "key"},
-    {"applications.setState", &Control::ApplicationsSetState, "id state"},
-    {"applications.focus", &Control::ApplicationsFocus, "id"},
-    {"applications.install", &Control::ApplicationsInstall, "folder wgt"},
-    {"applications.launch", &Control::ApplicationsLaunch, "id"},
-    {"applications.terminate", &Control::ApplicationsTerminate, "id"},
-    {"keys.press", &Control::KeysPress, "name long native"},
-    {"inputMethod.setDynamic", &Control::InputMethodSetDynamic, "dynamic"},
-    {"settings.list", &Control::SettingsList, ""},
-    {"settings.set", &Control::SettingsSet, "key type value"},
-    {"settings.get", &Control::SettingsGet, "key"},
-    {"settings.unset", &Control::SettingsUnset, "key"},
-    {"screenSaver.activity", &Control::ScreenSaverActivity, ""},
-    {"clock.advance", &Control::ClockAdvance, "ms"},
-    {"faults.set", &Control::FaultsSet, "function code mode"},
-    {"faults.clear", &Control::FaultsClear, "function"},
-    {"functions.list", &Control::FunctionsList, ""},
-    {"factoryReset", &Control::FactoryReset, ""},
-    {"markers.list", &Control::MarkersList, ""},
-    {"log.tail", &Control::LogTail, "count level tag"},
-    {"log.write", &Control::LogWrite, "priority tag text count"},
-    {"debug.crash", &Control::DebugCrash, "signal"},
-};
-
 namespace {
 
-constexpr char kStatRead[] = "stat.read";  // answers later, so it is in no row
+using Receiver = Control::Receiver;
 
-std::vector<std::string> Words(const char* text) {
-  std::istringstream words(text);
-  return {std::istream_iterator<std::string>(words), {}};
+// How a method is called with what was given: its own parameters are read from the JSON, and one
+// with a slip in its name is refused, which would otherwise be as good as none.
+template <class Parameters>
+Parameters Read(const Json& given, std::string_view method) {
+  static const auto* const kNone = new Json(Json::object());
+  return base::FromJson<Parameters>(given.is_null() ? *kNone : given,
+                                    "the parameters of " + std::string(method),
+                                    base::Unknown::kRefuse);
 }
 
-std::string Listed(const std::vector<std::string>& names) {
-  std::string text;
-  for (size_t i = 0; i < names.size(); ++i) {
-    if (i > 0) text += i + 1 == names.size() ? " and " : ", ";
-    text += "\"" + names[i] + "\"";
-  }
-  return names.empty() ? "none" : text;
+template <class Parameters>
+void CallHandler(Control& control, Json (Control::*handler)(const Parameters&),
+                 std::string_view method, const Json& given, const Receiver& receiver) {
+  receiver((control.*handler)(Read<Parameters>(given, method)), "");
 }
 
-// A parameter with a slip in its name would otherwise be as good as none.
-void RefuseUnknown(const std::string& method, const Fields& parameters, const char* known_names) {
-  const std::vector<std::string> known = Words(known_names);
-  for (const auto& [name, value] : parameters.object()) {
-    if (std::find(known.begin(), known.end(), name) != known.end()) continue;
-    throw RequestError(method + " has no parameter " + television::Quoted(name) + "; it has " +
-                       Listed(known) + "." + base::DidYouMean(base::NearNames(name, known)));
-  }
+template <class Parameters>
+void CallHandler(Control& control, void (Control::*handler)(const Parameters&, const Receiver&),
+                 std::string_view method, const Json& given, const Receiver& receiver) {
+  (control.*handler)(Read<Parameters>(given, method), receiver);
+}
+
+template <auto handler>
+void CallMethod(Control& control, std::string_view method, const Json& given,
+                const Receiver& receiver) {
+  CallHandler(control, handler, method, given, receiver);
 }
 
 }  // namespace
 
-Control::Control(Television& television, Outbox& outbox)
-    : television_(television),
-      resources_(std::make_unique<ResourceReader>(television.host(), outbox)) {}
+struct Control::Row {
+  std::string_view method;
+  void (*call)(Control& control, std::string_view method, const Json& given,
+               const Receiver& receiver);
+};
 
-Control::~Control() = default;
+const Control::Row Control::kRows[] = {
+    {"state.get", &CallMethod<&Control::StateGet>},
+    {"profile.use", &CallMethod<&Control::ProfileUse>},
+    {"features.set", &CallMethod<&Control::FeaturesSet>},
+    {"features.remove", &CallMethod<&Control::FeaturesRemove>},
+    {"applications.setState", &CallMethod<&Control::ApplicationsSetState>},
+    {"applications.focus", &CallMethod<&Control::ApplicationsFocus>},
+    {"applications.install", &CallMethod<&Control::ApplicationsInstall>},
+    {"applications.launch", &CallMethod<&Control::ApplicationsLaunch>},
+    {"applications.terminate", &CallMethod<&Control::ApplicationsTerminate>},
+    {"keys.press", &CallMethod<&Control::KeysPress>},
+    {"inputMethod.setDynamic", &CallMethod<&Control::InputMethodSetDynamic>},
+    {"settings.list", &CallMethod<&Control::SettingsList>},
+    {"settings.set", &CallMethod<&Control::SettingsSet>},
+    {"settings.get", &CallMethod<&Control::SettingsGet>},
+    {"settings.unset", &CallMethod<&Control::SettingsUnset>},
+    {"screenSaver.activity", &CallMethod<&Control::ScreenSaverActivity>},
+    {"clock.advance", &CallMethod<&Control::ClockAdvance>},
+    {"faults.set", &CallMethod<&Control::FaultsSet>},
+    {"faults.clear", &CallMethod<&Control::FaultsClear>},
+    {"functions.list", &CallMethod<&Control::FunctionsList>},
+    {"factoryReset", &CallMethod<&Control::FactoryReset>},
+    {"markers.list", &CallMethod<&Control::MarkersList>},
+    {"log.tail", &CallMethod<&Control::LogTail>},
+    {"log.write", &CallMethod<&Control::LogWrite>},
+    {"stat.read", &CallMethod<&Control::StatRead>},
+    {"debug.crash", &CallMethod<&Control::DebugCrash>},
+};
 
-std::optional<picojson::value> Control::Call(int64_t id, const std::string& method,
-                                             const Fields& parameters) {
+Control::Control(Television& television) : television_(television), resources_(television.host()) {}
+
+void Control::Call(const std::string& method, const Json& parameters, const Receiver& receiver) {
+  std::vector<std::string> names;
   for (const Row& row : kRows) {
-    if (row.method != method) continue;
-    RefuseUnknown(method, parameters, row.parameters);
-    return (this->*row.handle)(parameters);
+    if (row.method == method) return row.call(*this, method, parameters, receiver);
+    names.emplace_back(row.method);
   }
-  if (method == kStatRead) {
-    RefuseUnknown(method, parameters, "resource");
-    resources_->Read(id, parameters.Text("resource"));
-    return std::nullopt;
-  }
-  std::vector<std::string> names = {kStatRead};
-  for (const Row& row : kRows) names.emplace_back(row.method);
-  throw RequestError("There is no method " + television::Quoted(method) + "." +
+  throw RequestError("There is no method " + Quoted(method) + "." +
                      base::DidYouMean(base::NearNames(method, names)));
 }
 
-picojson::value Control::StateGet(const Fields&) { return television_.state().All(); }
+Json Control::StateGet(const NoParameters&) { return television_.state().All(); }
+
+void Control::StatRead(const ResourceParameters& parameters, const Receiver& receiver) {
+  resources_.Read(parameters.resource, receiver);
+}
 
 }  // namespace orvane::television

@@ -2,69 +2,68 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstdint>
-#include <memory>
-#include <optional>
+#include <functional>
 #include <string>
 
-#include <picojson.h>
-
-#include "television/fields.h"
+#include "base/json.h"
+#include "television/control_parameters.h"
+#include "television/resource_reader.h"
 #include "television/television.h"
 
 namespace orvane::television {
 
-class ResourceReader;
-
 // What people and tools ask of the set, by the names that the simulator and the command line use
-// too. Borrows the television and the outbox. Belongs to the extension thread.
+// too; each takes the parameters of its struct in control_parameters.h. Borrows the television,
+// which has its extensions while this object lives. Belongs to the extension thread.
 class Control {
  public:
-  Control(Television& television, Outbox& outbox);
-  ~Control();
+  // Called once for a call that did not throw: before it returns, but for stat.read, where the
+  // library's thread makes it. `error` is empty when there is a result.
+  using Receiver = std::function<void(const Json& result, const std::string& error)>;
+
+  explicit Control(Television& television);
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
-  // The result; empty when the answer to the request `id` comes later, through the outbox. Throws
-  // RequestError or tvset::SetError.
-  std::optional<picojson::value> Call(int64_t id, const std::string& method,
-                                      const Fields& parameters);
+  // `parameters` is null or an object. Throws RequestError, base::JsonError, app::AppError or
+  // tvset::SetError: what() is for a person.
+  void Call(const std::string& method, const Json& parameters, const Receiver& receiver);
 
  private:
-  using Handler = picojson::value (Control::*)(const Fields& parameters);
   struct Row;
   static const Row kRows[];
 
-  picojson::value StateGet(const Fields& parameters);
-  picojson::value ProfileUse(const Fields& parameters);
-  picojson::value FeaturesSet(const Fields& parameters);
-  picojson::value FeaturesRemove(const Fields& parameters);
-  picojson::value ApplicationsSetState(const Fields& parameters);
-  picojson::value ApplicationsFocus(const Fields& parameters);
-  picojson::value ApplicationsInstall(const Fields& parameters);
-  picojson::value ApplicationsLaunch(const Fields& parameters);
-  picojson::value ApplicationsTerminate(const Fields& parameters);
-  picojson::value KeysPress(const Fields& parameters);
-  picojson::value InputMethodSetDynamic(const Fields& parameters);
-  picojson::value SettingsList(const Fields& parameters);
-  picojson::value SettingsSet(const Fields& parameters);
-  picojson::value SettingsGet(const Fields& parameters);
-  picojson::value SettingsUnset(const Fields& parameters);
-  picojson::value ScreenSaverActivity(const Fields& parameters);
-  picojson::value ClockAdvance(const Fields& parameters);
-  picojson::value FaultsSet(const Fields& parameters);
-  picojson::value FaultsClear(const Fields& parameters);
-  picojson::value FunctionsList(const Fields& parameters);
-  picojson::value FactoryReset(const Fields& parameters);
-  picojson::value MarkersList(const Fields& parameters);
-  picojson::value LogTail(const Fields& parameters);
-  picojson::value LogWrite(const Fields& parameters);
-  picojson::value DebugCrash(const Fields& parameters);
+  Json StateGet(const NoParameters&);
+  Json ProfileUse(const ProfileParameters& parameters);
+  Json FeaturesSet(const FeatureParameters& parameters);
+  Json FeaturesRemove(const KeyedParameters& parameters);
+  Json ApplicationsSetState(const ApplicationStateParameters& parameters);
+  Json ApplicationsFocus(const ApplicationParameters& parameters);
+  Json ApplicationsInstall(const InstallParameters& parameters);
+  Json ApplicationsLaunch(const ApplicationParameters& parameters);
+  Json ApplicationsTerminate(const ApplicationParameters& parameters);
+  Json KeysPress(const KeyParameters& parameters);
+  Json InputMethodSetDynamic(const InputMethodParameters& parameters);
+  Json SettingsList(const NoParameters&);
+  Json SettingsSet(const SettingParameters& parameters);
+  Json SettingsGet(const KeyedParameters& parameters);
+  Json SettingsUnset(const KeyedParameters& parameters);
+  Json ScreenSaverActivity(const NoParameters&);
+  Json ClockAdvance(const ClockParameters& parameters);
+  Json FaultsSet(const FaultParameters& parameters);
+  Json FaultsClear(const FunctionParameters& parameters);
+  Json FunctionsList(const NoParameters&);
+  Json FactoryReset(const NoParameters&);
+  Json MarkersList(const NoParameters&);
+  Json LogTail(const LogTailParameters& parameters);
+  Json LogWrite(const LogWriteParameters& parameters);
+  Json DebugCrash(const CrashParameters& parameters);
+  void StatRead(const ResourceParameters& parameters, const Receiver& receiver);
 
   tvset::Set& set() { return television_.set(); }
 
   Television& television_;
-  const std::unique_ptr<ResourceReader> resources_;
+  ResourceReader resources_;
 };
 
 }  // namespace orvane::television

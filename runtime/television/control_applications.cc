@@ -1,19 +1,18 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 // Methods about applications, settings and what outlives a run.
-#include <unistd.h>
-
+#include <filesystem>
 #include <system_error>
 
 #include <vconf.h>
 
 #include "app/web_application.h"
 #include "television/control.h"
+#include "television/request_error.h"
 
 namespace orvane::television {
 
 namespace fs = std::filesystem;
-using picojson::value;
 
 namespace {
 
@@ -25,21 +24,39 @@ void RequireKey(const std::string& key) {
 }
 
 // The text that the set's own parser of values takes.
-std::string ValueText(const Fields& parameters) {
-  const value* const given = parameters.Find("value");
-  if (given == nullptr || given->is<picojson::object>() || given->is<picojson::array>()) {
-    parameters.Refuse("value", "a string, a number or a boolean");
-  }
-  return given->to_str();
+std::string ValueText(const Json& value) {
+  if (value.is_string()) return value.get<std::string>();
+  if (value.is_boolean() || value.is_number()) return base::JsonText(value);
+  base::fields::Refuse("\"value\" of the parameters of settings.set",
+                       "a string, a number or a boolean", &value);
 }
 
-int DefaultType(const value& given) {
-  if (given.is<bool>()) return VCONF_TYPE_BOOL;
-  if (!given.is<double>()) return VCONF_TYPE_STRING;
-  const auto number = given.get<double>();
-  const bool whole = number >= -2147483648.0 && number <= 2147483647.0 &&
-                     number == static_cast<double>(static_cast<int>(number));
-  return whole ? VCONF_TYPE_INT : VCONF_TYPE_DOUBLE;
+int DefaultType(const Json& value) {
+  if (value.is_boolean()) return VCONF_TYPE_BOOL;
+  if (!value.is_number()) return VCONF_TYPE_STRING;
+  int number = 0;
+  return base::fields::ReadInteger(value, &number) ? VCONF_TYPE_INT : VCONF_TYPE_DOUBLE;
+}
+
+int TypeOf(const SettingParameters& parameters) {
+  if (!parameters.type) return DefaultType(parameters.value);
+  for (const auto& [type, name] : kSettingTypes) {
+    if (name == *parameters.type) return type;
+  }
+  throw RequestError("There is no setting type \"" + *parameters.type +
+                     "\". There are string, int, double and bool.");
+}
+
+int ReadAppState(const Json& state) {
+  int number = 0;
+  if (base::fields::ReadInteger(state, &number) && number >= 0 && number <= 7) return number;
+  std::string names;
+  for (const auto& [known, name] : kAppStates) {
+    if (state.is_string() && state.get_ref<const std::string&>() == name) return known;
+    names.append(names.empty() ? "" : ", ").append(name);
+  }
+  base::fields::Refuse("\"state\" of the parameters of applications.setState",
+                       "one of " + names + ", or a whole number from 0 to 7", &state);
 }
 
 // Empties the folder; what cannot be removed is named.
@@ -53,83 +70,73 @@ void RemoveContent(const fs::path& folder) {
 
 }  // namespace
 
-value Control::ApplicationsSetState(const Fields& parameters) {
-  const value* const state = parameters.Find("state");
-  const bool by_name = state != nullptr && state->is<std::string>();
-  const int number = by_name ? ParseAppState(parameters.Text("state"))
-                             : static_cast<int>(parameters.Integer("state", 0, 7));
-  set().applications().SetState(parameters.Text("id"), number);
+Json Control::ApplicationsSetState(const ApplicationStateParameters& parameters) {
+  set().applications().SetState(parameters.id, ReadAppState(parameters.state));
   return {};
 }
 
-value Control::ApplicationsFocus(const Fields& parameters) {
-  const std::string& id = parameters.Text("id");
-  if (id.empty()) {
+Json Control::ApplicationsFocus(const ApplicationParameters& parameters) {
+  if (parameters.id.empty()) {
     set().applications().ClearFocus();
   } else {
-    set().applications().SetFocus(id);
+    set().applications().SetFocus(parameters.id);
   }
   return {};
 }
 
-value Control::ApplicationsInstall(const Fields& parameters) {
-  const std::string& path =
-      parameters.Has("wgt") ? parameters.Text("wgt") : parameters.Text("folder");
-  const app::WebApplication loaded = app::Load(path, set().paths().state_folder() / "unpacked");
-  const InstalledApplication installed{
-      {loaded.id, loaded.package, loaded.name, loaded.folder, loaded.metadata, loaded.privileges},
-      loaded.version};
+Json Control::ApplicationsInstall(const InstallParameters& parameters) {
+  if (!parameters.wgt && !parameters.folder) {
+    base::fields::Refuse("\"folder\" of the parameters of applications.install", "a string",
+                         nullptr);
+  }
+  const std::string& path = parameters.wgt ? *parameters.wgt : *parameters.folder;
+  const InstalledApplication installed =
+      ToInstall(app::Load(path, set().paths().state_folder() / "unpacked"));
   television_.applications().Install(installed);
-  return value(ToJson(installed));
+  return base::ToJson(installed);
 }
 
-value Control::ApplicationsLaunch(const Fields& parameters) {
-  const std::string& id = parameters.Text("id");
-  const StartOptions& options = television_.options();
-  const bool is_main = id == options.app.application.id;
-  const pid_t own = options.pid != 0 ? options.pid : getpid();
-  set().applications().Launch(id, is_main ? own : 0);
+Json Control::ApplicationsLaunch(const ApplicationParameters& parameters) {
+  const bool is_main = parameters.id == television_.app_id();
+  set().applications().Launch(parameters.id, is_main ? television_.app_pid() : 0);
   return {};
 }
 
-value Control::ApplicationsTerminate(const Fields& parameters) {
-  set().applications().Terminate(parameters.Text("id"));
+Json Control::ApplicationsTerminate(const ApplicationParameters& parameters) {
+  set().applications().Terminate(parameters.id);
   return {};
 }
 
-value Control::SettingsList(const Fields&) { return television_.state().ValueOf(Part::kSettings); }
+Json Control::SettingsList(const NoParameters&) {
+  return television_.state().ValueOf(Part::kSettings);
+}
 
-value Control::SettingsSet(const Fields& parameters) {
-  const std::string& key = parameters.Text("key");
-  RequireKey(key);
-  const std::string text = ValueText(parameters);
-  const int type = parameters.Has("type") ? ParseSettingType(parameters.Text("type"))
-                                          : DefaultType(*parameters.Find("value"));
-  if (set().settings().Set(key, type, text)) return {};
-  throw RequestError("The setting " + key + " did not take \"" + text + "\" as " +
+Json Control::SettingsSet(const SettingParameters& parameters) {
+  RequireKey(parameters.key);
+  const std::string text = ValueText(parameters.value);
+  const int type = TypeOf(parameters);
+  if (set().settings().Set(parameters.key, type, text)) return {};
+  throw RequestError("The setting " + parameters.key + " did not take \"" + text + "\" as " +
                      std::string(SettingTypeName(type)) +
                      ": the value is none of that type, or the folder cannot be written.");
 }
 
-value Control::SettingsGet(const Fields& parameters) {
-  const std::string& key = parameters.Text("key");
-  RequireKey(key);
-  const auto setting = set().settings().Find(key);
-  if (!setting) {
-    throw RequestError("There is no setting " + key + ". Write it first, or see settings.list.");
-  }
-  return SetState::SettingJson(*setting);
+Json Control::SettingsGet(const KeyedParameters& parameters) {
+  RequireKey(parameters.key);
+  Json row = television_.state().RowOf(Part::kSettings, parameters.key);
+  if (!row.is_null()) return row;
+  throw RequestError("There is no setting " + parameters.key +
+                     ". Write it first, or see settings.list.");
 }
 
-value Control::SettingsUnset(const Fields& parameters) {
-  const std::string& key = parameters.Text("key");
-  RequireKey(key);
-  if (set().settings().Remove(key)) return {};
-  throw RequestError("There is no setting " + key + " that could be removed.");
+Json Control::SettingsUnset(const KeyedParameters& parameters) {
+  RequireKey(parameters.key);
+  if (set().settings().Remove(parameters.key)) return {};
+  throw RequestError("There is no setting " + parameters.key + " that could be removed.");
 }
 
 // As a set comes out of its box, with the applications still on it. Pages keep what they hold.
-value Control::FactoryReset(const Fields&) {
+Json Control::FactoryReset(const NoParameters&) {
   for (const tvset::Setting& setting : set().settings().list()) {
     set().settings().Remove(setting.key);
   }
@@ -145,7 +152,7 @@ value Control::FactoryReset(const Fields&) {
   set().screen_saver().SetTimeout(0);
   set().UseProfile(set().profile());
   set().screen_saver().ResetTimeout();
-  television_.events().TouchAll();
+  for (const auto& entry : kParts) television_.listener().OnTouched(entry.value);
   return {};
 }
 

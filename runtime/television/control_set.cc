@@ -2,32 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 // Methods about the set itself: keys, profile, features, screen saver, faults.
 #include <algorithm>
-#include <limits>
+#include <chrono>
 #include <string_view>
 #include <vector>
 
 #include "base/near_names.h"
 #include "television/control.h"
+#include "television/request_error.h"
 
 namespace orvane::television {
 
-using picojson::value;
-
 namespace {
-
-tvset::FeatureGroup ParseGroup(const Fields& parameters) {
-  const std::string name = parameters.Text("group", "custom");
-  if (name == GroupName(tvset::FeatureGroup::kPlatform)) return tvset::FeatureGroup::kPlatform;
-  if (name == GroupName(tvset::FeatureGroup::kCustom)) return tvset::FeatureGroup::kCustom;
-  parameters.Refuse("group", R"("platform" or "custom")");
-}
-
-tvset::FaultMode ParseFaultMode(const Fields& parameters) {
-  const std::string name = parameters.Text("mode", "always");
-  if (name == FaultModeName(tvset::FaultMode::kOnce)) return tvset::FaultMode::kOnce;
-  if (name == FaultModeName(tvset::FaultMode::kAlways)) return tvset::FaultMode::kAlways;
-  parameters.Refuse("mode", R"("once" or "always")");
-}
 
 bool IsSameButForCase(std::string_view a, std::string_view b) {
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
@@ -57,86 +42,73 @@ std::string FindKey(const tvset::KeyGrabs& keys, const std::string& name) {
                                    : base::DidYouMean(near)));
 }
 
-value Texts(const std::vector<std::string>& texts) {
-  picojson::array array;
-  for (const std::string& text : texts) array.emplace_back(text);
-  return value(array);
-}
-
 }  // namespace
 
-value Control::KeysPress(const Fields& parameters) {
-  const std::string name = FindKey(set().key_grabs(), parameters.Text("name"));
-  const bool is_long = parameters.Flag("long", false);
-  const std::string symbol = is_long ? tvset::SymbolOfHeldKey(name) : name;
+Json Control::KeysPress(const KeyParameters& parameters) {
+  const std::string name = FindKey(set().key_grabs(), parameters.name);
+  const std::string symbol = parameters.is_long ? tvset::SymbolOfHeldKey(name) : name;
   // One that is another key when it is held is pressed once.
   tvset::KeyPress press;
-  press.is_long = is_long && symbol == name;
-  press.is_native = parameters.Flag("native", false);
+  press.is_long = parameters.is_long && symbol == name;
+  press.is_native = parameters.is_native;
   if (symbol != name) press.held = name;
-  return value(EventStream::KeyEvent(set().key_grabs().Press(symbol, press)));
+  return base::ToJson(set().key_grabs().Press(symbol, press));
 }
 
-value Control::ProfileUse(const Fields& parameters) {
-  set().UseProfile(parameters.Text("profile"));
+Json Control::ProfileUse(const ProfileParameters& parameters) {
+  set().UseProfile(parameters.profile);
   return {};
 }
 
-value Control::FeaturesSet(const Fields& parameters) {
-  set().features().Set(parameters.Text("key"), parameters.Text("type"), parameters.Text("text"),
-                       ParseGroup(parameters));
+Json Control::FeaturesSet(const FeatureParameters& parameters) {
+  set().features().Set(parameters.key, parameters.type, parameters.text, parameters.group);
   return {};
 }
 
-value Control::FeaturesRemove(const Fields& parameters) {
-  set().features().Remove(parameters.Text("key"));
+Json Control::FeaturesRemove(const KeyedParameters& parameters) {
+  set().features().Remove(parameters.key);
   return {};
 }
 
-value Control::InputMethodSetDynamic(const Fields& parameters) {
-  if (!parameters.Has("dynamic")) parameters.Refuse("dynamic", "true or false");
-  set().input_method().set_dynamic_style(parameters.Flag("dynamic", true));
+Json Control::InputMethodSetDynamic(const InputMethodParameters& parameters) {
+  set().input_method().set_dynamic_style(parameters.dynamic);
   return {};
 }
 
-value Control::ScreenSaverActivity(const Fields&) {
+Json Control::ScreenSaverActivity(const NoParameters&) {
   set().screen_saver().NoteInput();
-  television_.events().Touch(Part::kScreenSaver);
+  television_.listener().OnTouched(Part::kScreenSaver);
   return television_.state().ValueOf(Part::kScreenSaver);
 }
 
-value Control::ClockAdvance(const Fields& parameters) {
-  constexpr int64_t kLongestStep = 366LL * 24 * 60 * 60 * 1000;
-  const std::chrono::milliseconds step(parameters.Integer("ms", 0, kLongestStep));
+Json Control::ClockAdvance(const ClockParameters& parameters) {
+  const std::chrono::milliseconds step(parameters.ms);
   if (television_.clock().shift() + step > ShiftedClock::kMostShift) {
     throw RequestError(
         "The set's clock is a hundred years ahead already. Start the simulator again.");
   }
   television_.clock().Advance(step);
-  television_.events().Touch(Part::kScreenSaver);
+  television_.listener().OnTouched(Part::kScreenSaver);
   return television_.state().ValueOf(Part::kScreenSaver);
 }
 
-value Control::FaultsSet(const Fields& parameters) {
-  const int64_t code =
-      parameters.Integer("code", std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
-  set().faults().Fail(parameters.Text("function"), static_cast<int>(code),
-                      ParseFaultMode(parameters));
+Json Control::FaultsSet(const FaultParameters& parameters) {
+  set().faults().Fail(parameters.function, parameters.code, parameters.mode);
   return {};
 }
 
-value Control::FaultsClear(const Fields& parameters) {
-  if (parameters.Has("function")) {
-    set().faults().Clear(parameters.Text("function"));
+Json Control::FaultsClear(const FunctionParameters& parameters) {
+  if (parameters.function) {
+    set().faults().Clear(*parameters.function);
   } else {
     set().faults().ClearAll();
   }
   return {};
 }
 
-value Control::FunctionsList(const Fields&) {
-  return value(picojson::object{{"functions", Texts(tvset::FaultTable::functions())},
-                                {"accesses", Texts(tvset::FaultTable::accesses())}});
+Json Control::FunctionsList(const NoParameters&) {
+  return {{"functions", tvset::FaultTable::functions()},
+          {"accesses", tvset::FaultTable::accesses()}};
 }
 
 }  // namespace orvane::television

@@ -14,8 +14,6 @@
 
 namespace orvane::television {
 
-using picojson::object;
-using picojson::value;
 using std::chrono::milliseconds;
 
 namespace {
@@ -25,28 +23,6 @@ constexpr milliseconds kPartsDelay{8};
 constexpr milliseconds kSnapshotDelay{100};
 constexpr size_t kBatchLines = 256;
 constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the set's threads do
-
-value Text(std::string_view text) { return value(std::string(text)); }
-
-std::string_view ReasonOf(tvset::KeyRoute route) {
-  switch (route) {
-    case tvset::KeyRoute::kMandatory:
-      return "mandatory";
-    case tvset::KeyRoute::kRegistered:
-      return "registered";
-    case tvset::KeyRoute::kSpecialGrab:
-      return "specialGrab";
-    case tvset::KeyRoute::kNotRegistered:
-      return "notRegistered";
-    case tvset::KeyRoute::kGrabbedByOther:
-      return "grabbedByOther";
-    case tvset::KeyRoute::kNoPrivilege:
-      return "noPrivilege";
-    case tvset::KeyRoute::kNoFocus:
-      return "noFocus";
-  }
-  return "notRegistered";
-}
 
 void AppendLogLine(int64_t number, const tvset::LogLine& line, std::string* json) {
   json->append(R"({"seq":)").append(std::to_string(number));
@@ -98,21 +74,6 @@ EventStream::~EventStream() {
   thread_.join();
 }
 
-object EventStream::KeyEvent(const tvset::KeyDelivery& delivery) {
-  const tvset::KeyPress& press = delivery.press;
-  const bool is_injected = press.source == tvset::KeyPress::Source::kComponent;
-  return object{{"key_name", Text(delivery.key_name)},
-                {"key_code", value(static_cast<double>(delivery.key_code))},
-                {"app", Text(delivery.app)},
-                {"delivered", value(delivery.delivered)},
-                {"reason", Text(ReasonOf(delivery.reason))},
-                {"text", Text(delivery.text)},
-                {"injected", value(is_injected)},
-                {"long", value(press.is_long)},
-                {"native", value(press.is_native)},
-                {"time_ns", value(static_cast<double>(delivery.time_ns))}};
-}
-
 void EventStream::OnLogLine(const tvset::LogLine& line) { AddLogLine(line); }
 
 void EventStream::OnRefusal(const tvset::Refusal& refusal) {
@@ -140,23 +101,16 @@ void EventStream::AddLogLine(const tvset::LogLine& line) {
 }
 
 void EventStream::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
-  AddEvent("key", value(KeyEvent(delivery)));
+  AddEvent("key", base::ToJson(delivery));
   Touch(Part::kScreenSaver);  // every key starts its wait afresh
 }
 
 void EventStream::OnContextTask(const tvset::ContextTask& task) {
-  AddEvent("contextTask",
-           value(object{{"target", Text(task.target)}, {"action", Text(task.action)}}));
+  AddEvent("contextTask", base::ToJson(task));
 }
 
 void EventStream::OnKernelMarker(const tvset::KernelMarker& marker) {
-  AddEvent("kernelMarker", value(MarkerEvent(marker)));
-}
-
-object EventStream::MarkerEvent(const tvset::KernelMarker& marker) {
-  return object{{"time_ns", value(static_cast<double>(marker.time_ns))},
-                {"length", value(static_cast<double>(marker.length))},
-                {"text", Text(marker.text)}};
+  AddEvent("kernelMarker", base::ToJson(marker));
 }
 
 void EventStream::SetContext(std::optional<int64_t> context) { context_ = context; }
@@ -164,12 +118,12 @@ void EventStream::SetContext(std::optional<int64_t> context) { context_ = contex
 void EventStream::Explain(const std::string& text) { AddExplanation(text, gettid()); }
 
 void EventStream::AddExplanation(const std::string& text, pid_t thread) {
-  object data{{"text", Text(text)}};
+  Json data{{"text", text}};
   // Other threads work for no page context in particular.
   if (thread == extension_thread_ && context_) {
-    data["context"] = value(static_cast<double>(*context_));
+    data["context"] = *context_;
   }
-  AddEvent("explain", value(data));
+  AddEvent("explain", data);
 }
 
 void EventStream::OnApplicationChanged(const std::string&) {
@@ -202,7 +156,7 @@ void EventStream::OnProfileChanged() {
 }
 
 void EventStream::TouchAll() {
-  for (const Part part : kParts) Touch(part);
+  for (const auto& entry : kParts) Touch(entry.value);
 }
 
 void EventStream::Touch(Part part) {
@@ -233,13 +187,13 @@ void EventStream::SendSnapshot() {
     const std::lock_guard<std::mutex> lock(mutex_);
     snapshot_changed_ = false;
   }
-  outbox_.Send(R"({"op":"snapshot"})", snapshot_().serialize());
+  outbox_.Send(R"({"op":"snapshot"})", base::JsonText(snapshot_()));
 }
 
-void EventStream::AddEvent(std::string_view name, const value& data) {
+void EventStream::AddEvent(std::string_view name, const Json& data) {
   std::string body = R"({"op":"event","name":)";
   base::AppendJsonString(name, &body);
-  body.append(R"(,"data":)").append(data.serialize()).push_back('}');
+  body.append(R"(,"data":)").append(base::JsonText(data)).push_back('}');
   const std::lock_guard<std::mutex> lock(mutex_);
   urgent_.push_back(std::move(body));
   added_.notify_one();
@@ -311,9 +265,9 @@ void EventStream::Send(const Load& load) {
     outbox_.Send(R"({"op":"event","name":"log","lastLogLine":)" + std::to_string(batch.last) + "}",
                  batch.lines);
   }
-  for (const Part part : kParts) {
+  for (const auto& [part, name] : kParts) {
     if ((load.parts & BitOf(part)) == 0) continue;
-    outbox_.Event(SetState::NameOf(part), state_.ValueOf(part));
+    outbox_.Event(name, state_.ValueOf(part));
   }
   if (load.snapshot) SendSnapshot();
 }

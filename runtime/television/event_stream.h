@@ -15,8 +15,7 @@
 #include <thread>
 #include <vector>
 
-#include <picojson.h>
-
+#include "base/json.h"
 #include "television/outbox.h"
 #include "television/set_state.h"
 #include "tvset/events.h"
@@ -31,7 +30,7 @@ namespace orvane::television {
 // when so many log lines are left that memory would run short. Any thread.
 class EventStream final : public tvset::Observer {
  public:
-  using MakeSnapshot = std::function<picojson::value()>;
+  using MakeSnapshot = std::function<Json()>;
 
   // All borrowed. `snapshot` is called on this object's thread. `last_log_line` is the number after
   // which those of the log lines go on.
@@ -54,9 +53,6 @@ class EventStream final : public tvset::Observer {
   // For which page context the calling thread, which is the extension thread, works until it is
   // told otherwise; empty: for none.
   void SetContext(std::optional<int64_t> context);
-
-  static picojson::object KeyEvent(const tvset::KeyDelivery& delivery);
-  static picojson::object MarkerEvent(const tvset::KernelMarker& marker);
 
   void OnLogLine(const tvset::LogLine& line) override;
   void OnRefusal(const tvset::Refusal& refusal) override;
@@ -97,7 +93,7 @@ class EventStream final : public tvset::Observer {
   void Send(const Load& load);
   void SendSnapshot();
   void AddExplanation(const std::string& text, pid_t thread);
-  void AddEvent(std::string_view name, const picojson::value& data);
+  void AddEvent(std::string_view name, const Json& data);
   void AddLogLine(const tvset::LogLine& line);
   void BeginLocked(std::optional<TimePoint>* due, std::chrono::milliseconds delay);
 

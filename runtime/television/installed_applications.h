@@ -4,11 +4,11 @@
 
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 
-#include <picojson.h>
-
-#include "television/fields.h"
+#include "app/web_application.h"
+#include "base/json_fields.h"
 #include "tvset/applications.h"
 
 namespace orvane::television {
@@ -16,13 +16,21 @@ namespace orvane::television {
 // An application, with what the set has no use for.
 struct InstalledApplication {
   tvset::Application application;
-  std::string version;  // empty when its config.xml has none
+  std::optional<std::string> version;  // empty when its config.xml has none
 };
 
-// {"id","package","name","version","folder","metadata":[[key,value]],"privileges":[…]}. Throws
-// RequestError.
-InstalledApplication ReadApplication(const Fields& fields);
-picojson::object ToJson(const InstalledApplication& installed);
+template <class Map>
+void MapFields(Map& map, InstalledApplication& installed) {
+  map("id", installed.application.id);
+  map("package", installed.application.package);
+  map.Optional("name", installed.application.name);
+  map.Optional("version", installed.version);
+  map.Optional("folder", installed.application.folder);
+  map.Optional("metadata", installed.application.metadata);
+  map.Optional("privileges", installed.application.privileges);
+}
+
+InstalledApplication ToInstall(const app::WebApplication& loaded);
 
 // Installs applications on the set, which it borrows, and keeps their versions. Any thread.
 class InstalledApplications {
@@ -35,7 +43,7 @@ class InstalledApplications {
  private:
   tvset::Applications& applications_;
   mutable std::mutex mutex_;
-  std::map<std::string, std::string> versions_;  // guarded by mutex_; by application id
+  std::map<std::string, std::optional<std::string>> versions_;  // guarded by mutex_; by id
 };
 
 }  // namespace orvane::television

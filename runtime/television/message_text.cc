@@ -4,18 +4,9 @@
 
 #include <charconv>
 
-#include <picojson.h>
+#include "base/json.h"
 
 namespace orvane::television {
-
-namespace {
-
-constexpr double kUnknownErrorCode = 9999;
-
-// Whether the byte continues a UTF-8 sequence that began before it.
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
-
-}  // namespace
 
 std::optional<int> ReadInteger(std::string_view text) {
   int value = 0;
@@ -35,32 +26,12 @@ std::vector<std::string_view> Split(std::string_view text, char separator) {
   }
 }
 
-std::string Quoted(std::string_view text) {
-  constexpr size_t kLongestShown = 80;
-  size_t length = text.size();
-  if (length > kLongestShown) {
-    length = kLongestShown;
-    while (length > 0 && IsContinuation(text[length])) --length;
-  }
-  std::string quoted = "\"";
-  for (const char c : text.substr(0, length)) {
-    const auto byte = static_cast<unsigned char>(c);
-    quoted += byte < 0x20 || byte == 0x7f ? '?' : c;
-  }
-  return quoted + (length < text.size() ? "…\"" : "\"");
-}
-
 std::string SuccessReply() { return R"({"status":"success"})"; }
 
 std::string ErrorReply(const std::string& message) {
-  picojson::object error;
-  error["code"] = picojson::value(kUnknownErrorCode);
-  error["name"] = picojson::value("UnknownError");
-  error["message"] = picojson::value(message);
-  picojson::object reply;
-  reply["status"] = picojson::value("error");
-  reply["error"] = picojson::value(error);
-  return picojson::value(reply).serialize();
+  return base::JsonText(
+      {{"status", "error"},
+       {"error", {{"code", 9999}, {"name", "UnknownError"}, {"message", message}}}});
 }
 
 }  // namespace orvane::television

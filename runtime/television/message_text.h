@@ -20,10 +20,6 @@ std::optional<int> ReadInteger(std::string_view text);
 // The parts between the separators: at least one, empty ones included.
 std::vector<std::string_view> Split(std::string_view text, char separator);
 
-// Well-formed UTF-8 in quotes, cut to a readable length and without control characters, fit for a
-// terminal.
-std::string Quoted(std::string_view text);
-
 // {"status":"success"}, and the error form that extensions answer with (code 9999, UnknownError).
 std::string SuccessReply();
 std::string ErrorReply(const std::string& message);

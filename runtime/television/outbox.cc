@@ -26,8 +26,8 @@ void Outbox::Send(std::string_view head, std::string_view body) {
   if (frame_.capacity() > kKeptBytes) frame_ = std::string();
 }
 
-void Outbox::Answer(int64_t id, const picojson::value& result) {
-  Send(AnswerHead(id) + R"(,"result":)" + result.serialize() + "}");
+void Outbox::Answer(int64_t id, const Json& result) {
+  Send(AnswerHead(id) + R"(,"result":)" + base::JsonText(result) + "}");
 }
 
 void Outbox::AnswerText(int64_t id, std::string_view text, int64_t microseconds) {
@@ -42,10 +42,10 @@ void Outbox::AnswerError(int64_t id, std::string_view error) {
   Send(head + "}}");
 }
 
-void Outbox::Event(std::string_view name, const picojson::value& data) {
+void Outbox::Event(std::string_view name, const Json& data) {
   std::string body = R"({"op":"event","name":)";
   base::AppendJsonString(name, &body);
-  Send(body + R"(,"data":)" + data.serialize() + "}");
+  Send(body + R"(,"data":)" + base::JsonText(data) + "}");
 }
 
 void Outbox::Handling(int64_t id, std::string_view what, int64_t context, std::string_view name,

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include <picojson.h>
+#include "base/json.h"
 
 namespace orvane::television {
 
@@ -27,12 +27,12 @@ class Outbox {
   void Send(std::string_view head, std::string_view body = {});
 
   // Answers to the request `id`.
-  void Answer(int64_t id, const picojson::value& result);
+  void Answer(int64_t id, const Json& result);
   // The text of an answer to a page; `microseconds` is what it took, or negative.
   void AnswerText(int64_t id, std::string_view text, int64_t microseconds = -1);
   void AnswerError(int64_t id, std::string_view error);
 
-  void Event(std::string_view name, const picojson::value& data);
+  void Event(std::string_view name, const Json& data);
 
   // What the process does from now on, so that its end can name it: `what` is a request's operation
   // or "load", `id` is 0 for what gets no answer and then ends with Handled.

@@ -3,88 +3,98 @@
 #include "television/resource_reader.h"
 
 #include <optional>
+#include <utility>
 
-#include <picojson.h>
-
-#include "extensions/bounded_json.h"
+#include "base/json_fields.h"
 #include "television/request_error.h"
 
 namespace orvane::television {
-
-using picojson::object;
-using picojson::value;
 
 namespace {
 
 constexpr char kExtension[] = "dravelt.orvane";
 
-std::string Request(int64_t call, const std::string& resource) {
-  const object args{{"resource", value(resource)},
-                    {"callbackId", value(static_cast<double>(call))}};
-  return value(object{{"cmd", value("OrvaneManager_getSystemStat")}, {"args", value(args)}})
-      .serialize();
+struct LibraryError {
+  Json code;
+  std::string name;
+  std::string message;
+};
+template <class Map>
+void MapFields(Map& map, LibraryError& error) {
+  map.Optional("code", error.code);
+  map.Optional("name", error.name);
+  map.Optional("message", error.message);
 }
 
-// The library's reply; null for what is none.
-value Parse(std::string_view text) {
-  std::string error;
-  std::optional<value> reply = extensions::ParseBoundedJson(text, &error);
-  return reply && reply->is<object>() ? *reply : value();
+// What the library answers at once, and what it posts later.
+struct Reply {
+  std::optional<int64_t> callback_id;
+  std::optional<LibraryError> error;
+  Json result = Json::object();
+};
+template <class Map>
+void MapFields(Map& map, Reply& reply) {
+  map("callbackId", reply.callback_id);
+  map("error", reply.error);
+  map.Optional("result", reply.result);
 }
 
-// Empty when the reply is no error.
-std::string ErrorOf(const value& reply) {
-  if (!reply.is<object>()) return "The library's answer is no JSON object.";
-  const value& error = reply.get("error");
-  if (!error.is<object>()) return "";
-  return error.get("message").to_str() + " (" + error.get("name").to_str() + ", code " +
-         error.get("code").to_str() + ")";
+// Throws base::JsonError.
+Reply ReadReply(std::string_view text) {
+  return base::FromJson<Reply>(base::ParseJson(text), "the library's answer");
 }
 
-object Result(const value& reply) {
-  const value& result = reply.get("result");
-  object answer = result.is<object>() ? result.get<object>() : object();
+std::string TextOf(const LibraryError& error) {
+  return error.message + " (" + error.name + ", code " + base::JsonText(error.code) + ")";
+}
+
+Json WithValue(Json result) {
   for (const char* const name : {"cpuUsage", "memoryUsage"}) {
-    if (answer.count(name) != 0) answer["value"] = answer[name];
+    if (result.contains(name)) result["value"] = result[name];
   }
-  return answer;
+  return result;
 }
 
 }  // namespace
 
-void ResourceReader::Read(int64_t id, const std::string& resource) {
+void ResourceReader::Read(const std::string& resource, const Receiver& receiver) {
   extensions::Instance& instance = Instance();
   int64_t call = 0;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     call = ++last_call_;
-    waiting_[call] = id;
+    waiting_[call] = receiver;
   }
+  const Json request = {{"cmd", "OrvaneManager_getSystemStat"},
+                        {"args", {{"resource", resource}, {"callbackId", call}}}};
   // The figure may be posted before this returns; then the request is answered already.
-  const std::string error = ErrorOf(Parse(instance.SendSyncMessage(Request(call, resource))));
-  if (error.empty()) return;
+  const Reply reply = ReadReply(instance.SendSyncMessage(base::JsonText(request)));
+  if (!reply.error) return;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     waiting_.erase(call);
   }
-  throw RequestError("The library refused to read \"" + resource + "\": " + error +
+  throw RequestError("The library refused to read \"" + resource + "\": " + TextOf(*reply.error) +
                      ". There are CPU and MEMORY.");
 }
 
 void ResourceReader::OnMessage(std::string_view text) {
-  const value reply = Parse(text);
-  if (!reply.is<object>() || !reply.get("callbackId").is<double>()) return;
-  int64_t id = 0;
+  Reply reply;
+  try {
+    reply = ReadReply(text);
+  } catch (const base::JsonError&) {
+    return;  // no answer to a call of this object
+  }
+  Receiver receiver;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
-    const auto found = waiting_.find(static_cast<int64_t>(reply.get("callbackId").get<double>()));
+    const auto found = waiting_.find(reply.callback_id.value_or(0));
     if (found == waiting_.end()) return;
-    id = found->second;
+    receiver = std::move(found->second);
     waiting_.erase(found);
   }
-  const std::string error = ErrorOf(reply);
-  if (error.empty()) return outbox_.Answer(id, value(Result(reply)));
-  outbox_.AnswerError(id, "The library could not read it: " + error + ".");
+  if (!reply.error) return receiver(WithValue(std::move(reply.result)), "");
+  receiver(Json(), "The library could not read it: " + TextOf(*reply.error) + ".");
 }
 
 extensions::Instance& ResourceReader::Instance() {

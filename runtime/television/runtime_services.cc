@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "television/message_text.h"
+#include "television/set_fields.h"
+#include "television/shown_text.h"
 
 namespace orvane::television {
 
@@ -177,11 +179,7 @@ RuntimeServices::Outcome RuntimeServices::SetFocus(const std::string& text) {
 }
 
 RuntimeServices::Outcome RuntimeServices::SetWindowStackMode(const std::string& text) {
-  constexpr std::pair<std::string_view, tvset::StackMode> kModes[] = {
-      {"NONE", tvset::StackMode::kNone},
-      {"BELOW", tvset::StackMode::kBelow},
-      {"ABOVE", tvset::StackMode::kAbove}};
-  for (const auto& [name, mode] : kModes) {
+  for (const auto& [mode, name] : tvset::kStackModeNames) {
     if (name == text) return OfWindow(set_.windows().SetStackMode(app_id_, mode));
   }
   return {kError, Quoted(text) + R"( is none of "NONE", "BELOW" and "ABOVE")"};

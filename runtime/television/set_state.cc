@@ -2,37 +2,67 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "television/set_state.h"
 
-#include <time.h>
-
 #include <algorithm>
-#include <charconv>
+#include <chrono>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
-#include <optional>
 #include <utility>
-#include <vector>
 
+#include <app_context.h>
 #include <vconf.h>
 
 namespace orvane::television {
 
 namespace fs = std::filesystem;
 
+const std::array<base::EnumName<int>, 4> kSettingTypes{{{VCONF_TYPE_STRING, "string"},
+                                                        {VCONF_TYPE_INT, "int"},
+                                                        {VCONF_TYPE_DOUBLE, "double"},
+                                                        {VCONF_TYPE_BOOL, "bool"}}};
+const std::array<base::EnumName<int>, 5> kAppStates{{{APP_STATE_UNDEFINED, "UNDEFINED"},
+                                                     {APP_STATE_FOREGROUND, "FOREGROUND"},
+                                                     {APP_STATE_BACKGROUND, "BACKGROUND"},
+                                                     {APP_STATE_SERVICE, "SERVICE"},
+                                                     {APP_STATE_TERMINATED, "TERMINATED"}}};
+
 namespace {
 
-using picojson::array;
-using picojson::object;
-using picojson::value;
+struct KeyRow {
+  tvset::RemoteKey key;
+  bool mandatory = false;
+};
+template <class Map>
+void MapFields(Map& map, KeyRow& row) {
+  map("name", row.key.name);
+  map("keyCode", row.key.key_code);
+  map("hardwareCode", row.key.x_key_code);
+  map("mandatory", row.mandatory);
+  map("pageNames", row.key.page_names);
+}
 
-value Text(std::string_view text) { return value(std::string(text)); }
-value Number(double number) { return value(number); }
+struct ScreenSaverRow {
+  tvset::ScreenSaverState state;
+  int64_t timeout_seconds = 0;
+  std::optional<int64_t> remaining_ms;  // empty: it is on, or never comes on
+};
+template <class Map>
+void MapFields(Map& map, ScreenSaverRow& row) {
+  map("owner", row.state.app_id);
+  map("timeoutSeconds", row.timeout_seconds);
+  map("remainingMs", row.remaining_ms);
+  map("on", row.state.on);
+  map("resets", row.state.resets);
+  map("inputs", row.state.inputs);
+}
 
-template <typename Names>
-value TextArray(const Names& names) {
-  array texts;
-  for (const auto& name : names) texts.emplace_back(std::string(name));
-  return value(std::move(texts));
+template <size_t kCount>
+std::string_view NameIn(const std::array<base::EnumName<int>, kCount>& names, int number,
+                        std::string_view otherwise) {
+  const auto found = std::find_if(names.begin(), names.end(),
+                                  [&](const auto& entry) { return entry.value == number; });
+  return found == names.end() ? otherwise : found->name;
 }
 
 // The profiles that ship with the set.
@@ -48,209 +78,169 @@ std::vector<std::string> ProfileNames() {
   return names;
 }
 
+// A whole number is written as one, as scripts do.
+Json NumberJson(const std::string& text) {
+  constexpr double kExact = 9007199254740992;  // from here on a double passes some over
+  char* end = nullptr;
+  const double number = std::strtod(text.c_str(), &end);
+  if (*end != '\0' || !std::isfinite(number)) return text;  // JSON has no infinities
+  if (std::trunc(number) == number && std::abs(number) <= kExact) {
+    return static_cast<int64_t>(number);
+  }
+  return number;
+}
+
 }  // namespace
+
+std::string_view SettingTypeName(int type) { return NameIn(kSettingTypes, type, "unknown"); }
+std::string_view AppStateName(int state) { return NameIn(kAppStates, state, "UNDEFINED"); }
+
+SettingRow RowOf(const tvset::Setting& setting) {
+  SettingRow row{setting.key, std::string(SettingTypeName(setting.type)), setting.value};
+  if (setting.type == VCONF_TYPE_BOOL) row.value = setting.value == "true";
+  if (setting.type == VCONF_TYPE_INT || setting.type == VCONF_TYPE_DOUBLE) {
+    row.value = NumberJson(setting.value);
+  }
+  return row;
+}
 
 SetState::SetState(tvset::Set& set, const InstalledApplications& applications, std::string main_app)
     : set_(set), applications_(applications), main_app_(std::move(main_app)) {}
 
-std::string_view SetState::NameOf(Part part) {
-  constexpr std::string_view kNames[] = {"profile",  "panel",       "features",    "applications",
-                                         "focus",    "windows",     "inputMethod", "keyGrabs",
-                                         "settings", "screenSaver", "faults"};
-  static_assert(std::size(kNames) == kParts.size());
-  return kNames[static_cast<size_t>(part)];
-}
-
-value SetState::ValueOf(Part part) const {
+Json SetState::ValueOf(Part part) const {
   switch (part) {
     case Part::kProfile:
       return Profile();
     case Part::kPanel:
       return Panel();
     case Part::kFeatures:
-      return Features();
+      return base::ToJson(set_.features().list());
     case Part::kApplications:
-      return Applications();
+      return base::ToJson(Applications());
     case Part::kFocus:
-      return Text(set_.applications().focused());
+      return set_.applications().focused();
     case Part::kWindows:
-      return Windows();
+      return base::ToJson(Windows());
     case Part::kInputMethod:
-      return InputMethod();
+      return base::ToJson(set_.input_method().state());
     case Part::kKeyGrabs:
-      return KeyGrabs();
+      return base::ToJson(set_.key_grabs().list());
     case Part::kSettings:
       return Settings();
     case Part::kScreenSaver:
       return ScreenSaver();
     case Part::kFaults:
-      return Faults();
+      return base::ToJson(set_.faults().list());
   }
   return {};
 }
 
-value SetState::All() const {
-  object all;
-  for (const Part part : kParts) {
-    const std::string_view name = part == Part::kFocus ? "focused" : NameOf(part);
-    all[std::string(name)] = ValueOf(part);
+Json SetState::RowOf(Part part, const std::string& key) const {
+  if (part == Part::kSettings) {
+    const auto setting = set_.settings().Find(key);
+    return setting ? base::ToJson(television::RowOf(*setting)) : Json();
   }
-  all["keys"] = Keys();
-  all["functions"] = TextArray(tvset::FaultTable::functions());
-  all["accesses"] = TextArray(tvset::FaultTable::accesses());
-  all["uuid"] = Uuid();
-  timespec now = {};
-  clock_gettime(CLOCK_REALTIME, &now);
-  all["time_ns"] = Number(static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec));
-  return value(std::move(all));
+  if (part == Part::kApplications) {
+    const auto application = set_.applications().Find(key);
+    return application ? base::ToJson(Row(*application)) : Json();
+  }
+  if (part != Part::kFaults) return {};
+  for (const tvset::Fault& fault : set_.faults().list()) {
+    if (fault.function == key) return base::ToJson(fault);
+  }
+  return {};
 }
 
-value SetState::Profile() const {
+Json SetState::All() const {
+  Json all;
+  for (const auto& [part, name] : kParts) {
+    all[part == Part::kFocus ? "focused" : std::string(name)] = ValueOf(part);
+  }
+  all["keys"] = Keys();
+  all["functions"] = tvset::FaultTable::functions();
+  all["accesses"] = tvset::FaultTable::accesses();
+  all["uuid"] = Uuid();
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  all["time_ns"] = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+  return all;
+}
+
+Json SetState::Profile() const {
   const fs::path file = set_.profile();
-  return value(object{{"name", Text(file.stem().string())},
-                      {"file", Text(file.string())},
-                      {"profiles", TextArray(ProfileNames())}});
+  return {{"name", file.stem().string()}, {"file", file.string()}, {"profiles", ProfileNames()}};
 }
 
 // A UHD panel's windows are placed in its own pixels.
-value SetState::Panel() const {
-  const tvset::FeatureStore& features = set_.features();
-  const bool uhd = features.Find("com.korvale/featureconf/ud_panel_supported", "bool",
-                                 tvset::FeatureGroup::kCustom) == "true";
-  return value(object{{"width", Number(uhd ? 3840 : 1920)}, {"height", Number(uhd ? 2160 : 1080)}});
+Json SetState::Panel() const {
+  const bool uhd = set_.features().Find("com.korvale/featureconf/ud_panel_supported", "bool",
+                                        tvset::FeatureGroup::kCustom) == "true";
+  return {{"width", uhd ? 3840 : 1920}, {"height", uhd ? 2160 : 1080}};
 }
 
-value SetState::Features() const {
-  array features;
-  for (const tvset::Feature& feature : set_.features().list()) {
-    features.emplace_back(object{{"key", Text(feature.key)},
-                                 {"type", Text(feature.type)},
-                                 {"text", Text(feature.text)},
-                                 {"group", Text(GroupName(feature.group))}});
-  }
-  return value(std::move(features));
-}
-
-value SetState::Applications() const {
-  array applications;
+std::vector<ApplicationRow> SetState::Applications() const {
+  std::vector<ApplicationRow> rows;
   for (const tvset::Application& application : set_.applications().list()) {
-    object row = ToJson(applications_.WithVersion(application));
-    const auto running = set_.applications().Running(application.id);
-    row["running"] = value(running.has_value());
-    row["state"] = running ? Number(running->state) : value();
-    row["stateName"] = running ? Text(AppStateName(running->state)) : value();
-    row["pid"] = running && running->pid != 0 ? Number(running->pid) : value();
-    applications.emplace_back(std::move(row));
+    rows.push_back(Row(application));
   }
-  return value(std::move(applications));
+  return rows;
 }
 
-value SetState::Windows() const {
-  array list;
+ApplicationRow SetState::Row(const tvset::Application& application) const {
+  ApplicationRow row;
+  row.installed = applications_.WithVersion(application);
+  const auto running = set_.applications().Running(application.id);
+  if (!running) return row;
+  row.running = true;
+  row.state = running->state;
+  row.state_name = AppStateName(running->state);
+  if (running->pid != 0) row.pid = running->pid;
+  return row;
+}
+
+WindowsState SetState::Windows() const {
+  WindowsState windows;
+  windows.stack = set_.windows().stack();
   for (const std::string& app : set_.applications().raise_order()) {
-    const tvset::Window window = set_.windows().window(app);
-    object hints;
-    for (const auto& [key, text] : window.hints) hints[key] = Text(text);
-    list.emplace_back(object{
-        {"app", Text(app)},
-        {"stackMode", Text(StackModeName(window.stack_mode))},
-        {"hints", value(std::move(hints))},
-        {"quarterPosition", window.quarter_position ? Number(*window.quarter_position) : value()},
-        {"position", window.position ? value(array{Number(window.position->first),
-                                                   Number(window.position->second)})
-                                     : value()},
-        {"focusWanted", value(window.focus_wanted)}});
+    windows.list.push_back({app, set_.windows().window(app)});
   }
-  return value(object{{"stack", TextArray(set_.windows().stack())}, {"list", value(list)}});
+  return windows;
 }
 
-value SetState::InputMethod() const {
-  const tvset::InputMethodState state = set_.input_method().state();
-  return value(object{{"dynamic", value(state.dynamic_style)},
-                      {"positioned", value(state.positioned)},
-                      {"x", Number(state.x)},
-                      {"y", Number(state.y)},
-                      {"align", Number(state.align)},
-                      {"recommendedEnabled", value(state.recommended_words_enabled)},
-                      {"recommendedWords", TextArray(state.recommended_words)}});
-}
-
-value SetState::KeyGrabs() const {
-  array grabs;
-  for (const tvset::KeyGrab& grab : set_.key_grabs().list()) {
-    grabs.emplace_back(object{{"app", Text(grab.app)},
-                              {"key", Text(grab.key_name)},
-                              {"mode", Text(GrabModeName(grab.mode))}});
-  }
-  return value(std::move(grabs));
-}
-
-value SetState::Keys() const {
-  array keys;
+Json SetState::Keys() const {
+  std::vector<KeyRow> keys;
   for (const tvset::RemoteKey& key : set_.key_grabs().known_keys()) {
-    keys.emplace_back(object{{"name", Text(key.name)},
-                             {"keyCode", Number(key.key_code)},
-                             {"hardwareCode", Number(key.x_key_code)},
-                             {"mandatory", value(tvset::IsMandatoryKey(key.name))},
-                             {"pageNames", TextArray(key.page_names)}});
+    keys.push_back({key, tvset::IsMandatoryKey(key.name)});
   }
-  return value(std::move(keys));
+  return base::ToJson(keys);
 }
 
-value SetState::SettingJson(const tvset::Setting& setting) {
-  value shown = Text(setting.value);
-  const bool number = setting.type == VCONF_TYPE_INT || setting.type == VCONF_TYPE_DOUBLE;
-  char* end = nullptr;
-  const double parsed = number ? std::strtod(setting.value.c_str(), &end) : 0;
-  // JSON has no infinities.
-  if (number && *end == '\0' && parsed - parsed == 0) shown = Number(parsed);
-  if (setting.type == VCONF_TYPE_BOOL) {
-    shown = value(setting.value == "true");
-  }
-  return value(object{{"key", Text(setting.key)},
-                      {"type", Text(SettingTypeName(setting.type))},
-                      {"value", std::move(shown)}});
-}
-
-value SetState::Settings() const {
-  array settings;
+Json SetState::Settings() const {
+  Json rows = Json::array();
   for (const tvset::Setting& setting : set_.settings().list()) {
-    settings.push_back(SettingJson(setting));
+    rows.push_back(base::ToJson(television::RowOf(setting)));
   }
-  return value(std::move(settings));
+  return rows;
 }
 
-value SetState::ScreenSaver() const {
-  const tvset::ScreenSaverState state = set_.screen_saver().state();
-  const bool waits = !state.on && state.timeout.count() != 0;
-  const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-      std::max(state.timeout - state.idle, std::chrono::nanoseconds(0)));
-  return value(object{{"owner", Text(state.app_id)},
-                      {"timeoutSeconds", Number(static_cast<double>(state.timeout.count()))},
-                      {"remainingMs", waits ? Number(static_cast<double>(left.count())) : value()},
-                      {"on", value(state.on)},
-                      {"resets", Number(static_cast<double>(state.resets))},
-                      {"inputs", Number(static_cast<double>(state.inputs))}});
-}
-
-value SetState::Faults() const {
-  array faults;
-  for (const tvset::Fault& fault : set_.faults().list()) {
-    faults.emplace_back(object{{"function", Text(fault.function)},
-                               {"code", Number(fault.code)},
-                               {"mode", Text(FaultModeName(fault.mode))},
-                               {"hits", Number(static_cast<double>(fault.hits))}});
+Json SetState::ScreenSaver() const {
+  using std::chrono::milliseconds;
+  ScreenSaverRow row;
+  row.state = set_.screen_saver().state();
+  row.timeout_seconds = row.state.timeout.count();
+  if (!row.state.on && row.state.timeout.count() != 0) {
+    const auto left = std::max(row.state.timeout - row.state.idle, std::chrono::nanoseconds(0));
+    row.remaining_ms = std::chrono::duration_cast<milliseconds>(left).count();
   }
-  return value(std::move(faults));
+  return base::ToJson(row);
 }
 
 // As the library keeps it for the application; it makes one when the page first asks.
-value SetState::Uuid() const {
+Json SetState::Uuid() const {
   const auto application = set_.applications().Find(main_app_);
   if (!application) return {};
   std::ifstream file(set_.paths().app_data(application->package) / "uuid");
   std::string uuid;
-  return std::getline(file, uuid) && !uuid.empty() ? Text(uuid) : value();
+  return std::getline(file, uuid) && !uuid.empty() ? Json(uuid) : Json();
 }
 
 }  // namespace orvane::television

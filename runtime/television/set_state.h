@@ -2,13 +2,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <sys/types.h>
+
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include <picojson.h>
-
+#include "base/json_fields.h"
 #include "television/installed_applications.h"
+#include "television/set_fields.h"
 #include "tvset/set.h"
 
 namespace orvane::television {
@@ -27,55 +31,110 @@ enum class Part {
   kScreenSaver,
   kFaults,
 };
-inline constexpr std::array<Part, 11> kParts{Part::kProfile,      Part::kPanel,    Part::kFeatures,
-                                             Part::kApplications, Part::kFocus,    Part::kWindows,
-                                             Part::kInputMethod,  Part::kKeyGrabs, Part::kSettings,
-                                             Part::kScreenSaver,  Part::kFaults};
+inline constexpr std::array<base::EnumName<Part>, 11> kParts{{{Part::kProfile, "profile"},
+                                                              {Part::kPanel, "panel"},
+                                                              {Part::kFeatures, "features"},
+                                                              {Part::kApplications, "applications"},
+                                                              {Part::kFocus, "focus"},
+                                                              {Part::kWindows, "windows"},
+                                                              {Part::kInputMethod, "inputMethod"},
+                                                              {Part::kKeyGrabs, "keyGrabs"},
+                                                              {Part::kSettings, "settings"},
+                                                              {Part::kScreenSaver, "screenSaver"},
+                                                              {Part::kFaults, "faults"}}};
+constexpr auto& EnumNames(Part) { return kParts; }
 
-// The set's state as JSON, as people see it. Borrows the set and the applications, which outlive
-// it. Any thread.
+// An application in the state: as it was installed, and whether and how it runs.
+struct ApplicationRow {
+  InstalledApplication installed;
+  bool running = false;
+  std::optional<int> state;  // app_state_e; empty, like the rest, while it does not run
+  std::optional<std::string> state_name;
+  std::optional<pid_t> pid;  // also empty for one without a process of its own
+};
+template <class Map>
+void MapFields(Map& map, ApplicationRow& row) {
+  MapFields(map, row.installed);
+  map("running", row.running);
+  map("state", row.state);
+  map("stateName", row.state_name);
+  map("pid", row.pid);
+}
+
+struct WindowRow {
+  std::string app;
+  tvset::Window window;
+};
+template <class Map>
+void MapFields(Map& map, WindowRow& row) {
+  map("app", row.app);
+  map("stackMode", row.window.stack_mode);
+  map("hints", row.window.hints);
+  map("quarterPosition", row.window.quarter_position);
+  map("position", row.window.position);
+  map("focusWanted", row.window.focus_wanted);
+}
+
+struct WindowsState {
+  std::vector<std::string> stack;  // those that are shown, the topmost first
+  std::vector<WindowRow> list;     // of every running application, the one raised last first
+};
+template <class Map>
+void MapFields(Map& map, WindowsState& windows) {
+  map("stack", windows.stack);
+  map("list", windows.list);
+}
+
+struct SettingRow {
+  std::string key;
+  std::string type;  // one of kSettingTypes, or "unknown"
+  Json value;        // of the type; a text where JSON has no such number
+};
+template <class Map>
+void MapFields(Map& map, SettingRow& row) {
+  map("key", row.key);
+  map("type", row.type);
+  map("value", row.value);
+}
+SettingRow RowOf(const tvset::Setting& setting);
+
+// Names for the platform's numbers; those of setting types are the command line's.
+extern const std::array<base::EnumName<int>, 4> kSettingTypes;  // VCONF_TYPE_…
+extern const std::array<base::EnumName<int>, 5> kAppStates;     // app_state_e
+std::string_view SettingTypeName(int type);                     // "unknown" for one without a name
+std::string_view AppStateName(int state);  // "UNDEFINED" for one without a name
+
+// The set's state, as people see it: each part as the struct that is its JSON, the events of the
+// set process, the answer of state.get and the snapshot's. Borrows the set and the applications,
+// which outlive it. Any thread; a part is consistent in itself, several are as they come.
 class SetState {
  public:
   // `main_app` is the application whose pages the process serves.
   SetState(tvset::Set& set, const InstalledApplications& applications, std::string main_app);
 
-  // The name of the part's event.
-  static std::string_view NameOf(Part part);
-  picojson::value ValueOf(Part part) const;
-
+  // A part as it is now.
+  Json ValueOf(Part part) const;
+  // Of a part that is a list whose rows have a key, the row of the key as it is now: the fault of a
+  // function, the setting of a key, the application of an id. Null: there is none (any more).
+  Json RowOf(Part part, const std::string& key) const;
   // Every part, and what never changes.
-  picojson::value All() const;
+  Json All() const;
 
-  static picojson::value SettingJson(const tvset::Setting& setting);
+  std::vector<ApplicationRow> Applications() const;
+  WindowsState Windows() const;
 
  private:
-  picojson::value Profile() const;
-  picojson::value Panel() const;
-  picojson::value Features() const;
-  picojson::value Applications() const;
-  picojson::value Windows() const;
-  picojson::value InputMethod() const;
-  picojson::value KeyGrabs() const;
-  picojson::value Keys() const;
-  picojson::value Settings() const;
-  picojson::value ScreenSaver() const;
-  picojson::value Faults() const;
-  picojson::value Uuid() const;
+  ApplicationRow Row(const tvset::Application& application) const;
+  Json Profile() const;
+  Json Panel() const;
+  Json Keys() const;
+  Json Settings() const;
+  Json ScreenSaver() const;
+  Json Uuid() const;
 
   tvset::Set& set_;
   const InstalledApplications& applications_;
   const std::string main_app_;
 };
-
-// Names for the set's numbers; those of setting types are the command line's. The parsers throw
-// RequestError.
-std::string_view AppStateName(int state);  // "UNDEFINED" for a number without a name
-int ParseAppState(const std::string& name);
-std::string_view SettingTypeName(int type);  // "unknown" for a type without a name
-int ParseSettingType(const std::string& name);
-std::string_view StackModeName(tvset::StackMode mode);
-std::string_view GrabModeName(tvset::GrabMode mode);
-std::string_view GroupName(tvset::FeatureGroup group);
-std::string_view FaultModeName(tvset::FaultMode mode);
 
 }  // namespace orvane::television

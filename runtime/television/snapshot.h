@@ -2,29 +2,30 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
-#include <picojson.h>
-
+#include "base/json.h"
 #include "television/installed_applications.h"
+#include "television/set_state.h"
 #include "television/shifted_clock.h"
 #include "tvset/set.h"
 
 namespace orvane::television {
 
 // What brings a set that was just started back to where another one was: the process that held that
-// one has died. Settings and the applications' data are in files and not part of it.
+// one has died. Settings and the applications' data are in files and not part of it. Who takes one
+// and who restores it run the same build; its JSON is nobody else's business.
 
 // Any thread.
-picojson::value TakeSnapshot(tvset::Set& set, const InstalledApplications& applications,
-                             const ShiftedClock& clock);
+Json TakeSnapshot(tvset::Set& set, const SetState& state, const ShiftedClock& clock);
 
-// `main_app` gets this process's id. What cannot be restored is left out, one warning each: a
+// `main_app` gets this process's id. A part that cannot be restored is left out, with a warning: a
 // damaged snapshot must not keep the set from starting.
-std::vector<std::string> RestoreSnapshot(const picojson::value& snapshot,
-                                         const std::string& main_app, pid_t main_pid,
-                                         tvset::Set& set, InstalledApplications& applications,
-                                         ShiftedClock& clock);
+std::vector<std::string> RestoreSnapshot(const Json& snapshot, const std::string& main_app,
+                                         pid_t main_pid, tvset::Set& set,
+                                         InstalledApplications& applications, ShiftedClock& clock);
 
 }  // namespace orvane::television

@@ -56,7 +56,7 @@ CommandTest::~CommandTest() {
 // The streams go through files, so that no reader has to keep up.
 Outcome CommandTest::Run(const std::vector<std::string>& arguments, const std::string& input,
                          const std::vector<std::string>& environment) const {
-  std::vector<std::string> command = {ORVANE_COMMAND};
+  std::vector<std::string> command = {command_};
   command.insert(command.end(), arguments.begin(), arguments.end());
   std::vector<std::string> variables = SanitizerOptions();
   variables.push_back("ORVANE_STATE=" + state().string());
@@ -70,7 +70,7 @@ Outcome CommandTest::Run(const std::vector<std::string>& arguments, const std::s
     Redirect(STDIN_FILENO, root_ / "in", O_RDONLY);
     Redirect(STDOUT_FILENO, root_ / "out", O_WRONLY | O_CREAT | O_TRUNC);
     Redirect(STDERR_FILENO, root_ / "err", O_WRONLY | O_CREAT | O_TRUNC);
-    if (chdir(folder().c_str()) == 0) execve(ORVANE_COMMAND, argv.data(), envp.data());
+    if (chdir(folder().c_str()) == 0) execve(command_.c_str(), argv.data(), envp.data());
     _exit(127);
   }
   int status = 0;

@@ -33,11 +33,15 @@ class CommandTest : public ::testing::Test {
   // An application's folder with these elements in its config.xml.
   std::string WriteApplication(const std::string& elements) const;
 
+  // Runs this copy of the command from now on.
+  void UseCommand(const std::filesystem::path& command) { command_ = command.string(); }
+
   std::filesystem::path folder() const { return root_ / "work"; }
   std::filesystem::path state() const { return root_ / "state"; }
 
  private:
   std::filesystem::path root_;
+  std::string command_ = ORVANE_COMMAND;
 };
 
 std::string ReadText(const std::filesystem::path& file);

@@ -105,11 +105,12 @@ TEST_F(ControlTest, RefusesAParameterThatTheMethodHasNot) {
   for (const auto& [method, text] : Methods()) {
     object parameters = Json(text).get<object>();
     parameters["colour"] = value(1.0);
-    EXPECT_THAT(Try(method, parameters),
-                HasSubstr(method + " has no parameter \"colour\"; it has "));
+    EXPECT_THAT(
+        Try(method, parameters),
+        HasSubstr("There is no \"colour\" among the parameters of " + method + "; there is "));
   }
   EXPECT_THAT(ControlError("keys.press", R"({"nam":"Left"})"), HasSubstr("Did you mean \"name\"?"));
-  EXPECT_THAT(ControlError("settings.list", R"({"key":"db/a"})"), HasSubstr("it has none."));
+  EXPECT_THAT(ControlError("settings.list", R"({"key":"db/a"})"), HasSubstr("there is none."));
 }
 
 TEST_F(ControlTest, RefusesAMethodThatIsNone) {

@@ -42,7 +42,8 @@ TEST_F(StartTest, SaysWhatIsWrongAndTakesAnotherStart) {
 
 TEST_F(StartTest, RefusesOptionsOfAWrongType) {
   const value failed = Start({{"app", value("not an object")}});
-  EXPECT_THAT(failed.get("error").to_str(), HasSubstr("\"app\" of options of the frame has to be"));
+  EXPECT_THAT(failed.get("error").to_str(),
+              HasSubstr("\"app\" of \"options\" of the frame has to be"));
 }
 
 TEST_F(StartTest, RefusesAnExtensionThatCannotBeLoaded) {

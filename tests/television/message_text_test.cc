@@ -25,17 +25,6 @@ TEST(Split, KeepsEmptyParts) {
   EXPECT_THAT(Split("a,,b,", ','), ElementsAre("a", "", "b", ""));
 }
 
-TEST(Quoted, CutsBetweenCharacters) {
-  std::string text;
-  for (int i = 0; i < 50; ++i) text += "é";
-  text.insert(0, "x");
-  const std::string quoted = Quoted(text);
-  EXPECT_EQ(quoted.size(), 1 + 79 + std::string("…").size() + 1);
-  EXPECT_EQ(quoted.substr(0, 2), "\"x");
-}
-
-TEST(Quoted, HidesControlCharacters) { EXPECT_EQ(Quoted("a\n\x1b\x7f"), "\"a???\""); }
-
 TEST(ErrorReply, EscapesItsMessage) {
   EXPECT_EQ(
       ErrorReply("a \"b\""),

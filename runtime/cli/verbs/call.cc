@@ -6,12 +6,11 @@
 #include <string>
 #include <vector>
 
-#include <picojson.h>
-
+#include "base/json.h"
 #include "base/near_names.h"
 #include "cli/output.h"
-#include "cli/session.h"
-#include "cli/session_options.h"
+#include "cli/page_verb_options.h"
+#include "cli/television_page.h"
 #include "cli/verbs/verbs.h"
 
 // js/call.js
@@ -22,7 +21,7 @@ namespace orvane::cli {
 namespace {
 
 struct CallOptions {
-  SessionOptions session;
+  PageVerbOptions page;
   bool show_console = false;
   std::string method;
   std::vector<std::string> arguments;  // JSON texts, not checked
@@ -41,16 +40,14 @@ class MethodCall {
   ExitCode exit_code() const { return exit_code_.value_or(ExitCode::kScriptError); }
 
  private:
-  using Arguments = picojson::array;
-
   void DefineOne(page::Page& page, const std::string& name,
-                 void (MethodCall::*method)(const Arguments&));
+                 void (MethodCall::*method)(const Json&));
   std::string Request() const;
-  void Succeed(const Arguments& arguments) { Print(arguments, ExitCode::kDone); }
-  void Fail(const Arguments& arguments) { Print(arguments, ExitCode::kScriptError); }
-  void Print(const Arguments& arguments, ExitCode exit_code);
-  void RefuseArgument(const Arguments& arguments);
-  void RefuseMethod(const Arguments& arguments);
+  void Succeed(const Json& arguments) { Print(arguments, ExitCode::kDone); }
+  void Fail(const Json& arguments) { Print(arguments, ExitCode::kScriptError); }
+  void Print(const Json& arguments, ExitCode exit_code);
+  void RefuseArgument(const Json& arguments);
+  void RefuseMethod(const Json& arguments);
 
   const CallOptions& options_;
   std::optional<ExitCode>
@@ -66,31 +63,25 @@ void MethodCall::Define(page::Page& page) {
 }
 
 void MethodCall::DefineOne(page::Page& page, const std::string& name,
-                           void (MethodCall::*method)(const Arguments&)) {
+                           void (MethodCall::*method)(const Json&)) {
   page.DefineFunction("orvaneCommand." + name, [this, method](const std::string& arguments_json) {
-    picojson::value arguments;
-    picojson::parse(arguments, arguments_json);
-    if (!answered()) (this->*method)(arguments.get<picojson::array>());
+    const Json arguments = base::ParseJson(arguments_json);
+    if (!answered()) (this->*method)(arguments);
     return std::string();
   });
 }
 
 std::string MethodCall::Request() const {
-  picojson::array arguments;
-  for (const std::string& argument : options_.arguments) arguments.emplace_back(argument);
-  picojson::object request;
-  request["method"] = picojson::value(options_.method);
-  request["arguments"] = picojson::value(arguments);
-  return picojson::value(request).serialize();
+  return base::JsonText({{"method", options_.method}, {"arguments", options_.arguments}});
 }
 
-void MethodCall::Print(const Arguments& arguments, ExitCode exit_code) {
+void MethodCall::Print(const Json& arguments, ExitCode exit_code) {
   std::printf("%s\n", arguments.at(0).get<std::string>().c_str());
   exit_code_ = exit_code;
 }
 
-void MethodCall::RefuseArgument(const Arguments& arguments) {
-  const auto index = static_cast<size_t>(arguments.at(0).get<double>());
+void MethodCall::RefuseArgument(const Json& arguments) {
+  const auto index = arguments.at(0).get<size_t>();
   Complain("argument " + std::to_string(index + 1) + " of " + options_.method + " is not JSON: " +
            options_.arguments.at(index) + " (" + arguments.at(1).get<std::string>() +
            "). A shell takes quotes away, so put single quotes around each argument, such as "
@@ -98,10 +89,10 @@ void MethodCall::RefuseArgument(const Arguments& arguments) {
   exit_code_ = ExitCode::kUsage;
 }
 
-void MethodCall::RefuseMethod(const Arguments& arguments) {
+void MethodCall::RefuseMethod(const Json& arguments) {
   std::vector<std::string> names;
   std::string list;
-  for (const picojson::value& name : arguments.at(0).get<picojson::array>()) {
+  for (const Json& name : arguments.at(0)) {
     names.push_back(name.get<std::string>());
     list += "\n  " + names.back();
   }
@@ -122,14 +113,14 @@ class SideConsole final : public page::ConsoleSink {
 ExitCode Call(const CallOptions& options) {
   MethodCall call(options);
   SideConsole console;
-  Session session(options.session, options.show_console ? &console : nullptr);
-  call.Define(session.page());
-  if (const auto error = session.page().Evaluate(kCallScript, "call.js")) {
-    session.errors().OnScriptError(*error);
+  TelevisionPage page(options.page, options.show_console ? &console : nullptr);
+  call.Define(page.page());
+  if (const auto error = page.page().Evaluate(kCallScript, "call.js")) {
+    page.errors().OnScriptError(*error);
     return ExitCode::kScriptError;
   }
-  const bool idle = session.RunUntilIdle();
-  if (session.errors().count() > 0) return ExitCode::kScriptError;
+  const bool idle = page.RunUntilIdle();
+  if (page.errors().count() > 0) return ExitCode::kScriptError;
   if (!idle) return ExitCode::kTimeLimit;
   if (!call.answered()) Complain(options.method + " called none of its callbacks.");
   return call.exit_code();
@@ -148,7 +139,7 @@ void AddCallVerb(CLI::App& command, Run& run) {
   verb->add_option("JSON", options->arguments,
                    "Arguments, each one JSON text; callbacks come from the command")
       ->type_name("");
-  AddSessionOptions(*verb, options->session);
+  AddPageVerbOptions(*verb, options->page);
   verb->add_flag("--console", options->show_console,
                  "Print what the script writes to its console, on the standard\nerror stream");
   verb->footer(

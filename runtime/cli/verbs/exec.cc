@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/session.h"
-#include "cli/session_options.h"
+#include "cli/page_verb_options.h"
+#include "cli/television_page.h"
 #include "cli/verbs/verbs.h"
 
 namespace orvane::cli {
@@ -17,7 +17,7 @@ namespace orvane::cli {
 namespace {
 
 struct ExecOptions {
-  SessionOptions session;
+  PageVerbOptions page;
   std::vector<std::string> scripts;
 };
 
@@ -56,15 +56,15 @@ std::vector<Script> ReadScripts(const std::vector<std::string>& paths) {
 ExitCode Exec(const ExecOptions& options) {
   const std::vector<Script> scripts = ReadScripts(options.scripts);
   ConsolePrinter console;
-  Session session(options.session, &console);
+  TelevisionPage page(options.page, &console);
   for (const Script& script : scripts) {
-    if (const auto error = session.page().Evaluate(script.source, script.name)) {
-      session.errors().OnScriptError(*error);
+    if (const auto error = page.page().Evaluate(script.source, script.name)) {
+      page.errors().OnScriptError(*error);
       return ExitCode::kScriptError;
     }
   }
-  const bool idle = session.RunUntilIdle();
-  if (session.errors().count() > 0) return ExitCode::kScriptError;
+  const bool idle = page.RunUntilIdle();
+  if (page.errors().count() > 0) return ExitCode::kScriptError;
   return idle ? ExitCode::kDone : ExitCode::kTimeLimit;
 }
 
@@ -79,7 +79,7 @@ void AddExecVerb(CLI::App& command, Run& run) {
                    "Run in this order in one page; - is the standard input")
       ->required()
       ->type_name("");
-  AddSessionOptions(*verb, options->session);
+  AddPageVerbOptions(*verb, options->page);
   verb->footer(
       "The page's console.log goes to the standard output, console.warn and console.error to the\n"
       "standard error stream. Ends with 0, or 1 after an uncaught exception, 2 when something on "

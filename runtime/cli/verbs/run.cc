@@ -8,15 +8,14 @@
 #include <vector>
 
 #include "app/web_application.h"
-#include "cli/home.h"
 #include "cli/output.h"
 #include "cli/set_options.h"
+#include "cli/shipped_parts.h"
 #include "cli/simulator.h"
 #include "cli/verbs/verbs.h"
 #include "page/script_syntax.h"
 #include "server/application/dev_server_address.h"
 #include "server/run_server.h"
-#include "tvset/paths.h"
 
 namespace orvane::cli {
 
@@ -48,8 +47,7 @@ fs::path FindApp(const RunVerbOptions& options) {
 
 server::RunOptions ServerOptions(const RunVerbOptions& given) {
   server::RunOptions options;
-  options.state_folder = given.state_folder.empty() ? tvset::Paths::DefaultStateFolder()
-                                                    : fs::absolute(given.state_folder);
+  options.state_folder = StateFolder(given);
   const fs::path app = FindApp(given);
   options.app = app::Load(app, options.state_folder / "unpacked");
   options.version = ORVANE_VERSION;

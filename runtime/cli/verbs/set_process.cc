@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <memory>
 
-#include "cli/device_keys.h"
-#include "cli/home.h"
+#include "cli/shipped_parts.h"
 #include "cli/verbs/verbs.h"
 #include "set_process/child_main.h"
 
@@ -12,11 +11,7 @@ namespace orvane::cli {
 namespace {
 
 ExitCode Serve(int socket) {
-  television::Home home;
-  home.extension = FindExtension();
-  const std::filesystem::path device_keys = FindDeviceKeys();
-  if (!device_keys.empty()) home.device_keys = ReadDeviceKeys(device_keys);
-  return static_cast<ExitCode>(set_process::RunSetProcess(socket, home));
+  return static_cast<ExitCode>(set_process::RunSetProcess(socket, FindShippedParts()));
 }
 
 }  // namespace

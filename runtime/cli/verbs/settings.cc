@@ -8,11 +8,9 @@
 #include <string>
 
 #include <CLI/CLI.hpp>
-#include <picojson.h>
 #include <vconf.h>
 
 #include "cli/exit_code.h"
-#include "cli/json_output.h"
 #include "cli/output.h"
 #include "cli/verbs/verbs.h"
 #include "television/set_state.h"
@@ -33,10 +31,11 @@ struct SettingOptions {
 };
 
 const std::map<std::string, int>& Types() {
-  static const std::map<std::string, int> types = {{"string", VCONF_TYPE_STRING},
-                                                   {"int", VCONF_TYPE_INT},
-                                                   {"double", VCONF_TYPE_DOUBLE},
-                                                   {"bool", VCONF_TYPE_BOOL}};
+  static const std::map<std::string, int> types = [] {
+    std::map<std::string, int> made;
+    for (const auto& [type, name] : television::kSettingTypes) made.emplace(name, type);
+    return made;
+  }();
   return types;
 }
 
@@ -70,6 +69,10 @@ bool IsForgotten(const SettingOptions& options, const FolderSettings& settings) 
   return options.key.rfind(VCONF_PREFIX_MEMORY, 0) == 0 && !tvset::Set::RunsOn(settings.folder());
 }
 
+void PrintSetting(const tvset::Setting& setting) {
+  PrintJson(base::ToJson(television::RowOf(setting)));
+}
+
 ExitCode Get(const SettingOptions& options) {
   RequireKey(options.key);
   FolderSettings settings(options.state_folder);
@@ -88,14 +91,14 @@ ExitCode Get(const SettingOptions& options) {
     std::printf("%s\n", setting->value.c_str());
     return ExitCode::kDone;
   }
-  PrintJson(television::SetState::SettingJson(*setting));
+  PrintSetting(*setting);
   return ExitCode::kDone;
 }
 
 // What is stored now, which another process may have changed meanwhile.
 void PrintStored(const SettingOptions& options, FolderSettings& settings) {
   const auto setting = settings.get().Find(options.key);
-  if (setting) PrintJson(television::SetState::SettingJson(*setting));
+  if (setting) PrintSetting(*setting);
 }
 
 ExitCode Set(const SettingOptions& options) {

@@ -12,7 +12,7 @@
 namespace orvane::cli {
 
 // What the verbs that open a page have in common, as given on the command line.
-struct SessionOptions : SetOptions {
+struct PageVerbOptions : SetOptions {
   std::string app;                       // a folder or a .wgt; empty: the scratch application
   std::vector<std::string> log_filters;  // empty: no log
   std::string log_format = "brief";
@@ -22,6 +22,6 @@ struct SessionOptions : SetOptions {
 
 // Adds the options to a verb. `options` is filled when the command line is parsed, and must live
 // until then.
-void AddSessionOptions(CLI::App& verb, SessionOptions& options);
+void AddPageVerbOptions(CLI::App& verb, PageVerbOptions& options);
 
 }  // namespace orvane::cli

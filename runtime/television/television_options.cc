@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "television/fault_text.h"
+#include "television/television_options.h"
 
 #include <charconv>
 
@@ -11,7 +11,7 @@ namespace orvane::television {
 namespace {
 
 [[noreturn]] void Refuse(const std::string& text) {
-  throw RequestError(text +
+  throw RequestError("--fail " + text +
                      ": write FUNCTION=CODE, or FUNCTION=CODE:once to fail the next call only, "
                      "such as vconf_set_str=-1:once.");
 }

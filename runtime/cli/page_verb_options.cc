@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/session_options.h"
+#include "cli/page_verb_options.h"
 
 namespace orvane::cli {
 
-void AddSessionOptions(CLI::App& verb, SessionOptions& options) {
+void AddPageVerbOptions(CLI::App& verb, PageVerbOptions& options) {
   constexpr double kLongestSeconds = 1000000;
   verb.add_option("--app", options.app,
                   "Application: a folder with config.xml, or a .wgt.\n"

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/shipped_parts.h"
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "base/json_fields.h"
+#include "cli/exit_code.h"
+
+namespace orvane::cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// A row of the file that the library was built with.
+struct DeviceKey {
+  std::string name;  // what pages call it
+  std::string key_name;
+  int key_code = 0;
+};
+template <class Map>
+void MapFields(Map& map, DeviceKey& key) {
+  map("name", key.name);
+  map("keyName", key.key_name);
+  map("keyCode", key.key_code);
+}
+
+// The folder that bin/, lib/ and share/ lie in.
+fs::path Prefix() {
+  std::error_code error;
+  return fs::read_symlink("/proc/self/exe", error).parent_path().parent_path();
+}
+
+fs::path FindExtension() {
+  std::error_code error;
+  for (const char* const library_folder : {"lib", ORVANE_LIBDIR}) {
+    const fs::path folder = Prefix() / library_folder;
+    for (const char* const name : {"tizen-extensions-crosswalk", "liborvane.so"}) {
+      if (fs::exists(folder / name, error)) return folder / name;
+    }
+  }
+  return {};
+}
+
+std::vector<tvset::RemoteKey> ReadDeviceKeys() {
+  const fs::path file = Prefix() / "share/orvane/device_keys.json";
+  std::error_code error;
+  if (!fs::exists(file, error)) return {};
+  std::ostringstream text;
+  text << std::ifstream(file).rdbuf();
+  std::vector<tvset::RemoteKey> keys;
+  try {
+    std::vector<DeviceKey> rows;
+    base::fields::Read(base::ParseJson(text.str()), "the file", rows);
+    for (const DeviceKey& row : rows) {
+      keys.push_back({row.key_name, row.key_code, 0, {row.name}});
+    }
+  } catch (const base::JsonError& what) {
+    throw UsageError(file.string() + ": the file of the device's keys is damaged. " + what.what() +
+                     " Build or install again.");
+  }
+  return keys;
+}
+
+}  // namespace
+
+television::ShippedParts FindShippedParts() { return {FindExtension(), ReadDeviceKeys()}; }
+
+fs::path FindTour() {
+  std::error_code error;
+  const fs::path folder = Prefix() / "share/orvane/examples/tour";
+  return fs::exists(folder / "config.xml", error) ? fs::canonical(folder) : fs::path();
+}
+
+}  // namespace orvane::cli

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: The Orvane authors
+// SPDX-License-Identifier: Apache-2.0
+#include "set_process/served_television.h"
+
+#include <utility>
+
+namespace orvane::set_process {
+
+using television::EventStream;
+
+ServedTelevision::ServedTelevision(const television::TelevisionOptions& options,
+                                   const television::ShippedParts& shipped, const Json& snapshot,
+                                   int64_t last_log_line, television::Outbox& outbox)
+    : outbox_(outbox),
+      television_(options, shipped, snapshot, *this),
+      events_(
+          television_.set().events(), television_.state(),
+          [this] { return television_.TakeSnapshot(); }, last_log_line, outbox) {
+  television_.LoadExtensions();
+  contexts_.emplace(television_.host(), outbox);
+  control_.emplace(television_);
+}
+
+// What extensions say and do at their end is still told.
+ServedTelevision::~ServedTelevision() {
+  control_.reset();
+  contexts_.reset();
+  television_.UnloadExtensions();
+}
+
+Json ServedTelevision::Started() {
+  Json scripts = television_.Scripts();
+  outbox_.Handled();
+  return {{"op", "started"},
+          {"catalogue", television_.Catalogue()},
+          {"scripts", std::move(scripts)},
+          {"warnings", television_.warnings()}};
+}
+
+void ServedTelevision::OnLoading(const std::string& name) {
+  outbox_.Handling(0, "load", 0, name, "");
+}
+
+}  // namespace orvane::set_process
