@@ -19,7 +19,7 @@ using std::chrono::milliseconds;
 namespace {
 
 constexpr milliseconds kLogDelay{20};
-constexpr milliseconds kPartsDelay{8};
+constexpr milliseconds kTouchedDelay{8};
 constexpr milliseconds kSnapshotDelay{100};
 constexpr size_t kBatchLines = 256;
 constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the set's threads do
@@ -47,8 +47,6 @@ void Complain(const std::exception& error) {
 bool IsKept(Part part) {
   return part != Part::kSettings && part != Part::kPanel && part != Part::kScreenSaver;
 }
-
-uint32_t BitOf(Part part) { return uint32_t{1} << static_cast<unsigned>(part); }
 
 }  // namespace
 
@@ -126,8 +124,8 @@ void EventStream::AddExplanation(const std::string& text, pid_t thread) {
   AddEvent("explain", data);
 }
 
-void EventStream::OnApplicationChanged(const std::string&) {
-  Touch(Part::kApplications);
+void EventStream::OnApplicationChanged(const std::string& app_id) {
+  TouchRow(Part::kApplications, app_id);
   Touch(Part::kWindows);  // which windows are shown depends on it
 }
 
@@ -139,9 +137,9 @@ void EventStream::OnFocusChanged(const std::string&) {
 void EventStream::OnWindowChanged() { Touch(Part::kWindows); }
 void EventStream::OnInputMethodChanged() { Touch(Part::kInputMethod); }
 void EventStream::OnKeyGrabsChanged() { Touch(Part::kKeyGrabs); }
-void EventStream::OnSettingChanged(const std::string&) { Touch(Part::kSettings); }
+void EventStream::OnSettingChanged(const std::string& key) { TouchRow(Part::kSettings, key); }
 void EventStream::OnScreenSaverChanged() { Touch(Part::kScreenSaver); }
-void EventStream::OnFaultChanged(const std::string&) { Touch(Part::kFaults); }
+void EventStream::OnFaultChanged(const std::string& function) { TouchRow(Part::kFaults, function); }
 
 void EventStream::OnFeatureChanged(const std::string&) {
   Touch(Part::kFeatures);
@@ -155,14 +153,10 @@ void EventStream::OnProfileChanged() {
   Touch(Part::kScreenSaver);
 }
 
-void EventStream::TouchAll() {
-  for (const auto& entry : kParts) Touch(entry.value);
-}
-
-void EventStream::Touch(Part part) {
+void EventStream::TouchRow(Part part, const std::string& key) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  parts_ |= BitOf(part);
-  BeginLocked(&parts_due_, kPartsDelay);
+  touched_.emplace(part, key);
+  BeginLocked(&touched_due_, kTouchedDelay);
   if (IsKept(part)) snapshot_changed_ = true;
   if (IsKept(part) || part == Part::kScreenSaver) BeginLocked(&snapshot_due_, kSnapshotDelay);
   added_.notify_one();
@@ -233,7 +227,7 @@ EventStream::TimePoint EventStream::NextDueLocked() const {
   if (!urgent_.empty()) return {};
   const TimePoint never = TimePoint::max();
   return std::min(
-      {log_due_.value_or(never), parts_due_.value_or(never), snapshot_due_.value_or(never)});
+      {log_due_.value_or(never), touched_due_.value_or(never), snapshot_due_.value_or(never)});
 }
 
 EventStream::Load EventStream::TakeDueLocked(TimePoint now) {
@@ -248,9 +242,9 @@ EventStream::Load EventStream::TakeDueLocked(TimePoint now) {
     log_due_.reset();
     sent_.notify_all();
   }
-  if (is_due(parts_due_)) {
-    load.parts = std::exchange(parts_, 0);
-    parts_due_.reset();
+  if (is_due(touched_due_)) {
+    load.touched.swap(touched_);
+    touched_due_.reset();
   }
   if (is_due(snapshot_due_)) {
     load.snapshot = true;
@@ -265,11 +259,20 @@ void EventStream::Send(const Load& load) {
     outbox_.Send(R"({"op":"event","name":"log","lastLogLine":)" + std::to_string(batch.last) + "}",
                  batch.lines);
   }
-  for (const auto& [part, name] : kParts) {
-    if ((load.parts & BitOf(part)) == 0) continue;
-    outbox_.Event(name, state_.ValueOf(part));
-  }
+  SendTouched(load.touched);
   if (load.snapshot) SendSnapshot();
+}
+
+// A part that is sent whole holds its rows; the whole comes first, as its key is empty.
+void EventStream::SendTouched(const Touched& touched) {
+  for (const auto& [part, key] : touched) {
+    const auto name = base::ToJson(part).get<std::string>();
+    if (key.empty()) {
+      outbox_.Event(name, state_.ValueOf(part));
+    } else if (touched.count({part, ""}) == 0) {
+      outbox_.Event("changed", {{"part", name}, {"key", key}, {"value", state_.RowOf(part, key)}});
+    }
+  }
 }
 
 }  // namespace orvane::television

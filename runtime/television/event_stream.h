@@ -11,8 +11,10 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "base/json.h"
@@ -22,9 +24,11 @@
 
 namespace orvane::television {
 
-// Tells the server what happens on the set: log lines in batches, none left out; the changed parts
-// of the state, several changes as one; a snapshot a little after a change; everything else one by
-// one, as it happens. Watches the set from construction to destruction; then what is left is sent.
+// Tells the server what happens on the set: log lines in batches, none left out; what changed of
+// the state, several changes as one: a part by the event of its name, a row of a part that is a
+// list as the event "changed" with {"part","key","value"}, whose value is null when the row is
+// gone; a snapshot a little after a change; everything else one by one, as it happens. Watches the
+// set from construction to destruction; then what is left is sent.
 //
 // Events are sent by a thread of this object. The set's threads only leave them here; they wait
 // when so many log lines are left that memory would run short. Any thread.
@@ -41,8 +45,9 @@ class EventStream final : public tvset::Observer {
   EventStream& operator=(const EventStream&) = delete;
 
   // A part was changed past the set's own observers, or is to be told once more.
-  void Touch(Part part);
-  void TouchAll();
+  void Touch(Part part) { TouchRow(part, ""); }
+  // One row of it, see SetState::RowOf.
+  void TouchRow(Part part, const std::string& key);
 
   // Sends a snapshot now when the set is not as the last one told: what the calling thread does
   // next may end the process. A screen saver's wait that began afresh is not worth one.
@@ -72,6 +77,8 @@ class EventStream final : public tvset::Observer {
 
  private:
   using TimePoint = std::chrono::steady_clock::time_point;
+  // Parts of the state, each whole where the key is empty, else the row of the key.
+  using Touched = std::set<std::pair<Part, std::string>>;
   // Log lines of one frame.
   struct Batch {
     std::string lines;
@@ -82,7 +89,7 @@ class EventStream final : public tvset::Observer {
   struct Load {
     std::vector<std::string> events;
     std::deque<Batch> log;
-    uint32_t parts = 0;
+    Touched touched;
     bool snapshot = false;
   };
 
@@ -91,6 +98,7 @@ class EventStream final : public tvset::Observer {
   Load TakeDueLocked(TimePoint now);
   TimePoint NextDueLocked() const;
   void Send(const Load& load);
+  void SendTouched(const Touched& touched);
   void SendSnapshot();
   void AddExplanation(const std::string& text, pid_t thread);
   void AddEvent(std::string_view name, const Json& data);
@@ -112,9 +120,9 @@ class EventStream final : public tvset::Observer {
   std::deque<Batch> log_;
   size_t log_bytes_ = 0;
   int64_t last_log_line_;
-  uint32_t parts_ = 0;  // a bit for each part that changed
+  Touched touched_;
   std::optional<TimePoint> log_due_;
-  std::optional<TimePoint> parts_due_;
+  std::optional<TimePoint> touched_due_;
   std::optional<TimePoint> snapshot_due_;
   bool snapshot_changed_ = false;
   bool is_over_ = false;

@@ -36,9 +36,12 @@ TEST_F(FaultsTest, FailsEveryCallUntilItIsCleared) {
 
 TEST_F(FaultsTest, TellsThatAFaultWasTaken) {
   Control("faults.set", std::string(kFunction) + R"(,"mode":"once"})");
-  WaitForEvent("faults", [](const value& data) { return data.get<array>().size() == 1; });
+  EXPECT_EQ(WaitForEvent("changed").serialize(),
+            R"({"key":"app_context_manager_request_task","part":"faults","value":{"code":-5,)"
+            R"("function":"app_context_manager_request_task","hits":0,"mode":"once"}})");
   AskForSource();
-  WaitForEvent("faults", [](const value& data) { return data.get<array>().empty(); });
+  EXPECT_EQ(WaitForEvent("changed").serialize(),
+            R"({"key":"app_context_manager_request_task","part":"faults","value":null})");
 }
 
 TEST_F(FaultsTest, ClearsAllWhenNoFunctionIsNamed) {

@@ -42,27 +42,30 @@ TEST_F(SettingsTest, TakesTheTypeThatIsGiven) {
 }
 
 TEST_F(SettingsTest, TellsEachChange) {
+  const auto is_told = [this](const char* row) {
+    const value expected = Json(row);
+    WaitForEvent("changed", [&](const value& data) { return data == expected; });
+  };
   Control("settings.set", R"({"key":"db/a","value":"text"})");
-  WaitForEvent("settings", [](const value& data) { return data.get<array>().size() == 1; });
+  is_told(R"({"part":"settings","key":"db/a",
+              "value":{"key":"db/a","type":"string","value":"text"}})");
   Control("settings.unset", R"({"key":"db/a"})");
-  WaitForEvent("settings", [](const value& data) { return data.get<array>().empty(); });
+  is_told(R"({"part":"settings","key":"db/a","value":null})");
 }
 
 TEST_F(SettingsTest, TellsAChangeByAnotherProcess) {
   const auto is_told = [this](const std::string& key) {
-    WaitForEvent("settings", [&](const value& data) {
-      return data.serialize().find(key) != std::string::npos;
-    });
+    WaitForEvent("changed", [&](const value& data) { return data.get("key").to_str() == key; });
   };
   tvset::EventHub events;
   const tvset::Paths paths(state_folder());
   tvset::Settings other(events, paths);
   ASSERT_TRUE(other.SetString("db/plain", "x"));
-  is_told("plain");
+  is_told("db/plain");
   ASSERT_TRUE(other.SetString("memory/a/new/folder", "x"));
-  is_told("folder");
+  is_told("memory/a/new/folder");
   ASSERT_TRUE(other.SetString("memory/a/new/second", "x"));
-  is_told("second");
+  is_told("memory/a/new/second");
 }
 
 TEST_F(SettingsTest, RefusesWhatIsNone) {

@@ -7,7 +7,7 @@ import { batch } from '../view.js';
 import { Connection } from './connection.js';
 import { Feed } from './feed.js';
 import { connection, info, pages, process } from '../state/run.js';
-import { set, takePart, takeState } from '../state/set.js';
+import { set, takePart, takeRow, takeState } from '../state/set.js';
 import { toast } from '../state/toasts.js';
 import * as streams from '../state/streams.js';
 
@@ -50,6 +50,7 @@ export async function ask(method, params) {
 const handlers = {
   log: (lines) => logFeed.push(lines),
   trace: takeTrace,
+  changed: takeRow,
   pages: (list) => (pages.value = list),
   process: processChanged,
   console: (entry) => streams.addConsole([entry]),

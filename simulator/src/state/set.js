@@ -30,6 +30,9 @@ export const screenSaverToldAt = signal(0);
 
 const partOfEvent = { focus: 'focused' };
 
+/** The lists whose rows change one by one, each with the member that is a row's key. */
+const keyOfRow = { applications: 'id', faults: 'function', settings: 'key' };
+
 /** Takes the whole answer of state.get. */
 export function takeState(state) {
   for (const name of names) {
@@ -50,4 +53,15 @@ export function takePart(eventName, value) {
   }
   set[name].value = value;
   return true;
+}
+
+/** Takes a row of a list that changed or is new; null: it is gone. Rows are in order of keys. */
+export function takeRow({ part, key, value }) {
+  const name = keyOfRow[part];
+  if (name === undefined || set[part].value === null) {
+    return;
+  }
+  const before = set[part].value.filter((row) => row[name] < key);
+  const after = set[part].value.filter((row) => row[name] > key);
+  set[part].value = value === null ? [...before, ...after] : [...before, value, ...after];
 }
