@@ -75,8 +75,10 @@ TEST_F(SettingChangesTest, WriteOfThisProcessIsToldOnce) {
 
 TEST_F(SettingChangesTest, WriteOfAnotherProcessIsToldOnce) {
   Keys keys;
-  ASSERT_EQ(WriteElsewhere("db/x", "one", 3), 0);
-  EXPECT_THAT(keys.Take(), ElementsAre("db/x", "db/x", "db/x"));
+  for (int i = 0; i < 3; ++i) {
+    ASSERT_EQ(WriteElsewhere("db/x", "one", 1), 0);
+    EXPECT_THAT(keys.Take(), ElementsAre("db/x"));
+  }
 }
 
 TEST_F(SettingChangesTest, WriteOfAnEqualValueCounts) {
