@@ -23,7 +23,6 @@
 namespace orvane::set_process {
 
 using television::ErrorText;
-using television::Outbox;
 using television::RequestError;
 using television::ShippedParts;
 
@@ -114,7 +113,8 @@ void MapFields(Map& map, Start& head) {
 
 class Dispatcher {
  public:
-  Dispatcher(Outbox& outbox, const ShippedParts& shipped) : outbox_(outbox), shipped_(shipped) {}
+  Dispatcher(FrameSender& frames, const ShippedParts& shipped)
+      : frames_(frames), shipped_(shipped) {}
 
   // False: the server wants the process to end.
   bool Handle(const base::Frame& frame);
@@ -153,7 +153,7 @@ class Dispatcher {
             std::string_view text);
   ServedTelevision& television();
 
-  Outbox& outbox_;
+  FrameSender& frames_;
   const ShippedParts& shipped_;
   std::unique_ptr<ServedTelevision> television_;
 };
@@ -186,7 +186,7 @@ void Dispatcher::HandleRequest(const std::string& op, const base::Frame& frame) 
     }
     throw RequestError("There is no request \"" + op + "\".");
   } catch (const std::exception& error) {
-    outbox_.AnswerError(request.numbers.id, ErrorText(error.what()));
+    frames_.AnswerError(request.numbers.id, ErrorText(error.what()));
   }
 }
 
@@ -196,10 +196,10 @@ void Dispatcher::StartSet(const base::Frame& frame) {
     const auto head = base::FromJson<Start>(frame.head, "the frame");
     const Json snapshot = frame.body.empty() ? Json() : base::ParseJson(frame.body);
     television_ = std::make_unique<ServedTelevision>(head.options, shipped_, snapshot,
-                                                     head.last_log_line, outbox_);
-    outbox_.Send(base::JsonText(television_->Started()));
+                                                     head.last_log_line, frames_);
+    frames_.Send(television_->Started());
   } catch (const std::exception& error) {
-    outbox_.Send(base::JsonText({{"op", "failed"}, {"error", {{"message", error.what()}}}}));
+    frames_.Send({{"op", "failed"}, {"error", {{"message", error.what()}}}});
   }
 }
 
@@ -214,14 +214,14 @@ void Dispatcher::Tell(const Request& request, std::string_view what, std::string
   ServedTelevision& set = television();  // has to be there
   if (what != "runtime") set.events().SendChangedSnapshot();
   set.events().SetContext(request.numbers.context);
-  outbox_.Handling(request.numbers.id, what, request.numbers.context.value_or(0), name, text);
+  frames_.Handling(request.numbers.id, what, request.numbers.context.value_or(0), name, text);
 }
 
 void Dispatcher::Create(const Request& request) {
   const auto head = request.Read<ToExtension>();
   Tell(request, "create", head.extension, "");
   television().contexts().Create(head.context, head.extension);
-  outbox_.Answer(request.numbers.id, {});
+  frames_.Answer(request.numbers.id, {});
 }
 
 void Dispatcher::Sync(const Request& request) {
@@ -231,7 +231,7 @@ void Dispatcher::Sync(const Request& request) {
   const std::string reply =
       television().contexts().SendSync(head.context, head.extension, std::string(request.body));
   const auto time = std::chrono::steady_clock::now() - begin;
-  outbox_.AnswerText(request.numbers.id, reply,
+  frames_.AnswerText(request.numbers.id, reply,
                      std::chrono::duration_cast<std::chrono::microseconds>(time).count());
 }
 
@@ -244,7 +244,7 @@ void Dispatcher::Post(const Request& request) {
   } else {
     television().contexts().Post(head.context, head.extension, body);
   }
-  outbox_.Handled();
+  frames_.Handled();
 }
 
 void Dispatcher::Runtime(const Request& request) {
@@ -255,12 +255,12 @@ void Dispatcher::Runtime(const Request& request) {
   television::RuntimeServices& services = television().services();
   switch (head.way) {
     case Way::kPlain:
-      return outbox_.Answer(id, services.Send(head.uri, text));
+      return frames_.Answer(id, services.Send(head.uri, text));
     case Way::kSync:
-      return outbox_.AnswerText(id, services.SendSync(head.uri, text));
+      return frames_.AnswerText(id, services.SendSync(head.uri, text));
     case Way::kAsync:
       services.SendAsync(head.uri, text,
-                         [this, id](const std::string& answer) { outbox_.AnswerText(id, answer); });
+                         [this, id](const std::string& answer) { frames_.AnswerText(id, answer); });
   }
 }
 
@@ -275,7 +275,7 @@ void Dispatcher::Widget(const Request& request) {
     return arguments;
   }();
   television::RuntimeServices& services = television().services();
-  outbox_.AnswerText(request.numbers.id, call == WidgetCall::kMove
+  frames_.AnswerText(request.numbers.id, call == WidgetCall::kMove
                                              ? services.MoveWindow(numbers[0], numbers[1])
                                              : services.SetQuarterPosition(numbers[0]));
 }
@@ -283,13 +283,13 @@ void Dispatcher::Widget(const Request& request) {
 void Dispatcher::Privilege(const Request& request) {
   const std::string privilege = request.Read<AskPrivilege>().privilege;
   Tell(request, "runtime", "privilege", privilege);
-  outbox_.Answer(request.numbers.id, television().services().HasPrivilege(privilege));
+  frames_.Answer(request.numbers.id, television().services().HasPrivilege(privilege));
 }
 
 void Dispatcher::Close(const Request& request) {
   Tell(request, "close", "", "");
   television().contexts().Close(request.numbers.context.value_or(0));
-  outbox_.Answer(request.numbers.id, {});
+  frames_.Answer(request.numbers.id, {});
 }
 
 void Dispatcher::CallControl(const Request& request) {
@@ -299,8 +299,8 @@ void Dispatcher::CallControl(const Request& request) {
   television().control().Call(
       head.method, head.parameters,
       [this, id = request.numbers.id](const Json& result, const std::string& error) {
-        if (error.empty()) return outbox_.Answer(id, result);
-        outbox_.AnswerError(id, ErrorText(error));
+        if (error.empty()) return frames_.Answer(id, result);
+        frames_.AnswerError(id, ErrorText(error));
       });
 }
 
@@ -313,12 +313,12 @@ void TieToServer() {
 }
 
 // False: the end.
-bool ServeOne(int socket, base::FrameReader* reader, Dispatcher& dispatcher, Outbox& outbox) {
+bool ServeOne(int socket, base::FrameReader* reader, Dispatcher& dispatcher, FrameSender& frames) {
   try {
     const auto frame = base::ReceiveFrame(socket, reader);
     return frame && dispatcher.Handle(*frame);
   } catch (const base::JsonError& error) {
-    outbox.AnswerError(0, std::string("A frame cannot be read: ") + error.what());
+    frames.AnswerError(0, std::string("A frame cannot be read: ") + error.what());
     return true;
   }
 }
@@ -327,13 +327,13 @@ bool ServeOne(int socket, base::FrameReader* reader, Dispatcher& dispatcher, Out
 
 int RunSetProcess(int socket, const ShippedParts& shipped) {
   TieToServer();
-  Outbox outbox(socket);
+  FrameSender frames(socket);
   EndWatch end_watch(socket, kGrace);
-  Dispatcher dispatcher(outbox, shipped);
+  Dispatcher dispatcher(frames, shipped);
   base::FrameReader reader;
   int exit_code = 0;
   try {
-    while (ServeOne(socket, &reader, dispatcher, outbox)) {
+    while (ServeOne(socket, &reader, dispatcher, frames)) {
     }
   } catch (const base::FrameError& error) {
     std::fprintf(stderr, "orvane: the server sent no frames: %s\n", error.what());

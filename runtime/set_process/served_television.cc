@@ -6,18 +6,16 @@
 
 namespace orvane::set_process {
 
-using television::EventStream;
-
 ServedTelevision::ServedTelevision(const television::TelevisionOptions& options,
                                    const television::ShippedParts& shipped, const Json& snapshot,
-                                   int64_t last_log_line, television::Outbox& outbox)
-    : outbox_(outbox),
+                                   int64_t last_log_line, FrameSender& frames)
+    : frames_(frames),
       television_(options, shipped, snapshot, *this),
       events_(
           television_.set().events(), television_.state(),
-          [this] { return television_.TakeSnapshot(); }, last_log_line, outbox) {
+          [this] { return television_.TakeSnapshot(); }, last_log_line, frames) {
   television_.LoadExtensions();
-  contexts_.emplace(television_.host(), outbox);
+  contexts_.emplace(television_.host(), frames);
   control_.emplace(television_);
 }
 
@@ -30,7 +28,7 @@ ServedTelevision::~ServedTelevision() {
 
 Json ServedTelevision::Started() {
   Json scripts = television_.Scripts();
-  outbox_.Handled();
+  frames_.Handled();
   return {{"op", "started"},
           {"catalogue", television_.Catalogue()},
           {"scripts", std::move(scripts)},
@@ -38,7 +36,7 @@ Json ServedTelevision::Started() {
 }
 
 void ServedTelevision::OnLoading(const std::string& name) {
-  outbox_.Handling(0, "load", 0, name, "");
+  frames_.Handling(0, "load", 0, name, "");
 }
 
 }  // namespace orvane::set_process

@@ -7,23 +7,23 @@
 #include <string>
 
 #include "base/json.h"
-#include "television/contexts.h"
+#include "set_process/event_sender.h"
+#include "set_process/frame_sender.h"
+#include "set_process/page_instances.h"
 #include "television/control.h"
-#include "television/event_stream.h"
-#include "television/outbox.h"
 #include "television/television.h"
 
 namespace orvane::set_process {
 
 // The television of the set process, with its page contexts, its control methods and what tells the
-// server of it. Borrows the outbox. Belongs to the extension thread.
+// server of it. Borrows the frame sender. Belongs to the extension thread.
 class ServedTelevision final : private television::TelevisionListener {
  public:
   // `last_log_line` is the number after which those of the log go on. Throws as Television and
   // Television::LoadExtensions; no set runs then.
   ServedTelevision(const television::TelevisionOptions& options,
                    const television::ShippedParts& shipped, const Json& snapshot,
-                   int64_t last_log_line, television::Outbox& outbox);
+                   int64_t last_log_line, FrameSender& frames);
   ~ServedTelevision() override;
   ServedTelevision(const ServedTelevision&) = delete;
   ServedTelevision& operator=(const ServedTelevision&) = delete;
@@ -33,8 +33,8 @@ class ServedTelevision final : private television::TelevisionListener {
   Json Started();
 
   television::RuntimeServices& services() { return television_.services(); }
-  television::EventStream& events() { return events_; }
-  television::Contexts& contexts() { return *contexts_; }
+  EventSender& events() { return events_; }
+  PageInstances& contexts() { return *contexts_; }
   television::Control& control() { return *control_; }
 
  private:
@@ -43,10 +43,10 @@ class ServedTelevision final : private television::TelevisionListener {
   void OnLoading(const std::string& name) override;
   void OnTouched(television::Part part) override { events_.Touch(part); }
 
-  television::Outbox& outbox_;
+  FrameSender& frames_;
   television::Television television_;
-  television::EventStream events_;
-  std::optional<television::Contexts> contexts_;
+  EventSender events_;
+  std::optional<PageInstances> contexts_;
   std::optional<television::Control> control_;
 };
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "television/event_stream.h"
+#include "set_process/event_sender.h"
 
 #include <pthread.h>
 #include <unistd.h>
@@ -9,12 +9,13 @@
 #include <cstdio>
 #include <utility>
 
-#include "base/json_text.h"
-#include "tvset/log_format.h"
+#include "television/set_fields.h"
 
-namespace orvane::television {
+namespace orvane::set_process {
 
 using std::chrono::milliseconds;
+using television::Part;
+using television::SetState;
 
 namespace {
 
@@ -23,20 +24,6 @@ constexpr milliseconds kTouchedDelay{8};
 constexpr milliseconds kSnapshotDelay{100};
 constexpr size_t kBatchLines = 256;
 constexpr size_t kMostLogBytes = size_t{32} << 20;  // that wait; above it the set's threads do
-
-void AppendLogLine(int64_t number, const tvset::LogLine& line, std::string* json) {
-  json->append(R"({"seq":)").append(std::to_string(number));
-  json->append(R"(,"time_ns":)").append(std::to_string(line.time_ns));
-  json->append(R"(,"pid":)").append(std::to_string(line.pid));
-  json->append(R"(,"tid":)").append(std::to_string(line.tid));
-  json->append(R"(,"priority":)").append(std::to_string(line.priority));
-  json->append(R"(,"letter":")").push_back(tvset::PriorityLetter(line.priority));
-  json->append(R"(","tag":)");
-  base::AppendJsonString(base::WellFormed(line.tag), json);
-  json->append(R"(,"text":)");
-  base::AppendJsonString(base::WellFormed(line.text), json);
-  json->append("}\n");
-}
 
 // What was to be sent is lost, such as a setting that fills more than a frame.
 void Complain(const std::exception& error) {
@@ -50,19 +37,19 @@ bool IsKept(Part part) {
 
 }  // namespace
 
-EventStream::EventStream(tvset::EventHub& events, const SetState& state, MakeSnapshot snapshot,
-                         int64_t last_log_line, Outbox& outbox)
+EventSender::EventSender(tvset::EventHub& events, const SetState& state, MakeSnapshot snapshot,
+                         int64_t last_log_line, FrameSender& frames)
     : events_(events),
       state_(state),
       snapshot_(std::move(snapshot)),
-      outbox_(outbox),
+      frames_(frames),
       extension_thread_(gettid()),
       last_log_line_(last_log_line),
       thread_([this] { Run(); }) {
   events_.Add(this);
 }
 
-EventStream::~EventStream() {
+EventSender::~EventSender() {
   events_.Remove(this);
   {
     const std::lock_guard<std::mutex> lock(mutex_);
@@ -72,13 +59,13 @@ EventStream::~EventStream() {
   thread_.join();
 }
 
-void EventStream::OnLogLine(const tvset::LogLine& line) { AddLogLine(line); }
+void EventSender::OnLogLine(const tvset::LogLine& line) { AddLogLine(line); }
 
-void EventStream::OnRefusal(const tvset::Refusal& refusal) {
+void EventSender::OnRefusal(const tvset::Refusal& refusal) {
   AddExplanation(refusal.text, refusal.tid);
 }
 
-void EventStream::AddLogLine(const tvset::LogLine& line) {
+void EventSender::AddLogLine(const tvset::LogLine& line) {
   std::unique_lock<std::mutex> lock(mutex_);
   // This object's own thread empties the queue, so it cannot wait for that.
   if (std::this_thread::get_id() != thread_.get_id()) {
@@ -89,7 +76,9 @@ void EventStream::AddLogLine(const tvset::LogLine& line) {
   const size_t before = batch.lines.size();
   ++batch.count;
   batch.last = ++last_log_line_;
-  AppendLogLine(batch.last, line, &batch.lines);
+  Json json = base::ToJson(line);
+  json["seq"] = batch.last;
+  batch.lines.append(base::JsonText(json)).push_back('\n');
   log_bytes_ += batch.lines.size() - before;
   const bool first = !log_due_;
   BeginLocked(&log_due_, kLogDelay);
@@ -98,24 +87,24 @@ void EventStream::AddLogLine(const tvset::LogLine& line) {
   if (first || full) added_.notify_one();
 }
 
-void EventStream::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
+void EventSender::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
   AddEvent("key", base::ToJson(delivery));
   Touch(Part::kScreenSaver);  // every key starts its wait afresh
 }
 
-void EventStream::OnContextTask(const tvset::ContextTask& task) {
+void EventSender::OnContextTask(const tvset::ContextTask& task) {
   AddEvent("contextTask", base::ToJson(task));
 }
 
-void EventStream::OnKernelMarker(const tvset::KernelMarker& marker) {
+void EventSender::OnKernelMarker(const tvset::KernelMarker& marker) {
   AddEvent("kernelMarker", base::ToJson(marker));
 }
 
-void EventStream::SetContext(std::optional<int64_t> context) { context_ = context; }
+void EventSender::SetContext(std::optional<int64_t> context) { context_ = context; }
 
-void EventStream::Explain(const std::string& text) { AddExplanation(text, gettid()); }
+void EventSender::Explain(const std::string& text) { AddExplanation(text, gettid()); }
 
-void EventStream::AddExplanation(const std::string& text, pid_t thread) {
+void EventSender::AddExplanation(const std::string& text, pid_t thread) {
   Json data{{"text", text}};
   // Other threads work for no page context in particular.
   if (thread == extension_thread_ && context_) {
@@ -124,36 +113,36 @@ void EventStream::AddExplanation(const std::string& text, pid_t thread) {
   AddEvent("explain", data);
 }
 
-void EventStream::OnApplicationChanged(const std::string& app_id) {
+void EventSender::OnApplicationChanged(const std::string& app_id) {
   TouchRow(Part::kApplications, app_id);
   Touch(Part::kWindows);  // which windows are shown depends on it
 }
 
-void EventStream::OnFocusChanged(const std::string&) {
+void EventSender::OnFocusChanged(const std::string&) {
   Touch(Part::kFocus);
   Touch(Part::kWindows);  // the focus raises
 }
 
-void EventStream::OnWindowChanged() { Touch(Part::kWindows); }
-void EventStream::OnInputMethodChanged() { Touch(Part::kInputMethod); }
-void EventStream::OnKeyGrabsChanged() { Touch(Part::kKeyGrabs); }
-void EventStream::OnSettingChanged(const std::string& key) { TouchRow(Part::kSettings, key); }
-void EventStream::OnScreenSaverChanged() { Touch(Part::kScreenSaver); }
-void EventStream::OnFaultChanged(const std::string& function) { TouchRow(Part::kFaults, function); }
+void EventSender::OnWindowChanged() { Touch(Part::kWindows); }
+void EventSender::OnInputMethodChanged() { Touch(Part::kInputMethod); }
+void EventSender::OnKeyGrabsChanged() { Touch(Part::kKeyGrabs); }
+void EventSender::OnSettingChanged(const std::string& key) { TouchRow(Part::kSettings, key); }
+void EventSender::OnScreenSaverChanged() { Touch(Part::kScreenSaver); }
+void EventSender::OnFaultChanged(const std::string& function) { TouchRow(Part::kFaults, function); }
 
-void EventStream::OnFeatureChanged(const std::string&) {
+void EventSender::OnFeatureChanged(const std::string&) {
   Touch(Part::kFeatures);
   Touch(Part::kPanel);
 }
 
-void EventStream::OnProfileChanged() {
+void EventSender::OnProfileChanged() {
   Touch(Part::kProfile);
   Touch(Part::kFeatures);
   Touch(Part::kPanel);
   Touch(Part::kScreenSaver);
 }
 
-void EventStream::TouchRow(Part part, const std::string& key) {
+void EventSender::TouchRow(Part part, const std::string& key) {
   const std::lock_guard<std::mutex> lock(mutex_);
   touched_.emplace(part, key);
   BeginLocked(&touched_due_, kTouchedDelay);
@@ -162,7 +151,7 @@ void EventStream::TouchRow(Part part, const std::string& key) {
   added_.notify_one();
 }
 
-void EventStream::SendChangedSnapshot() {
+void EventSender::SendChangedSnapshot() {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!snapshot_changed_) return;
@@ -175,29 +164,26 @@ void EventStream::SendChangedSnapshot() {
   }
 }
 
-void EventStream::SendSnapshot() {
+void EventSender::SendSnapshot() {
   const std::lock_guard<std::mutex> snapshot_lock(snapshot_mutex_);
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     snapshot_changed_ = false;
   }
-  outbox_.Send(R"({"op":"snapshot"})", base::JsonText(snapshot_()));
+  frames_.Send({{"op", "snapshot"}}, base::JsonText(snapshot_()));
 }
 
-void EventStream::AddEvent(std::string_view name, const Json& data) {
-  std::string body = R"({"op":"event","name":)";
-  base::AppendJsonString(name, &body);
-  body.append(R"(,"data":)").append(base::JsonText(data)).push_back('}');
+void EventSender::AddEvent(std::string_view name, Json data) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  urgent_.push_back(std::move(body));
+  urgent_.push_back({{"op", "event"}, {"name", name}, {"data", std::move(data)}});
   added_.notify_one();
 }
 
-void EventStream::BeginLocked(std::optional<TimePoint>* due, milliseconds delay) {
+void EventSender::BeginLocked(std::optional<TimePoint>* due, milliseconds delay) {
   if (!*due) *due = std::chrono::steady_clock::now() + delay;
 }
 
-void EventStream::Run() {
+void EventSender::Run() {
   pthread_setname_np(pthread_self(), "events");
   while (const std::optional<Load> load = NextLoad()) {
     try {
@@ -208,7 +194,7 @@ void EventStream::Run() {
   }
 }
 
-std::optional<EventStream::Load> EventStream::NextLoad() {
+std::optional<EventSender::Load> EventSender::NextLoad() {
   std::unique_lock<std::mutex> lock(mutex_);
   while (true) {
     const TimePoint now = std::chrono::steady_clock::now();
@@ -223,14 +209,14 @@ std::optional<EventStream::Load> EventStream::NextLoad() {
   }
 }
 
-EventStream::TimePoint EventStream::NextDueLocked() const {
+EventSender::TimePoint EventSender::NextDueLocked() const {
   if (!urgent_.empty()) return {};
   const TimePoint never = TimePoint::max();
   return std::min(
       {log_due_.value_or(never), touched_due_.value_or(never), snapshot_due_.value_or(never)});
 }
 
-EventStream::Load EventStream::TakeDueLocked(TimePoint now) {
+EventSender::Load EventSender::TakeDueLocked(TimePoint now) {
   const auto is_due = [&](const std::optional<TimePoint>& due) {
     return due && (is_over_ || *due <= now);
   };
@@ -253,26 +239,25 @@ EventStream::Load EventStream::TakeDueLocked(TimePoint now) {
   return load;
 }
 
-void EventStream::Send(const Load& load) {
-  for (const std::string& body : load.events) outbox_.Send(body);
+void EventSender::Send(const Load& load) {
+  for (const Json& event : load.events) frames_.Send(event);
   for (const Batch& batch : load.log) {
-    outbox_.Send(R"({"op":"event","name":"log","lastLogLine":)" + std::to_string(batch.last) + "}",
-                 batch.lines);
+    frames_.Send({{"op", "event"}, {"name", "log"}, {"lastLogLine", batch.last}}, batch.lines);
   }
   SendTouched(load.touched);
   if (load.snapshot) SendSnapshot();
 }
 
 // A part that is sent whole holds its rows; the whole comes first, as its key is empty.
-void EventStream::SendTouched(const Touched& touched) {
+void EventSender::SendTouched(const Touched& touched) {
   for (const auto& [part, key] : touched) {
     const auto name = base::ToJson(part).get<std::string>();
     if (key.empty()) {
-      outbox_.Event(name, state_.ValueOf(part));
+      frames_.Event(name, state_.ValueOf(part));
     } else if (touched.count({part, ""}) == 0) {
-      outbox_.Event("changed", {{"part", name}, {"key", key}, {"value", state_.RowOf(part, key)}});
+      frames_.Event("changed", {{"part", name}, {"key", key}, {"value", state_.RowOf(part, key)}});
     }
   }
 }
 
-}  // namespace orvane::television
+}  // namespace orvane::set_process

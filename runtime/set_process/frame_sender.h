@@ -9,30 +9,29 @@
 
 #include "base/json.h"
 
-namespace orvane::television {
+namespace orvane::set_process {
 
 // The way to the server process. Each frame is written whole, at once and in the order of the
 // calls, with nothing kept back: what was sent before the process died arrives. A caller waits
 // while the socket is full. When the server is gone nothing more is sent, and nothing is said about
 // it here: whoever reads the socket learns it. Any thread. The socket is borrowed.
-class Outbox {
+class FrameSender {
  public:
-  explicit Outbox(int socket) : socket_(socket) {}
-  ~Outbox() = default;
-  Outbox(const Outbox&) = delete;
-  Outbox& operator=(const Outbox&) = delete;
+  explicit FrameSender(int socket) : socket_(socket) {}
+  ~FrameSender() = default;
+  FrameSender(const FrameSender&) = delete;
+  FrameSender& operator=(const FrameSender&) = delete;
 
-  // A frame; `head` is the text of a JSON object, in which bytes that are no UTF-8 are replaced.
-  // Throws base::FrameError for one that is too long.
-  void Send(std::string_view head, std::string_view body = {});
+  // A frame of a JSON object and any bytes. Throws base::FrameError for one that is too long.
+  void Send(const Json& head, std::string_view body = {});
 
   // Answers to the request `id`.
-  void Answer(int64_t id, const Json& result);
+  void Answer(int64_t id, Json result);
   // The text of an answer to a page; `microseconds` is what it took, or negative.
   void AnswerText(int64_t id, std::string_view text, int64_t microseconds = -1);
   void AnswerError(int64_t id, std::string_view error);
 
-  void Event(std::string_view name, const Json& data);
+  void Event(std::string_view name, Json data);
 
   // What the process does from now on, so that its end can name it: `what` is a request's operation
   // or "load", `id` is 0 for what gets no answer and then ends with Handled.
@@ -47,4 +46,4 @@ class Outbox {
   bool is_gone_ = false;  // guarded by mutex_
 };
 
-}  // namespace orvane::television
+}  // namespace orvane::set_process

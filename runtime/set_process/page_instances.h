@@ -10,22 +10,22 @@
 #include <vector>
 
 #include "extensions/extension_host.h"
-#include "television/outbox.h"
+#include "set_process/frame_sender.h"
 
-namespace orvane::television {
+namespace orvane::set_process {
 
 // The page contexts, each with an instance of every extension that it uses. A context begins with
 // its first message, and its number is not used again once it was closed. What instances post goes
-// to the outbox from whatever thread, with the context's number and the extension's name.
+// to the frame sender from whatever thread, with the context's number and the extension's name.
 //
-// Borrows the host and the outbox, which outlive it. Belongs to the extension thread. Throws
+// Borrows the host and the frames, which outlive it. Belongs to the extension thread. Throws
 // RequestError for what does not exist, extensions::HostError as extensions::Instance does.
-class Contexts {
+class PageInstances {
  public:
-  Contexts(extensions::ExtensionHost& host, Outbox& outbox);
-  ~Contexts();  // closes those that are left
-  Contexts(const Contexts&) = delete;
-  Contexts& operator=(const Contexts&) = delete;
+  PageInstances(extensions::ExtensionHost& host, FrameSender& frames);
+  ~PageInstances();  // closes those that are left
+  PageInstances(const PageInstances&) = delete;
+  PageInstances& operator=(const PageInstances&) = delete;
 
   void Create(int64_t context, const std::string& extension);
   std::string SendSync(int64_t context, const std::string& extension, const std::string& text);
@@ -43,9 +43,9 @@ class Contexts {
   Connection& Find(int64_t context, const std::string& extension);
 
   extensions::ExtensionHost& host_;
-  Outbox& outbox_;
+  FrameSender& frames_;
   std::map<int64_t, Connections> contexts_;
   std::unordered_set<int64_t> closed_;
 };
 
-}  // namespace orvane::television
+}  // namespace orvane::set_process

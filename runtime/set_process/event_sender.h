@@ -18,11 +18,11 @@
 #include <vector>
 
 #include "base/json.h"
-#include "television/outbox.h"
+#include "set_process/frame_sender.h"
 #include "television/set_state.h"
 #include "tvset/events.h"
 
-namespace orvane::television {
+namespace orvane::set_process {
 
 // Tells the server what happens on the set: log lines in batches, none left out; what changed of
 // the state, several changes as one: a part by the event of its name, a row of a part that is a
@@ -32,22 +32,22 @@ namespace orvane::television {
 //
 // Events are sent by a thread of this object. The set's threads only leave them here; they wait
 // when so many log lines are left that memory would run short. Any thread.
-class EventStream final : public tvset::Observer {
+class EventSender final : public tvset::Observer {
  public:
   using MakeSnapshot = std::function<Json()>;
 
   // All borrowed. `snapshot` is called on this object's thread. `last_log_line` is the number after
   // which those of the log lines go on.
-  EventStream(tvset::EventHub& events, const SetState& state, MakeSnapshot snapshot,
-              int64_t last_log_line, Outbox& outbox);
-  ~EventStream() override;
-  EventStream(const EventStream&) = delete;
-  EventStream& operator=(const EventStream&) = delete;
+  EventSender(tvset::EventHub& events, const television::SetState& state, MakeSnapshot snapshot,
+              int64_t last_log_line, FrameSender& frames);
+  ~EventSender() override;
+  EventSender(const EventSender&) = delete;
+  EventSender& operator=(const EventSender&) = delete;
 
   // A part was changed past the set's own observers, or is to be told once more.
-  void Touch(Part part) { TouchRow(part, ""); }
+  void Touch(television::Part part) { TouchRow(part, ""); }
   // One row of it, see SetState::RowOf.
-  void TouchRow(Part part, const std::string& key);
+  void TouchRow(television::Part part, const std::string& key);
 
   // Sends a snapshot now when the set is not as the last one told: what the calling thread does
   // next may end the process. A screen saver's wait that began afresh is not worth one.
@@ -78,7 +78,7 @@ class EventStream final : public tvset::Observer {
  private:
   using TimePoint = std::chrono::steady_clock::time_point;
   // Parts of the state, each whole where the key is empty, else the row of the key.
-  using Touched = std::set<std::pair<Part, std::string>>;
+  using Touched = std::set<std::pair<television::Part, std::string>>;
   // Log lines of one frame.
   struct Batch {
     std::string lines;
@@ -87,7 +87,7 @@ class EventStream final : public tvset::Observer {
   };
   // What is to be sent now.
   struct Load {
-    std::vector<std::string> events;
+    std::vector<Json> events;
     std::deque<Batch> log;
     Touched touched;
     bool snapshot = false;
@@ -101,14 +101,14 @@ class EventStream final : public tvset::Observer {
   void SendTouched(const Touched& touched);
   void SendSnapshot();
   void AddExplanation(const std::string& text, pid_t thread);
-  void AddEvent(std::string_view name, const Json& data);
+  void AddEvent(std::string_view name, Json data);
   void AddLogLine(const tvset::LogLine& line);
   void BeginLocked(std::optional<TimePoint>* due, std::chrono::milliseconds delay);
 
   tvset::EventHub& events_;
-  const SetState& state_;
+  const television::SetState& state_;
   const MakeSnapshot snapshot_;
-  Outbox& outbox_;
+  FrameSender& frames_;
   const pid_t extension_thread_;    // the one that made this object
   std::optional<int64_t> context_;  // belongs to the extension thread
   std::mutex snapshot_mutex_;  // held while one is taken and sent, so that the later one is newer
@@ -116,7 +116,7 @@ class EventStream final : public tvset::Observer {
   std::condition_variable added_;
   std::condition_variable sent_;
   // Guarded by mutex_:
-  std::vector<std::string> urgent_;  // bodies of frames
+  std::vector<Json> urgent_;  // heads of frames
   std::deque<Batch> log_;
   size_t log_bytes_ = 0;
   int64_t last_log_line_;
@@ -129,4 +129,4 @@ class EventStream final : public tvset::Observer {
   std::thread thread_;  // last: begins with everything else in place
 };
 
-}  // namespace orvane::television
+}  // namespace orvane::set_process
