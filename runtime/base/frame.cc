@@ -62,7 +62,8 @@ void FrameReader::Append(std::string_view bytes) {
 }
 
 std::optional<Frame> FrameReader::Next() {
-  std::string_view left = std::string_view(bytes_).substr(taken_);
+  std::string_view left = bytes_;
+  left.remove_prefix(taken_);
   if (left.size() < kLengthBytes) return std::nullopt;
   const size_t length = TakeLength(&left);
   CheckLength(length);

@@ -278,10 +278,8 @@ Json ToJson(const T& value) {
     return value.string();
   } else if constexpr (fields::IsOptional<T>::value) {
     return value ? ToJson(*value) : Json();
-  } else if constexpr (std::is_constructible_v<Json, const T&> && !std::is_class_v<T>) {
-    return value;
-  } else if constexpr (std::is_same_v<T, Json> || std::is_same_v<T, std::string> ||
-                       std::is_same_v<T, std::string_view>) {
+  } else if constexpr (!std::is_class_v<T> || std::is_same_v<T, Json> ||
+                       std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {
     return value;
   } else {
     fields::Writer writer;
