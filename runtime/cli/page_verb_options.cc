@@ -26,6 +26,8 @@ void AddPageVerbOptions(CLI::App& verb, PageVerbOptions& options) {
                   "End a page that is still busy after so many seconds (default: 60)")
       ->type_name("SECONDS")
       ->check(CLI::Range(0.001, kLongestSeconds).description(""));
+  // For tests: in no list of options.
+  verb.add_option("--closing", options.closing_seconds)->group("");
 }
 
 }  // namespace orvane::cli

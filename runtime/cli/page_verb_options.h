@@ -18,6 +18,7 @@ struct PageVerbOptions : SetOptions {
   std::string log_format = "brief";
   bool trace = false;
   double timeout_seconds = 60;
+  double closing_seconds = 10;  // for work of extensions that their instances wait for
 };
 
 // Adds the options to a verb. `options` is filled when the command line is parsed, and must live

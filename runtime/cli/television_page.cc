@@ -36,7 +36,7 @@ television::TelevisionOptions Options(const PageVerbOptions& given) {
 }  // namespace
 
 TelevisionPage::TelevisionPage(const PageVerbOptions& options, page::ConsoleSink* console)
-    : time_limit_(Milliseconds(options.timeout_seconds)),
+    : time_limit_(Milliseconds(options.timeout_seconds), Milliseconds(options.closing_seconds)),
       refusals_(options.app.empty()),
       television_(Options(options), FindShippedParts(), Json(), *this) {
   tvset::EventHub& events = television_.set().events();

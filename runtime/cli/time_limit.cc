@@ -15,13 +15,12 @@ namespace {
 
 // For the loop to come back from the turn that it is in.
 constexpr std::chrono::milliseconds kGrace{1000};
-// For work of extensions that is under way, and whose end their instances wait for.
-constexpr std::chrono::milliseconds kClosing{10000};
 
 }  // namespace
 
-TimeLimit::TimeLimit(std::chrono::milliseconds limit)
+TimeLimit::TimeLimit(std::chrono::milliseconds limit, std::chrono::milliseconds closing)
     : limit_(limit),
+      closing_time_(closing),
       end_(std::chrono::steady_clock::now() + limit),
       last_call_(end_ + kGrace),
       watcher_([this] { Watch(); }) {}
@@ -44,7 +43,7 @@ std::chrono::milliseconds TimeLimit::left() const {
 void TimeLimit::BeginClosing() {
   const std::lock_guard<std::mutex> lock(mutex_);
   closing_ = true;
-  last_call_ = std::chrono::steady_clock::now() + kClosing;
+  last_call_ = std::chrono::steady_clock::now() + closing_time_;
   changed_.notify_all();
 }
 

@@ -15,7 +15,8 @@ namespace orvane::cli {
 // ExitCode::kTimeLimit. One thread, the page thread, uses it.
 class TimeLimit {
  public:
-  explicit TimeLimit(std::chrono::milliseconds limit);
+  // `closing` is the time that what remains after BeginClosing may take.
+  TimeLimit(std::chrono::milliseconds limit, std::chrono::milliseconds closing);
   ~TimeLimit();
   TimeLimit(const TimeLimit&) = delete;
   TimeLimit& operator=(const TimeLimit&) = delete;
@@ -23,7 +24,7 @@ class TimeLimit {
   std::chrono::milliseconds limit() const { return limit_; }
   std::chrono::milliseconds left() const;  // never below 0
 
-  // The scripts have done their part; what remains, closing the page, has a time of its own.
+  // The scripts have done their part; what remains is closing the page.
   void BeginClosing();
 
  private:
@@ -33,6 +34,7 @@ class TimeLimit {
   [[noreturn]] void EndProcess() const;
 
   const std::chrono::milliseconds limit_;
+  const std::chrono::milliseconds closing_time_;
   const TimePoint end_;
   std::mutex mutex_;
   std::condition_variable changed_;

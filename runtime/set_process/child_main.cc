@@ -28,7 +28,6 @@ using television::ShippedParts;
 
 namespace {
 
-constexpr std::chrono::milliseconds kGrace{3000};
 constexpr int64_t kMostId = int64_t{1} << 53;
 
 // The heads of requests. Each has "op" besides, and "id" if it wants an answer.
@@ -325,10 +324,10 @@ bool ServeOne(int socket, base::FrameReader* reader, Dispatcher& dispatcher, Fra
 
 }  // namespace
 
-int RunSetProcess(int socket, const ShippedParts& shipped) {
+int RunSetProcess(int socket, const ShippedParts& shipped, std::chrono::milliseconds grace) {
   TieToServer();
   FrameSender frames(socket);
-  EndWatch end_watch(socket, kGrace);
+  EndWatch end_watch(socket, grace);
   Dispatcher dispatcher(frames, shipped);
   base::FrameReader reader;
   int exit_code = 0;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
+
 #include "television/television.h"
 
 namespace orvane::set_process {
@@ -13,7 +15,8 @@ namespace orvane::set_process {
 // The process holds the set and the extensions apart from the server, so that an extension that
 // ends its process takes no page and no simulator with it. Before a message is handled the server
 // is told which ("handling"); what the process wrote before it died arrives. When the server is
-// gone the process ends within a few seconds, whatever its handlers do.
-int RunSetProcess(int socket, const television::ShippedParts& shipped);
+// gone the process ends within `grace`, whatever its handlers do.
+int RunSetProcess(int socket, const television::ShippedParts& shipped,
+                  std::chrono::milliseconds grace);
 
 }  // namespace orvane::set_process

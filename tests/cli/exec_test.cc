@@ -162,7 +162,7 @@ TEST_F(ExecTest, RefusesAnExtensionThatIsNone) {
 
 TEST_F(ExecTest, DoesNotWaitForEverForAnExtensionToClose) {
   Write("a.js", "console.log(example.stuck.here);");
-  const Outcome outcome = Run({"exec", "--extension", STUCK_EXTENSION, "a.js"});
+  const Outcome outcome = Run({"exec", "--closing", "0.2", "--extension", STUCK_EXTENSION, "a.js"});
   EXPECT_EQ(outcome.exit_code, 3);
   EXPECT_EQ(outcome.out, "true\n");
   EXPECT_THAT(outcome.err, HasSubstr("did not finish its work"));

@@ -55,7 +55,8 @@ void SetProcessTest::Spawn() {
   pid_ = fork();
   if (pid_ == 0) {
     fcntl(ends[1], F_SETFD, 0);
-    execl(ORVANE_COMMAND, "orvane", "set-process", "--fd", number.c_str(), nullptr);
+    execl(ORVANE_COMMAND, "orvane", "set-process", "--fd", number.c_str(), "--grace", "0.2",
+          nullptr);
     _exit(127);
   }
   close(ends[1]);

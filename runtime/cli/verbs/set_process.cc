@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <memory>
 
+#include "cli/set_options.h"
 #include "cli/shipped_parts.h"
 #include "cli/verbs/verbs.h"
 #include "set_process/child_main.h"
@@ -10,8 +11,14 @@ namespace orvane::cli {
 
 namespace {
 
-ExitCode Serve(int socket) {
-  return static_cast<ExitCode>(set_process::RunSetProcess(socket, FindShippedParts()));
+struct ChildOptions {
+  int socket = -1;
+  double grace_seconds = 3;
+};
+
+ExitCode Serve(const ChildOptions& options) {
+  return static_cast<ExitCode>(set_process::RunSetProcess(options.socket, FindShippedParts(),
+                                                          Milliseconds(options.grace_seconds)));
 }
 
 }  // namespace
@@ -21,9 +28,11 @@ void AddSetProcessVerb(CLI::App& command, Run& run) {
   CLI::App* const verb =
       command.add_subcommand("set-process", "Hold the set and the library for orvane run");
   verb->group("");
-  const auto socket = std::make_shared<int>(-1);
-  verb->add_option("--fd", *socket, "Descriptor of the socket to the server")->required();
-  verb->callback([&run, socket] { run = [socket] { return Serve(*socket); }; });
+  const auto options = std::make_shared<ChildOptions>();
+  verb->add_option("--fd", options->socket, "Descriptor of the socket to the server")->required();
+  verb->add_option("--grace", options->grace_seconds,
+                   "Seconds that a handler may go on for when the server is gone");
+  verb->callback([&run, options] { run = [options] { return Serve(*options); }; });
 }
 
 }  // namespace orvane::cli
