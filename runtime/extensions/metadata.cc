@@ -82,7 +82,7 @@ Metadata ParseMetadata(std::string_view json) {
     return Unusable("it is no JSON that can be used. " + std::string(error.what()));
   }
   return Unusable(
-      "it holds no array. Write an array of objects with \"name\", \"lib\" and \"entry_points\".");
+      R"(it holds no array. Write an array of objects with "name", "lib" and "entry_points".)");
 }
 
 Metadata ReadMetadataFile(const std::filesystem::path& file) {

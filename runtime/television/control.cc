@@ -37,10 +37,10 @@ void CallHandler(Control& control, void (Control::*handler)(const Parameters&, c
   (control.*handler)(Read<Parameters>(given, method), receiver);
 }
 
-template <auto handler>
+template <auto kHandler>
 void CallMethod(Control& control, std::string_view method, const Json& given,
                 const Receiver& receiver) {
-  CallHandler(control, handler, method, given, receiver);
+  CallHandler(control, kHandler, method, given, receiver);
 }
 
 }  // namespace

@@ -22,6 +22,7 @@ class Control {
   using Receiver = std::function<void(const Json& result, const std::string& error)>;
 
   explicit Control(Television& television);
+  ~Control() = default;
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
