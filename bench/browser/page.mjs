@@ -11,11 +11,12 @@ export async function prepare() {
   const [, context] = /"context":(\d+)/.exec(script);
   const query = `?token=${token}&context=${context}`;
   const getAppState = '{"cmd":"OrvaneManager_getAppState","args":{"appid":""}}';
-  const request = { type: 'sync', extension: 'dravelt.orvane', text: getAppState };
+  const request = { type: 'sync', extension: 'dravelt.orvane' };
   let id = 0;
-  const next = (message) => {
+  const next = (head, body) => {
     id += 1;
-    return JSON.stringify({ ...message, id });
+    const line = JSON.stringify({ ...head, id });
+    return body === undefined ? line : `${line}\n${body}`;
   };
 
   const socket = new WebSocket(`ws://${location.host}/.orvane/socket${query}&last=0`);
@@ -23,7 +24,7 @@ export async function prepare() {
   let last = 0;
   await new Promise((resolve, reject) => {
     socket.onmessage = ({ data }) => {
-      const { type, seq } = JSON.parse(data);
+      const { type, seq } = JSON.parse(data.split('\n')[0]);
       if (type === 'hello') {
         resolve();
       } else {
@@ -33,22 +34,22 @@ export async function prepare() {
     };
     socket.onerror = () => reject(new Error('the second context got no socket'));
   });
-  const roundTrip = (message) =>
+  const roundTrip = (head, body) =>
     new Promise((resolve) => {
       answered = resolve;
-      socket.send(next(message));
+      socket.send(next(head, body));
     });
 
   window.bench = {
     acknowledge: () => socket.send(JSON.stringify({ type: 'ack', seq: last })),
     kinds: {
       echo: () => roundTrip({ type: 'echo' }),
-      message: () => roundTrip(request),
+      message: () => roundTrip(request, getAppState),
       worker: () => dravelt.orvane.getAppState(),
       request() {
         const call = new XMLHttpRequest();
         call.open('POST', `/.orvane/sync${query}`, false);
-        call.send(next(request));
+        call.send(next(request, getAppState));
         if (call.status !== 200) {
           throw new Error(`the request was refused: ${call.responseText}`);
         }

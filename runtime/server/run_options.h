@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/web_application.h"
+#include "server/pages/key_presses.h"
 #include "server/pages/page_script.h"
 #include "server/web/limits.h"
 
@@ -43,6 +44,7 @@ struct RunOptions {
   bool test_hooks = false;
   Limits limits;
   std::chrono::milliseconds context_grace{5000};
+  KeyTimes key_times;
   ScriptCheck check_script;  // may be empty
 
   // Called once on the loop's thread, when the link works.

@@ -9,7 +9,6 @@
 #include <optional>
 #include <utility>
 
-#include "base/json_writer.h"
 #include "base/net.h"
 #include "base/wall_clock.h"
 #include "server/application/app_content.h"
@@ -17,12 +16,13 @@
 #include "server/pages/key_presses.h"
 #include "server/pages/page_contexts.h"
 #include "server/pages/page_messages.h"
-#include "server/pictures/browser_desk.h"
 #include "server/pictures/open_in_browser.h"
-#include "server/records/event_hub.h"
+#include "server/pictures/picture_taker.h"
+#include "server/records/event_broadcast.h"
 #include "server/records/journal.h"
 #include "server/run_record.h"
 #include "server/simulator/api.h"
+#include "server/simulator/record_methods.h"
 #include "server/simulator/run_info.h"
 #include "server/simulator/run_methods.h"
 #include "server/simulator/simulator_site.h"
@@ -50,7 +50,7 @@ bool FindSimulatorFile(const std::string& path, std::string* bytes, std::string*
 set_process::SetProcessOptions MakeLibraryOptions(const RunOptions& options) {
   set_process::SetProcessOptions library;
   library.command = options.library_command;
-  library.start_options = base::ParseJson(StartOptionsJson(options));
+  library.start_options = StartOptions(options);
   library.deadline = options.deadline;
   library.patience = options.patience;
   return library;
@@ -70,17 +70,17 @@ class RunServer::Runner final : public set_process::SetProcessListener {
       : options_(std::move(options)),
         loop_(1),
         signals_(loop_),
-        hub_(loop_),
+        events_(loop_),
         set_process_(loop_, *this, MakeLibraryOptions(options_)),
-        contexts_(loop_, set_process_, hub_, options_.limits, MakeTimes(options_)),
-        journal_(hub_),
+        contexts_(loop_, set_process_, events_, options_.limits, MakeTimes(options_)),
+        journal_(events_),
         api_(set_process_),
-        keys_(loop_, set_process_, contexts_, options_.app.id),
+        keys_(loop_, set_process_, contexts_, options_.app.id, options_.key_times),
         messages_(contexts_, set_process_, journal_, keys_),
         app_server_(loop_, options_.limits),
         simulator_server_(loop_, options_.limits) {
-    contexts_.set_on_message([this](PageContext& context, std::string_view text) {
-      messages_.HandleSocketMessage(context, text);
+    contexts_.set_on_message([this](PageContext& context, std::string_view data, bool is_binary) {
+      messages_.HandleSocketMessage(context, data, is_binary);
     });
   }
 
@@ -105,12 +105,10 @@ class RunServer::Runner final : public set_process::SetProcessListener {
   void OnPosted(const set_process::Posted& posted) override { messages_.DeliverPosted(posted); }
   void OnEvent(const std::string& name, const Json& data, std::string_view body) override;
   void OnRestarted() override;
-  void OnProcessChanged() override {
-    hub_.Publish("process", base::JsonText(set_process_.Description()));
-  }
+  void OnProcessChanged() override { events_.Publish("process", set_process_.Description()); }
 
  private:
-  void Open(const base::JsonObject& started);
+  void Open(const Json& started);
   void Record(const std::string& api, const std::string& secret);
   void OpenBrowser();
   void Fail(const std::string& why);
@@ -119,7 +117,7 @@ class RunServer::Runner final : public set_process::SetProcessListener {
   RunOptions options_;
   asio::io_context loop_;
   asio::signal_set signals_;
-  EventHub hub_;
+  EventBroadcast events_;
   set_process::SetProcess set_process_;
   PageContexts contexts_;
   Journal journal_;
@@ -135,38 +133,38 @@ class RunServer::Runner final : public set_process::SetProcessListener {
   std::optional<SimulatorSite> simulator_site_;
   std::optional<AppContent> content_;
   std::optional<RunRecord> record_;
-  BrowserDesk browser_desk_{loop_};
+  PictureTaker pictures_{loop_};
   RunAddresses addresses_;
-  RunMethods run_methods_{{options_, addresses_, set_process_, contexts_, browser_desk_}};
+  RunMethods run_methods_{{options_, addresses_, set_process_, contexts_, pictures_}};
   bool stopping_ = false;
   std::string failure_;
 };
 
 void RunServer::Runner::OnStarted(const Json& started) {
-  const std::string text = base::JsonText(started);
   try {
-    Open(*base::JsonObject::Parse(text));
+    Open(started);
   } catch (const std::exception& error) {
     Fail(error.what());
   }
 }
 
-void RunServer::Runner::Open(const base::JsonObject& started) {
+void RunServer::Runner::Open(const Json& started) {
   const std::string secret = MakeSecret();
   const Origins origins = ListenOnLoopback(app_server_, simulator_server_, options_.port);
   addresses_ = {origins.simulator.url() + "/#token=" + secret, origins.app.url()};
-  script_.emplace(started, PageAppJson(options_.app), options_.deadline, options_.check_script);
+  script_.emplace(started, PageAppInfo(options_.app), options_.deadline, options_.check_script);
   app_site_.emplace(origins.app, origins.simulator, AppSite::Parts{contexts_, messages_, *script_},
                     options_);
   content_.emplace(
       options_, origins,
-      AppContent::Parts{loop_, *app_site_, contexts_, hub_, [this](const std::string& text) {
-                          journal_.AddExplanation(R"("text":)" + base::JsonText(Json(text)));
+      AppContent::Parts{loop_, *app_site_, contexts_, events_, [this](const std::string& text) {
+                          journal_.AddExplanation({{"text", text}});
                         }});
   app_site_->set_content(
       [this](const std::shared_ptr<Exchange>& exchange) { content_->Handle(exchange); });
-  simulator_site_.emplace(origins.simulator, origins.app, secret, FindSimulatorFile, api_, hub_);
-  journal_.AddMethods(api_, AppJson(options_.app), [this] { return run_methods_.profile(); });
+  simulator_site_.emplace(origins.simulator, origins.app, secret, FindSimulatorFile, api_, events_);
+  AddRecordMethods(api_, journal_, AppInfo(options_.app),
+                   [this] { return run_methods_.profile(); });
   run_methods_.AddTo(api_, base::NowNs());
   run_methods_.AskProfile();
   Record(origins.simulator.url() + "/api/call", secret);
@@ -185,30 +183,20 @@ void RunServer::Runner::Record(const std::string& api, const std::string& secret
 void RunServer::Runner::OpenBrowser() {
   if (options_.open_browser) server::OpenInBrowser(addresses_.simulator);
   if (!options_.headless_browser) return;
-  browser_desk_.Open(addresses_.simulator, [this](const std::string& why) { Fail(why); });
+  pictures_.Open(addresses_.simulator, [this](const std::string& why) { Fail(why); });
 }
 
-void RunServer::Runner::OnEvent(const std::string& name, const Json& json, std::string_view body) {
+void RunServer::Runner::OnEvent(const std::string& name, const Json& data, std::string_view body) {
   if (name == "log") return journal_.AddLog(body);
-  const std::string data = base::JsonText(json);
-  if (name == "explain") {
-    const auto explanation = base::JsonObject::Parse(data);
-    if (explanation && data.size() > 2) {
-      journal_.AddExplanation(data.substr(1, data.size() - 2));
-    }
-    return;
-  }
-  hub_.Publish(name, data);
+  if (name == "explain") return journal_.AddExplanation(data);
+  events_.Publish(name, data);
   if (name == "profile") run_methods_.TakeProfile(data);
-  if (name == "key") {
-    const auto event = base::JsonObject::Parse(data);
-    if (event) keys_.OnKeyEvent(*event);
-  }
+  if (name == "key") keys_.OnKeyEvent(data);
 }
 
 void RunServer::Runner::OnRestarted() {
   contexts_.ForgetInstances();
-  contexts_.DeliverToAll(R"("type":"restarted")");
+  contexts_.DeliverToAll({Json{{"type", "restarted"}}, std::nullopt, false});
 }
 
 void RunServer::Runner::Fail(const std::string& why) {

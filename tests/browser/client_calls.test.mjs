@@ -96,7 +96,7 @@ test('a posted message is delivered after the script that called', async () => {
   const { runtime, page } = await openFake(scene);
   runtime.answer = (message, context) => {
     if (message.type === 'sync') {
-      context.send({ type: 'posted', extension: 'dravelt.echo', text: 'posted' });
+      context.send({ type: 'posted', extension: 'dravelt.echo', body: 'posted' });
       return message.text;
     }
     return null;
@@ -118,6 +118,29 @@ test('a posted message is delivered after the script that called', async () => {
       })
   );
   assert.deepEqual(order, ['first', 'second', 'microtask', 'posted', 'posted']);
+});
+
+test('bytes go and come as bytes, over both ways', async () => {
+  const { runtime, page } = await openFake(scene);
+  const post = () => dravelt.echo.post(new Uint8Array([0, 10, 255]));
+  await page.evaluate(post);
+  await linked(runtime, page);
+  await page.evaluate(post);
+  await until(() => runtime.of('post').length === 2, 'the posts');
+  assert.ok(runtime.of('post').every(({ bytes }) => bytes.join() === '0,10,255'));
+  const heard = page.evaluate(
+    () =>
+      new Promise((resolve) => {
+        dravelt.echo.listen((data) => resolve([...new Uint8Array(data)]));
+      })
+  );
+  await page.evaluate(() => dravelt.echo.send('listening'));
+  runtime.context.send({
+    type: 'posted',
+    extension: 'dravelt.echo',
+    body: Buffer.from([10, 0, 254]),
+  });
+  assert.deepEqual(await heard, [10, 0, 254]);
 });
 
 test('a call that is never answered ends with an error that names it', async () => {

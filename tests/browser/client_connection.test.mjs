@@ -19,7 +19,7 @@ function listen() {
 
 async function post(context, from, to) {
   for (let number = from; number < to; number += 1) {
-    context.send({ type: 'posted', extension: 'dravelt.echo', text: String(number) });
+    context.send({ type: 'posted', extension: 'dravelt.echo', body: String(number) });
   }
 }
 
@@ -113,7 +113,7 @@ test('a restart fails the calls in flight, and later calls go on', async () => {
   assert.ok(replies.some(({ error }) => error.message.includes('dravelt://orvane/x')));
 
   const text = JSON.stringify({ listenerId: 'stays', value: 'listening' });
-  runtime.context.send({ type: 'posted', extension: 'dravelt.echo', text });
+  runtime.context.send({ type: 'posted', extension: 'dravelt.echo', body: text });
   await page.waitForFunction(() => window.failed.at(-1) === 'listening');
   runtime.answer = (message) => message.text ?? null;
   assert.equal(await page.evaluate(() => dravelt.echo.send('again')), 'again');

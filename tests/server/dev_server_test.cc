@@ -163,9 +163,9 @@ TEST_F(DevServerTest, GivesForeignPagesNoSocket) {
 TEST_F(DevServerTest, ListsADocumentWhosePolicyForbidsTheScript) {
   StartWithPage("Content-Security-Policy: script-src 'nonce-x'\r\n");
   Get("/page", kOfPage);
-  EXPECT_THAT(Call("pages.list"),
-              AllOf(HasSubstr("\"href\":\"" + app_origin() + "/page\""),
-                    HasSubstr(R"("runtime":"noScript","problem":"The page's Content-Security)")));
+  EXPECT_THAT(Call("pages.list"), AllOf(HasSubstr("\"href\":\"" + app_origin() + "/page\""),
+                                        HasSubstr(R"("problem":"The page's Content-Security)"),
+                                        HasSubstr(R"("runtime":"noScript")")));
 }
 
 TEST_F(DevServerTest, ListsADocumentThatTheTelevisionMayNotShow) {

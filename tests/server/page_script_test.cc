@@ -14,16 +14,20 @@ constexpr char kStarted[] =
     R"({"catalogue":[{"name":"a"}],"scripts":{"a":"exports.x = '\n';","b":"broken"}})";
 
 PageScript MakeScript() {
-  return {*base::JsonObject::Parse(kStarted), R"({"name":"</script>"})",
-          std::chrono::milliseconds(5), [](const std::string& name, const std::string&) {
+  return {base::ParseJson(kStarted),
+          {{"name", "</script>"}},
+          std::chrono::milliseconds(5),
+          [](const std::string& name, const std::string&) {
             return name == "b" ? std::string("line 1: no") : std::string();
           }};
 }
 
 TEST(PageScriptTest, CarriesWhatThePageHasToKnow) {
   const std::string script = MakeScript().Make(7, "secret");
-  EXPECT_THAT(script, HasSubstr(R"(({"context":7,"token":"secret","catalogue":[{"name":"a"}],)"));
-  EXPECT_THAT(script, HasSubstr(R"("deadlineMs":5)"));
+  EXPECT_THAT(
+      script,
+      HasSubstr(R"("catalogue":[{"name":"a"}],"context":7,"deadlineMs":5,"token":"secret"})"));
+  EXPECT_THAT(script, HasSubstr(R"(({"app":{"name":"\u003c/script>"})"));
   EXPECT_THAT(script, HasSubstr("exports.x = '\n';"));
 }
 

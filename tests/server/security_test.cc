@@ -192,13 +192,15 @@ TEST_F(SecurityTest, AnswersAMessageThatIsTooLongForTheSetProcess) {
       Message(1, "echo", R"(,"more":")" + std::string(size_t{16} << 20U, 'x') + "\"");
   EXPECT_THAT(Sync(page, message).body, HasSubstr("the set process takes at most 16776192"));
   EXPECT_THAT(Call(std::string(size_t{16} << 20U, 'x')), HasSubstr("send less at a time"));
-  EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr(R"("id":2,"result":)"));
+  EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr(R"({"id":2,"type":"answer")"));
 }
 
 TEST_F(SecurityTest, DropsAPostThatIsTooLongForTheSetProcessAndSaysSo) {
   Start();
   const std::string text(size_t{16} << 20U, 'x');
-  Sync(OpenPage(), R"({"type":"post","id":1,"extension":"test.ext","text":")" + text + "\"}");
+  Sync(OpenPage(), R"({"type":"post","id":1,"extension":"test.ext"})"
+                   "\n" +
+                       text);
   EXPECT_THAT(Call("explain.list"), HasSubstr("A posted message was dropped"));
 }
 

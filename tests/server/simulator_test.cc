@@ -72,9 +72,9 @@ TEST_F(SimulatorTest, KeepsLogLinesWithTheirNumbers) {
   Call("event", LogEvent(1, "one"));
   Call("event", LogEvent(2, "two"));
   EXPECT_EQ(Call("log.list"),
-            R"({"result":{"lines":[{"seq":1,"text":"one"},{"seq":2,"text":"two"}],"next":2}})");
+            R"({"result":{"next":2,"lines":[{"seq":1,"text":"one"},{"seq":2,"text":"two"}]}})");
   EXPECT_EQ(Call("log.list", R"({"since":1})"),
-            R"({"result":{"lines":[{"seq":2,"text":"two"}],"next":2}})");
+            R"({"result":{"next":2,"lines":[{"seq":2,"text":"two"}]}})");
 }
 
 TEST_F(SimulatorTest, DisconnectsASimulatorThatDoesNotReadAndHasWhatItMissed) {
@@ -98,8 +98,9 @@ TEST_F(SimulatorTest, TracesACallAsOneRecordWithItsAnswer) {
   Start();
   Sync(OpenPage(), Message(1, "echo"));
   EXPECT_THAT(Call("trace.list"),
-              AllOf(HasSubstr(R"("direction":"fromPage","kind":"nativeSync","peer":"test.ext")"),
-                    HasSubstr(R"("payload":"{\"cmd\":\"echo\"}","reply":"{\"cmd\":\"echo\"}")"),
+              AllOf(HasSubstr(R"("direction":"fromPage","kind":"nativeSync",)"),
+                    HasSubstr(R"("payload":"{\"cmd\":\"echo\"}","peer":"test.ext",)"
+                              R"("reply":"{\"cmd\":\"echo\"}")"),
                     HasSubstr(R"("us":7)"), HasSubstr(R"("next":1)")));
 }
 
@@ -110,14 +111,14 @@ TEST_F(SimulatorTest, TracesWhatTheLibraryPosts) {
   page.client.ReceiveText();
   EXPECT_THAT(
       Call("trace.list"),
-      HasSubstr(R"("direction":"toPage","kind":"nativePost","peer":"test.ext","payload":"1")"));
+      HasSubstr(R"("direction":"toPage","kind":"nativePost","payload":"1","peer":"test.ext")"));
 }
 
 TEST_F(SimulatorTest, ExportsASession) {
   Start();
   Sync(OpenPage(), Message(1, "echo"));
-  EXPECT_THAT(Call("trace.export"), AllOf(HasSubstr(R"({"orvane":1,"created":"20)"),
-                                          HasSubstr(R"("records":[{"seq":1)")));
+  EXPECT_THAT(Call("trace.export"), AllOf(HasSubstr(R"("created":"20)"), HasSubstr(R"("orvane":1)"),
+                                          HasSubstr(R"("records":[{"context":1)")));
 }
 
 TEST_F(SimulatorTest, KeepsTheConsoleAndTheExplanations) {
@@ -126,7 +127,7 @@ TEST_F(SimulatorTest, KeepsTheConsoleAndTheExplanations) {
   page.client.SendText(R"({"type":"console","level":"warn","text":"careful"})");
   page.client.SendText(R"({"type":"explain","text":"because"})");
   EXPECT_THAT(CallUntil("explain.list", "because"), HasSubstr(R"("context":1)"));
-  EXPECT_THAT(Call("console.list"), HasSubstr(R"("level":"warn","text":"careful","context":1)"));
+  EXPECT_THAT(Call("console.list"), HasSubstr(R"({"context":1,"level":"warn",)"));
 }
 
 TEST_F(SimulatorTest, TellsOfTheRun) {

@@ -21,15 +21,17 @@ TEST_F(SupervisionTest, AnswersASynchronousMessageOverTheSocket) {
   Start();
   TestPage page = ConnectPage();
   page.client.SendText(Message(1, "echo"));
-  EXPECT_EQ(page.client.ReceiveText(),
-            R"({"seq":1,"type":"answer","id":1,"result":"{\"cmd\":\"echo\"}","us":7})");
+  EXPECT_EQ(page.client.ReceiveText(), R"({"id":1,"seq":1,"type":"answer","us":7})"
+                                       "\n"
+                                       R"({"cmd":"echo"})");
 }
 
 TEST_F(SupervisionTest, AnswersASynchronousMessageOverARequest) {
   Start();
   const TestPage page = OpenPage();
-  EXPECT_EQ(Sync(page, Message(1, "echo")).body,
-            R"({"type":"answer","id":1,"result":"{\"cmd\":\"echo\"}","us":7})");
+  EXPECT_EQ(Sync(page, Message(1, "echo")).body, R"({"id":1,"type":"answer","us":7})"
+                                                 "\n"
+                                                 R"({"cmd":"echo"})");
 }
 
 TEST_F(SupervisionTest, RefusesMalformedMessagesAndGoesOn) {
@@ -38,10 +40,26 @@ TEST_F(SupervisionTest, RefusesMalformedMessagesAndGoesOn) {
   for (const char* text : {"", "nonsense", "[]", "{\"id\":", R"({"type":"sync"})", "{\"id\":{}}"}) {
     page.client.SendText(text);
   }
-  page.client.SendText(R"({"type":"sync","id":1,"extension":5,"text":"x"})");
-  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("id":1,"error":)"));
+  page.client.SendText(R"({"type":"sync","id":1,"extension":5})");
+  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("id":1,"seq":1)"));
   page.client.SendText(R"({"type":"echo","id":2})");
-  EXPECT_EQ(page.client.ReceiveText(), R"({"seq":2,"type":"answer","id":2,"result":null})");
+  EXPECT_EQ(page.client.ReceiveText(), R"({"id":2,"result":null,"seq":2,"type":"answer"})");
+}
+
+TEST_F(SupervisionTest, AnswersEveryRequestWhateverItHolds) {
+  Start();
+  TestPage page = ConnectPage();
+  page.client.SendText(R"({"type":"widget","id":1,"call":"move","args":[1e999,2]})");
+  EXPECT_THAT(page.client.ReceiveText().value_or(""),
+              AllOf(HasSubstr("beyond the range of a double"), HasSubstr(R"("id":1)")));
+  const std::string deep = std::string(100, '[') + std::string(100, ']');
+  EXPECT_THAT(Sync(page, R"({"type":"widget","id":2,"call":"move","args":)" + deep + "}").body,
+              AllOf(HasSubstr("nests deeper"), HasSubstr(R"("id":2)")));
+  EXPECT_THAT(Sync(page, R"({"type":"sync","id":3,"extension":"test.ext"})").body,
+              HasSubstr("has no text"));
+  EXPECT_THAT(Sync(page, R"({"type":"nothing","id":4})").body, HasSubstr("known to nobody"));
+  EXPECT_THAT(Sync(page, R"({"id":"x"})").body, HasSubstr("a whole number"));
+  EXPECT_THAT(Sync(page, "nonsense").body, HasSubstr("no JSON"));
 }
 
 TEST_F(SupervisionTest, HandlesAMessageThatIsSentAgainOnce) {
@@ -52,7 +70,7 @@ TEST_F(SupervisionTest, HandlesAMessageThatIsSentAgainOnce) {
   page.client.SendText(R"({"type":"echo","id":2})");
   EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("seq":1)"));
   EXPECT_THAT(page.client.ReceiveText().value_or(""),
-              HasSubstr(R"("seq":2,"type":"answer","id":2)"));
+              HasSubstr(R"({"id":2,"result":null,"seq":2,"type":"answer"})"));
 }
 
 TEST_F(SupervisionTest, FailsTheCallThatTheLibraryDiedOf) {
@@ -60,10 +78,12 @@ TEST_F(SupervisionTest, FailsTheCallThatTheLibraryDiedOf) {
   TestPage page = ConnectPage();
   page.client.SendText(Message(1, "crash"));
   EXPECT_THAT(page.client.ReceiveText().value_or(""),
-              AllOf(HasSubstr(R"("id":1,"error":"test.ext crash: )"), HasSubstr("signal 6")));
+              AllOf(HasSubstr(R"("error":"test.ext crash: )"), HasSubstr(R"("id":1)"),
+                    HasSubstr("signal 6")));
   EXPECT_EQ(page.client.ReceiveText(), R"({"seq":2,"type":"restarted"})");
   page.client.SendText(Message(2, "echo"));
-  EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("id":2,"result":)"));
+  EXPECT_THAT(page.client.ReceiveText().value_or(""),
+              HasSubstr(R"({"id":2,"seq":3,"type":"answer","us":7})"));
 }
 
 TEST_F(SupervisionTest, ReportsADeathWithItsMessageAndItsLastWords) {
@@ -81,7 +101,7 @@ TEST_F(SupervisionTest, StopsRestartingALibraryThatDiesAgainAndAgain) {
   EXPECT_THAT(CallUntil("process.get", R"("state":"down")"), HasSubstr(R"("pid":0)"));
   EXPECT_THAT(Sync(page, Message(4, "echo")).body, HasSubstr("the set process is down"));
   Call("process.restart");
-  EXPECT_THAT(Sync(page, Message(5, "echo")).body, HasSubstr(R"("result":)"));
+  EXPECT_THAT(Sync(page, Message(5, "echo")).body, HasSubstr(R"("type":"answer","us":7})"));
 }
 
 TEST_F(SupervisionTest, FailsACallAtItsDeadlineAndNamesIt) {
@@ -104,8 +124,9 @@ TEST_F(SupervisionTest, EndsALibraryThatStaysInAHandler) {
 TEST_F(SupervisionTest, NamesTheLastMessageOfALibraryThatDiesWithNoneInHand) {
   Start();
   TestPage page = ConnectPage();
-  page.client.SendText(
-      R"({"type":"post","id":1,"extension":"test.ext","text":"{\"cmd\":\"tell\"}"})");
+  page.client.SendText(R"({"type":"post","id":1,"extension":"test.ext"})"
+                       "\n"
+                       R"({"cmd":"tell"})");
   page.client.SendText(Message(2, "echo"));
   ASSERT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("id":2)"));
   const std::string answer = Call("process.get");
@@ -152,7 +173,7 @@ TEST_F(SupervisionTest, StaysUpWhenTheLibraryCannotBeStartedAgain) {
   EXPECT_THAT(Sync(page, Message(2, "echo")).body, HasSubstr("the set process is down"));
   std::filesystem::rename(folder() / "away", program);
   Call("process.restart");
-  EXPECT_THAT(Sync(page, Message(3, "echo")).body, HasSubstr(R"("result":)"));
+  EXPECT_THAT(Sync(page, Message(3, "echo")).body, HasSubstr(R"("type":"answer","us":7})"));
 }
 
 TEST_F(SupervisionTest, SaysWhyALibraryCannotStart) {

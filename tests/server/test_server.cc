@@ -7,7 +7,7 @@
 #include <future>
 #include <utility>
 
-#include "base/json_writer.h"
+#include "base/json.h"
 
 namespace orvane::server {
 
@@ -73,7 +73,7 @@ RawResponse ServerTest::Get(const std::string& target, RawClient::Headers more) 
 }
 
 std::string ServerTest::Call(const std::string& method, const std::string& params) const {
-  const std::string body = base::JsonWriter().Text("method", method).Raw("params", params).Take();
+  const std::string body = "{\"method\":" + base::JsonText(method) + ",\"params\":" + params + "}";
   return RawClient(simulator_port_)
       .Request("POST", "/api/call", {{"Host", simulator_host()}, {"X-Orvane-Token", secret_}}, body)
       .body;
@@ -92,17 +92,17 @@ std::string ServerTest::CallUntil(const std::string& method, const std::string& 
 
 TestPage ServerTest::OpenPage() const {
   const std::string script = Get("/.orvane/page.js", {{"Sec-Fetch-Site", "same-origin"}}).body;
-  const size_t begin = script.find(R"(({"context":)") + 1;
-  const size_t context_end = script.find(',', begin);
-  const size_t token = script.find(R"("token":")", begin) + 9;
-  const std::string context = script.substr(begin + 11, context_end - begin - 11);
+  const size_t boot = script.find(R"(({"app":)");
+  const size_t begin = script.find(R"("context":)", boot) + 10;
+  const size_t token = script.find(R"("token":")", boot) + 9;
+  const std::string context = script.substr(begin, script.find(',', begin) - begin);
   return {"?token=" + script.substr(token, 32) + "&context=" + context, RawClient(app_port_)};
 }
 
 TestPage ServerTest::ConnectPage() const {
   TestPage page = OpenPage();
   Connect(page, 0);
-  EXPECT_EQ(page.client.ReceiveText(), R"({"type":"hello","received":0})");
+  EXPECT_EQ(page.client.ReceiveText(), R"({"received":0,"type":"hello"})");
   return page;
 }
 
@@ -120,12 +120,8 @@ RawResponse ServerTest::Sync(const TestPage& page, const std::string& message) c
 }
 
 std::string ServerTest::Message(int id, const std::string& command, const std::string& more) {
-  return base::JsonWriter()
-      .Text("type", "sync")
-      .Number("id", id)
-      .Text("extension", "test.ext")
-      .Text("text", R"({"cmd":")" + command + "\"" + more + "}")
-      .Take();
+  const Json head{{"type", "sync"}, {"id", id}, {"extension", "test.ext"}};
+  return base::JsonText(head) + "\n{\"cmd\":\"" + command + "\"" + more + "}";
 }
 
 }  // namespace orvane::server

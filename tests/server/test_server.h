@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/json_object.h"
 #include "raw_client.h"
 #include "server/run_server.h"
 

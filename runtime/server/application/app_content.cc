@@ -5,8 +5,6 @@
 #include <system_error>
 #include <utility>
 
-#include "base/json_writer.h"
-
 namespace orvane::server {
 
 AppContent::AppContent(const RunOptions& options, const Origins& origins, Parts parts)
@@ -34,7 +32,7 @@ void AppContent::Relay(const std::string& url, const Origins& origins) {
 void AppContent::Watch(const std::filesystem::path& folder) {
   try {
     watcher_.emplace(parts_.loop, folder, [this](const std::string& file) {
-      parts_.hub.Publish("reload", base::JsonWriter().Text("file", file).Take());
+      parts_.events.Publish("reload", {{"file", file}});
       parts_.contexts.Reload();
     });
   } catch (const std::system_error& error) {

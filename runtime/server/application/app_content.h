@@ -12,7 +12,7 @@
 #include "server/application/dev_server.h"
 #include "server/application/folder_watcher.h"
 #include "server/pages/page_contexts.h"
-#include "server/records/event_hub.h"
+#include "server/records/event_broadcast.h"
 #include "server/run_options.h"
 #include "server/web/origins.h"
 
@@ -26,7 +26,7 @@ class AppContent {
     asio::io_context& loop;
     const AppSite& site;
     PageContexts& contexts;
-    EventHub& hub;
+    EventBroadcast& events;
     std::function<void(const std::string& text)> explain;  // to a person
   };
 

@@ -114,7 +114,7 @@ void AppSite::OpenSocket(const std::shared_ptr<Exchange>& exchange) {
   const std::weak_ptr<PageContext> weak = FindContext(request);
   exchange->AcceptSocket([weak, last](const std::shared_ptr<Socket>& socket) {
     if (const auto context = weak.lock()) return context->Attach(socket, last);
-    socket->Send(std::make_shared<const std::string>(R"({"type":"gone"})"));
+    socket->SendText(R"({"type":"gone"})");
     socket->Close(1000, "there is no such page");
   });
 }
@@ -125,10 +125,16 @@ void AppSite::HandleSync(const std::shared_ptr<Exchange>& exchange) {
     return exchange->Respond(TextResponse(403, "There is no such page; load it again."));
   }
   context->Touch();
-  parts_.messages.HandleRequest(*context, exchange->request().body,
-                                [exchange](const std::string& members) {
-                                  exchange->Respond(JsonResponse("{" + members + "}"));
-                                });
+  const HttpRequest& request = exchange->request();
+  const bool is_binary = request.Header("Content-Type") == "application/octet-stream";
+  parts_.messages.HandleRequest(*context, request.body, is_binary, [exchange](PageMessage answer) {
+    HttpResponse response;
+    response.headers = {{"Content-Type", "text/plain; charset=utf-8"},
+                        {"Cache-Control", "no-store"},
+                        {"X-Content-Type-Options", "nosniff"}};
+    response.body = WritePageMessage(answer).data;
+    exchange->Respond(std::move(response));
+  });
 }
 
 void AppSite::HandleBye(const std::shared_ptr<Exchange>& exchange) {

@@ -16,13 +16,14 @@ function toInt(value) {
 // that this page has touched.
 export function makeBridge(boot, scripts, caller, extensions) {
   const moveWindow = (call, args) =>
-    caller.call({ type: 'widget', call, args }, () => `widget.${call} failed`);
+    caller.call({ type: 'widget', call, args }, undefined, () => `widget.${call} failed`);
   return {
     extensions: () => boot.catalogue,
 
     createInstance(name) {
       const made = caller.call(
         { type: 'create', extension: name },
+        undefined,
         () => `${name} could not be started`
       );
       if (made === false) {
@@ -37,6 +38,7 @@ export function makeBridge(boot, scripts, caller, extensions) {
     hasPrivilege: (privilege) =>
       caller.call(
         { type: 'privilege', privilege },
+        undefined,
         () => `The runtime did not say whether ${privilege} is granted`
       ),
     moveWindow: (x, y) => moveWindow('move', [toInt(x), toInt(y)]),

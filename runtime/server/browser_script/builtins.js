@@ -29,10 +29,7 @@ function maker(name) {
 
 export const { parse } = JSON;
 const { stringify: writeJson } = JSON;
-const { setPrototypeOf } = Object;
-
-// A frame of the server. What a page has put on Object.prototype is no member of it.
-export const parseFrame = (text) => setPrototypeOf(parse(text), null);
+export const { setPrototypeOf } = Object;
 
 // A message as JSON, whatever toJSON functions the page has given to every object or array. Its
 // members are plain values, or an array or object of plain values.
@@ -65,10 +62,14 @@ export const textFromUnits = String.fromCharCode;
 export const callFunction = apply;
 export const { isView } = ArrayBuffer;
 export const lengthOfBuffer = getter(ArrayBuffer.prototype, 'byteLength');
-export const toBase64 = globalFunction('btoa');
-export const fromBase64 = globalFunction('atob');
 
-export const makeSocket = maker('WebSocket');
+const openSocket = maker('WebSocket');
+const setBinaryType = Object.getOwnPropertyDescriptor(WebSocket.prototype, 'binaryType').set;
+export function makeSocket(address) {
+  const socket = openSocket(address);
+  apply(setBinaryType, socket, ['arraybuffer']);
+  return socket;
+}
 export const sendOnSocket = method(WebSocket.prototype, 'send');
 export const closeSocket = method(WebSocket.prototype, 'close');
 
@@ -81,6 +82,9 @@ export const makeSharedBuffer = maker('SharedArrayBuffer');
 export const makeRequest = maker('XMLHttpRequest');
 export const openRequest = inDocument ? method(XMLHttpRequest.prototype, 'open') : undefined;
 export const sendRequest = inDocument ? method(XMLHttpRequest.prototype, 'send') : undefined;
+export const setHeader = inDocument
+  ? method(XMLHttpRequest.prototype, 'setRequestHeader')
+  : undefined;
 export const statusOf = inDocument ? getter(XMLHttpRequest.prototype, 'status') : undefined;
 export const bodyOf = inDocument ? getter(XMLHttpRequest.prototype, 'responseText') : undefined;
 const beacon =
@@ -89,11 +93,19 @@ export const sendBeacon = (address) => beacon(navigator, address);
 export const fetchAddress = inDocument ? globalFunction('fetch') : undefined;
 export const dispatch = method(EventTarget.prototype, 'dispatchEvent');
 
-// The length of a text on its way to the server. The usual ones are short, and not looked at.
-const encodeText = method(TextEncoder.prototype, 'encode');
+const encode = method(TextEncoder.prototype, 'encode');
 const encoder = new TextEncoder();
-export const isLongerThan = (text, bytes) =>
-  text.length * 3 > bytes && encodeText(encoder, text).length > bytes;
+export const encodeText = (text) => encode(encoder, text);
+const decode = method(TextDecoder.prototype, 'decode');
+const decoder = new TextDecoder();
+export const decodeText = (bytes) => decode(decoder, bytes);
+export const indexOfByte = method(Uint8Array.prototype, 'indexOf');
+
+// Of a message on its way to the server: a text, or bytes. The usual ones are short, and not looked
+// at.
+export const isLongerThan = (message, bytes) =>
+  message.length * 3 > bytes &&
+  (typeof message === 'string' ? encodeText(message) : message).length > bytes;
 
 const makeObserver = inDocument && ((receive) => construct(MutationObserver, [receive]));
 const observe = inDocument && method(MutationObserver.prototype, 'observe');

@@ -3,21 +3,25 @@
 // The messages of a page context: their numbers, their answers, and errors that name the call.
 
 import { isLongerThan, parse, stringify } from './builtins.js';
+import { writeMessage } from './messages.js';
 
 // Posts are not answered. After so many, one message that is answered tells how many arrived.
 const postsPerEcho = 64;
 // What the server takes. A longer message would cost the page its connection.
 const longestMessageBytes = 16 * 1024 * 1024;
 
-function messageText(message) {
-  const text = stringify(message);
-  if (isLongerThan(text, longestMessageBytes)) {
+function writeBounded(head, body) {
+  const message = writeMessage(head, body);
+  if (isLongerThan(message, longestMessageBytes)) {
     throw new RangeError(
       `the message is longer than ${longestMessageBytes} bytes; send less at a time`
     );
   }
-  return text;
+  return message;
 }
+
+// What an answer brings: the text behind its head, or a value in it.
+const resultOf = ({ body, result }) => (body === undefined ? result : body);
 
 export class Caller {
   // `transport` is set once, after construction: it and the caller know each other.
@@ -26,28 +30,28 @@ export class Caller {
   postsSinceAnswer = 0;
   waiting = new Map(); // id -> { name, receive } of the answers that come later
 
-  // Sends a message and returns the result of its answer. Throws an Error that begins with
-  // `name()`.
-  call(message, name) {
+  // Sends a message, whose body may be undefined, and returns the result of its answer. Throws an
+  // Error that begins with `name()`.
+  call(head, body, name) {
     const id = this.number();
-    let frame;
+    let answer;
     try {
-      frame = this.transport.call(id, messageText({ ...message, id }));
+      answer = this.transport.call(id, writeBounded({ ...head, id }, body));
     } catch (error) {
       throw new Error(`${name()}: ${error.message}`);
     }
     this.postsSinceAnswer = 0;
-    if (frame.error !== undefined) {
-      throw new Error(frame.error);
+    if (answer.error !== undefined) {
+      throw new Error(answer.error);
     }
-    return frame.result;
+    return resultOf(answer);
   }
 
   // Throws an Error that begins with `name()`.
-  post(message, name) {
+  post(head, body, name) {
     const id = this.number();
     try {
-      this.transport.send(id, messageText({ ...message, id }), false);
+      this.transport.send(id, writeBounded({ ...head, id }, body), false);
     } catch (error) {
       throw new Error(`${name()}: ${error.message}`);
     }
@@ -60,11 +64,11 @@ export class Caller {
   }
 
   // Sends a message whose answer goes to `receive(result, error)`, later.
-  ask(message, name, receive) {
+  ask(head, body, name, receive) {
     const id = this.number();
     this.waiting.set(id, { name, receive });
     try {
-      this.transport.send(id, messageText({ ...message, id }), true);
+      this.transport.send(id, writeBounded({ ...head, id }, body), true);
     } catch (error) {
       this.waiting.delete(id);
       throw new Error(`${name()}: ${error.message}`);
@@ -72,11 +76,12 @@ export class Caller {
   }
 
   // Gives an answer to the one who waits for it.
-  answer({ id, result, error }) {
+  answer(message) {
+    const { id, error } = message;
     const found = this.waiting.get(id);
     if (found !== undefined) {
       this.waiting.delete(id);
-      found.receive(result, error);
+      found.receive(resultOf(message), error);
     }
   }
 

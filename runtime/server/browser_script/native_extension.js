@@ -4,7 +4,7 @@
 // without a browser is C++ there, and messages to the library's process here.
 
 import { callFunction, parse, startTimer, stringify, wellFormed } from './builtins.js';
-import { bytesOf, decodeBytes, encodeBytes } from './bytes.js';
+import { bytesOf } from './bytes.js';
 import { commandOf } from './caller.js';
 import { runtimeCalls } from './runtime_calls.js';
 
@@ -43,11 +43,9 @@ export class NativeExtension {
 
   // An ArrayBuffer, or a view of one, goes as bytes; anything else as text.
   postMessage(message) {
-    const bytes = bytesOf(message);
     this.caller.post(
-      bytes === null
-        ? { type: 'post', extension: this.name, text: wellFormed(message) }
-        : { type: 'post', extension: this.name, text: encodeBytes(bytes), binary: true },
+      { type: 'post', extension: this.name },
+      bytesOf(message) ?? wellFormed(message),
       () => `${this.name} was not sent a message`
     );
   }
@@ -62,20 +60,22 @@ export class NativeExtension {
   sendSyncMessage(value) {
     const text = wellFormed(value);
     const reply = this.caller.call(
-      { type: 'sync', extension: this.name, text },
+      { type: 'sync', extension: this.name },
+      text,
       () => `${this.name} did not answer ${commandOf(text)}`
     );
     this.noteWaiting(text, reply);
     return reply;
   }
 
-  // A posted message has arrived.
-  deliver(text, binary = false) {
-    if (!binary && this.waiting.size > 0 && text.includes('"callbackId"')) {
-      this.waiting.delete(callbackIdOf(text));
+  // A posted message has arrived, a text or an ArrayBuffer.
+  deliver(message) {
+    const mayReply = typeof message === 'string' && this.waiting.size > 0;
+    if (mayReply && message.includes('"callbackId"')) {
+      this.waiting.delete(callbackIdOf(message));
     }
     if (this.listener !== null) {
-      callFunction(this.listener, undefined, [binary ? decodeBytes(text) : text]);
+      callFunction(this.listener, undefined, [message]);
     }
   }
 

@@ -27,10 +27,10 @@ const enterKey = { key_name: 'Return', key_code: 13, phase: 'press' };
 // What the server sends of its own accord, and late answers.
 function makeReceiver(caller, extensions) {
   return {
-    answer: (frame) => caller.answer(frame),
-    posted: ({ extension, text, binary }) => extensions.get(extension)?.deliver(text, binary),
+    answer: (message) => caller.answer(message),
+    posted: ({ extension, body }) => extensions.get(extension)?.deliver(body),
     key: pressKey,
-    ime: (frame) => enterText(frame, () => pressKey(enterKey)),
+    ime: (message) => enterText(message, () => pressKey(enterKey)),
     reload: reloadPage,
     gone: reloadPage,
     restarted() {
@@ -46,7 +46,7 @@ function start() {
   const caller = new Caller();
   const receiver = makeReceiver(caller, extensions);
   caller.transport = new Transport(boot, {
-    receive: (frame) => receiver[frame.type]?.(frame),
+    receive: (message) => receiver[message.type]?.(message),
     lost: reloadWhenBack,
     failed: () => console.warn(`[orvane] ${unconnected}`),
   });

@@ -56,7 +56,7 @@ function keyUp({ key_name: symbol, key_code: keyCode }) {
   dispatch(element, makeEvent('keyup', element, keyCode, 0, eventNames(symbol), false));
 }
 
-// A frame { key_name, key_code, phase: "down" | "up" | "press", repeat }.
+// A message { key_name, key_code, phase: "down" | "up" | "press", repeat }.
 export function pressKey(frame) {
   if (frame.phase !== 'up') {
     keyDown(frame);

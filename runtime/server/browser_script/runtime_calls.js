@@ -9,8 +9,8 @@ const unknownError = 9999;
 // The three functions of an extension's native side.
 export function runtimeCalls(caller) {
   const call = (kind, uri, text) => {
-    const message = { type: 'runtime', kind, uri: wellFormed(uri), text: wellFormed(text) };
-    return caller.call(message, () => `The runtime did not answer ${message.uri}`);
+    const head = { type: 'runtime', kind, uri: wellFormed(uri) };
+    return caller.call(head, wellFormed(text), () => `The runtime did not answer ${head.uri}`);
   };
   return {
     sendRuntimeMessage: (uri, text) => call('plain', uri, text),
@@ -19,15 +19,11 @@ export function runtimeCalls(caller) {
       if (typeof callback !== 'function') {
         throw new TypeError('The callback of a runtime message must be a function.');
       }
-      const message = {
-        type: 'runtime',
-        kind: 'async',
-        uri: wellFormed(uri),
-        text: wellFormed(text),
-      };
+      const head = { type: 'runtime', kind: 'async', uri: wellFormed(uri) };
       caller.ask(
-        message,
-        () => `The runtime did not answer ${message.uri}`,
+        head,
+        wellFormed(text),
+        () => `The runtime did not answer ${head.uri}`,
         (result, error) => callback(error === undefined ? result : failedReply(error))
       );
     },

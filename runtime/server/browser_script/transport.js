@@ -7,16 +7,17 @@
 
 import { AnswerBuffer, answerBufferBytes } from './answer_buffer.js';
 import { addListener, bodyOf, makeRequest, makeSharedBuffer, makeWorker } from './builtins.js';
-import { now, openRequest, parseFrame, postToWorker, sendRequest, statusOf } from './builtins.js';
+import { now, openRequest, postToWorker, sendRequest, setHeader, statusOf } from './builtins.js';
 import { startTimer } from './builtins.js';
-import { Link, unreachable } from './link.js';
+import { parseMessage } from './messages.js';
+import { unreachable, Connection } from './connection.js';
 
 // The server keeps to the deadline itself and says more about it, so the page waits a little
 // longer.
 const graceMs = 2000;
 
 export class Transport {
-  // `boot` is what the server gave the page. `listener` has receive(frame) for what the server
+  // `boot` is what the server gave the page. `listener` has receive(message) for what the server
   // sends of its own accord and for late answers, lost() and failed().
   constructor(boot, listener) {
     const query = `?token=${boot.token}&context=${boot.context}`;
@@ -28,11 +29,11 @@ export class Transport {
     this.listener = listener;
     this.buffer = null;
     this.worker = null;
-    this.link = null;
+    this.connection = null;
     this.problem = null; // why there is no worker although there could be one
     this.early = []; // reports that a worker was given before it was known to work
     if (!(globalThis.crossOriginIsolated && this.startWorker(boot.workerUrl))) {
-      this.startLink();
+      this.connect();
     }
   }
 
@@ -41,36 +42,36 @@ export class Transport {
     return this.worker !== null && this.buffer.isLinked() ? 'worker' : 'request';
   }
 
-  // Sends `text`, the message `id`, and blocks for the answer, a frame. Throws when there is none.
-  call(id, text) {
+  // Sends `data`, the message `id`, and blocks for the answer. Throws when there is none.
+  call(id, data) {
     if (this.kind === 'request') {
-      return this.callByRequest(text);
+      return this.callByRequest(data);
     }
     this.buffer.want(id);
-    postToWorker(this.worker, [id, text, true]);
+    postToWorker(this.worker, [id, data, true]);
     const answer = this.buffer.read(id, now() + this.waitMs);
     if (answer === null) {
       throw new Error(`there was no answer within ${this.waitMs} ms`);
     }
-    return parseFrame(answer);
+    return parseMessage(answer);
   }
 
   // Sends a message whose answer, if there is one, reaches the listener later.
-  send(id, text, answered) {
+  send(id, data, answered) {
     if (this.kind === 'worker') {
-      postToWorker(this.worker, [id, text, answered]);
+      postToWorker(this.worker, [id, data, answered]);
       return;
     }
-    const frame = this.callByRequest(text);
+    const answer = this.callByRequest(data);
     if (answered) {
-      startTimer(() => this.listener.receive(frame), 0);
+      startTimer(() => this.listener.receive(answer), 0);
     }
   }
 
   // Sends a message that nothing on the set depends on.
   report(text) {
     if (this.worker === null) {
-      this.link.report(text);
+      this.connection.report(text);
       return;
     }
     postToWorker(this.worker, text);
@@ -81,7 +82,7 @@ export class Transport {
 
   // The server has told that the page is to go; nothing is sent any more.
   end() {
-    this.link?.end();
+    this.connection?.end();
   }
 
   startWorker(path) {
@@ -105,10 +106,10 @@ export class Transport {
   }
 
   receiveFromWorker(data) {
-    if (typeof data === 'string') {
-      this.listener.receive(parseFrame(data));
-    } else {
+    if (typeof data.event === 'string') {
       this.listener[data.event]();
+    } else {
+      this.listener.receive(parseMessage(data));
     }
   }
 
@@ -116,25 +117,28 @@ export class Transport {
   replaceWorker() {
     if (this.worker !== null && !this.buffer.isLinked()) {
       this.worker = null;
-      this.startLink();
-      this.early.forEach((text) => this.link.report(text));
+      this.connect();
+      this.early.forEach((text) => this.connection.report(text));
     }
   }
 
-  startLink() {
-    this.link = new Link((last) => this.socketAddress + last, {
-      receive: (frame) => this.listener.receive(frame),
+  connect() {
+    this.connection = new Connection((last) => this.socketAddress + last, {
+      receive: (message) => this.listener.receive(message),
       lost: () => this.listener.lost(),
       failed: () => this.listener.failed(),
     });
-    this.link.open();
+    this.connection.open();
   }
 
-  callByRequest(text) {
+  callByRequest(data) {
     const request = makeRequest();
     try {
       openRequest(request, 'POST', this.syncAddress, false);
-      sendRequest(request, text);
+      if (typeof data !== 'string') {
+        setHeader(request, 'Content-Type', 'application/octet-stream');
+      }
+      sendRequest(request, data);
     } catch (error) {
       throw new Error(unreachable, { cause: error });
     }
@@ -142,6 +146,6 @@ export class Transport {
     if (statusOf(request) !== 200) {
       throw new Error(`the runtime refused it with ${statusOf(request)}: ${body}`);
     }
-    return parseFrame(body);
+    return parseMessage(body);
   }
 }

@@ -120,8 +120,8 @@ export function enterInField(field) {
 
 const edits = { text: typeText, backspace: erase, clear };
 
-// A frame { op: "text" | "backspace" | "enter" | "clear", text }. `pressEnter` sends the key, whose
-// default action enters the field.
+// A message { op: "text" | "backspace" | "enter" | "clear", text }. `pressEnter` sends the key,
+// whose default action enters the field.
 export function enterText({ op, text }, pressEnter) {
   if (op === 'enter') {
     pressEnter();

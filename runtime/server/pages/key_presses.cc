@@ -4,66 +4,78 @@
 
 #include <utility>
 
-namespace orvane::server {
+#include "base/json_fields.h"
 
-using std::chrono::milliseconds;
+namespace orvane::server {
 
 namespace {
 
-// As a remote control that is held for a second: the first repetition comes late.
-constexpr milliseconds kBeforeRepeat{500};
-constexpr milliseconds kBetweenRepeats{100};
-constexpr int kRepeats = 6;
+// What the set tells of a key.
+struct KeyEvent {
+  std::string key_name;
+  int key_code = 0;
+  std::string app;  // that it is for
+  bool delivered = false;
+  bool is_long = false;
+  bool is_native = false;
+};
+template <class Map>
+void MapFields(Map& map, KeyEvent& event) {
+  map("key_name", event.key_name);
+  map("key_code", event.key_code);
+  map.Optional("app", event.app);
+  map.Optional("delivered", event.delivered);
+  map.Optional("long", event.is_long);
+  map.Optional("native", event.is_native);
+}
 
 }  // namespace
 
 struct KeyPresses::LongPress {
-  LongPress(asio::io_context& loop, std::string pressed) : key(std::move(pressed)), timer(loop) {}
+  LongPress(asio::io_context& loop, Json pressed) : key(std::move(pressed)), timer(loop) {}
 
-  const std::string key;
+  const Json key;
   asio::steady_timer timer;
   int repeats = 0;
 };
 
-void KeyPresses::Press(std::string_view key_name_json, Kind kind) {
-  Json parameters{{"name", base::ParseJson(key_name_json)}};
-  if (kind == Kind::kLong) parameters["long"] = true;
-  if (kind == Kind::kNative) parameters["native"] = true;
+void KeyPresses::Press(const std::string& key_name, Kind kind) {
+  const Json parameters{
+      {"name", key_name}, {"long", kind == Kind::kLong}, {"native", kind == Kind::kNative}};
   set_process_.Request({{"op", "control"}, {"method", "keys.press"}, {"params", parameters}}, "",
                        [](const set_process::Answer&) {});
 }
 
-void KeyPresses::OnKeyEvent(const base::JsonObject& event) {
-  if (!event.Flag("delivered") || event.Flag("native") || event.Text("app") != app_id_) return;
-  std::string key = R"("key_name":)" + std::string(event.RawText("key_name")) + R"(,"key_code":)" +
-                    std::string(event.Raw("key_code"));
-  if (event.Flag("long")) return StartLongPress(key);
+void KeyPresses::OnKeyEvent(const Json& data) {
+  const auto event = base::FromJson<KeyEvent>(data, "a key");
+  if (!event.delivered || event.is_native || event.app != app_id_) return;
+  const Json key{{"type", "key"}, {"key_name", event.key_name}, {"key_code", event.key_code}};
+  if (event.is_long) return StartLongPress(key);
   Deliver(key, "press", false);
 }
 
-void KeyPresses::Deliver(std::string_view key, std::string_view phase, bool is_repeat) {
+void KeyPresses::Deliver(Json key, const char* phase, bool is_repeat) {
   const auto context = contexts_.Foremost();
   if (!context) return;
-  std::string members = R"("type":"key",)";
-  members.append(key).append(R"(,"phase":")").append(phase).append("\"");
-  if (is_repeat) members += R"(,"repeat":true)";
-  context->Deliver(members);
+  key["phase"] = phase;
+  if (is_repeat) key["repeat"] = true;
+  context->Deliver({std::move(key), std::nullopt, false});
 }
 
-void KeyPresses::StartLongPress(const std::string& key) {
+void KeyPresses::StartLongPress(const Json& key) {
   const auto press = std::make_shared<LongPress>(loop_, key);
   Deliver(key, "down", false);
-  press->timer.expires_after(kBeforeRepeat);
+  press->timer.expires_after(times_.before_repeat);
   Repeat(press);
 }
 
 void KeyPresses::Repeat(const std::shared_ptr<LongPress>& press) {
   press->timer.async_wait([this, press](beast::error_code error) {
     if (error) return;
-    if (press->repeats == kRepeats) return Deliver(press->key, "up", false);
+    if (press->repeats == times_.repeats) return Deliver(press->key, "up", false);
     ++press->repeats;
     Deliver(press->key, "down", true);
-    press->timer.expires_after(kBetweenRepeats);
+    press->timer.expires_after(times_.between_repeats);
     Repeat(press);
   });
 }

@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "base/json_text.h"
-#include "base/json_writer.h"
+#include "base/utf8.h"
 #include "base/wall_clock.h"
 #include "server/web/secret.h"
 
@@ -18,8 +17,8 @@ constexpr uint16_t kGoingAway = 1001;
 // Of an address or a title: every simulator is sent them again and again.
 constexpr size_t kMostTextBytes = 2048;
 
-std::string BoundedText(const std::string& text) {
-  return base::JsonText(base::WellFormed(text.substr(0, kMostTextBytes)));
+void Bound(std::string& text) {
+  if (text.size() > kMostTextBytes) text = base::WellFormedUtf8(text.substr(0, kMostTextBytes));
 }
 
 }  // namespace
@@ -47,9 +46,8 @@ void PageContext::Attach(std::shared_ptr<Socket> socket, int64_t last_received) 
   socket_->set_listener(this);
   if (is_gone_) return GiveUp();
   Acknowledge(last_received);
-  socket_->Send(std::make_shared<const std::string>(
-      base::JsonWriter().Text("type", "hello").Number("received", received_).Take()));
-  for (const Kept& kept : kept_) socket_->Send(kept.text);
+  socket_->SendText(base::JsonText({{"type", "hello"}, {"received", received_}}));
+  for (const Kept& kept : kept_) socket_->Send(kept.message);
   NoteContact();
 }
 
@@ -62,23 +60,23 @@ void PageContext::NoteContact() {
   if (!std::exchange(has_contact_, true)) owner_.on_contact(*this);
 }
 
-void PageContext::Deliver(std::string_view members) {
+void PageContext::Deliver(PageMessage message) {
   if (is_gone_) return;
-  auto text = std::make_shared<std::string>(R"({"seq":)" + std::to_string(++last_seq_));
-  text->append(",").append(members).append("}");
-  kept_bytes_ += text->size();
-  kept_.push_back({last_seq_, text});
+  message.head["seq"] = ++last_seq_;
+  auto written = std::make_shared<const SocketMessage>(WritePageMessage(message));
+  kept_bytes_ += written->data.size();
+  kept_.push_back({last_seq_, written});
   if (kept_.size() > limits_.kept_frames ||
       (kept_.size() > 1 && kept_bytes_ > limits_.kept_bytes)) {
     return GiveUp();
   }
   // A copy of the pointer: a socket that fails while it is written to lets go of this context.
-  if (const auto socket = socket_) socket->Send(std::move(text));
+  if (const auto socket = socket_) socket->Send(std::move(written));
 }
 
 void PageContext::Acknowledge(int64_t seq) {
   while (!kept_.empty() && kept_.front().seq <= seq) {
-    kept_bytes_ -= kept_.front().text->size();
+    kept_bytes_ -= kept_.front().message->data.size();
     kept_.pop_front();
   }
 }
@@ -93,38 +91,27 @@ void PageContext::GiveUp() {
   is_gone_ = true;
   kept_.clear();
   kept_bytes_ = 0;
-  if (socket_) socket_->Send(std::make_shared<const std::string>(R"({"type":"gone"})"));
+  if (socket_) socket_->SendText(R"({"type":"gone"})");
 }
 
-void PageContext::SetState(const base::JsonObject& state) {
-  const std::pair<const char*, std::string*> texts[] = {{"href", &href_}, {"title", &title_}};
-  for (const auto& [name, value] : texts) {
-    if (const auto text = state.Text(name)) *value = BoundedText(*text);
-  }
-  const std::pair<const char*, bool*> flags[] = {{"top", &top_},
-                                                 {"visible", &visible_},
-                                                 {"focused", &focused_},
-                                                 {"editing", &editing_},
-                                                 {"isolated", &isolated_}};
-  for (const auto& [name, value] : flags) {
-    const std::string_view raw = state.Raw(name);
-    if (raw == "true" || raw == "false") *value = raw == "true";
-  }
+void PageContext::set_state(PageState state) {
+  state_ = std::move(state);
+  Bound(state_.href);
+  Bound(state_.title);
 }
 
-void PageContext::set_href(const std::string& href) { href_ = BoundedText(href); }
-
-std::string PageContext::Json() const {
-  base::JsonWriter json;
-  json.Number("context", id_).Raw("href", href_).Raw("title", title_).Flag("top", top_);
-  json.Flag("visible", visible_).Flag("focused", focused_).Flag("editing", editing_);
-  json.Flag("isolated", isolated_).Number("opened_ns", opened_ns_);
-  json.Raw("instances", base::JsonArray(instances_, base::JsonText<std::string>))
-      .Text("runtime", "ready");
-  return json.Take();
+ListedPage PageContext::Description() const {
+  ListedPage page;
+  page.context = id_;
+  page.state = state_;
+  page.opened_ns = opened_ns_;
+  page.instances.assign(instances_.begin(), instances_.end());
+  return page;
 }
 
-void PageContext::OnSocketMessage(std::string_view text) { owner_.on_message(*this, text); }
+void PageContext::OnSocketMessage(std::string_view data, bool is_binary) {
+  owner_.on_message(*this, data, is_binary);
+}
 
 void PageContext::OnSocketClosed() {
   socket_.reset();

@@ -10,8 +10,9 @@
 #include <string>
 #include <string_view>
 
-#include "base/json_object.h"
 #include "base/net.h"
+#include "server/pages/page_message.h"
+#include "server/pages/page_state.h"
 #include "server/web/limits.h"
 #include "server/web/socket.h"
 
@@ -23,7 +24,7 @@ namespace orvane::server {
 class PageContext final : public SocketListener, public std::enable_shared_from_this<PageContext> {
  public:
   struct Owner {
-    std::function<void(PageContext& context, std::string_view text)> on_message;
+    std::function<void(PageContext& context, std::string_view data, bool is_binary)> on_message;
     std::function<void(PageContext& context)> on_contact;    // the first time that it is heard of
     std::function<void(PageContext& context)> on_abandoned;  // closes it
     std::function<bool()> may_receive;                       // whether the library keeps up
@@ -50,31 +51,28 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   void Touch();
   // Whether the page was ever heard of.
   bool has_contact() const { return has_contact_; }
-  // Sends a frame, of which `members` is what it holds besides its number, and keeps it until the
-  // page has acknowledged it.
-  void Deliver(std::string_view members);
+  // Numbers a message, sends it, and keeps it until the page has acknowledged it.
+  void Deliver(PageMessage message);
   void Acknowledge(int64_t seq);
   // Whether the message with this number is a new one; from then on it is not.
   bool Receive(int64_t message_id);
 
-  // What the page told about itself. Members of another type are passed over, long texts cut.
-  void SetState(const base::JsonObject& state);
-  bool is_top() const { return top_; }
+  // What the page told about itself; long texts are cut.
+  void set_state(PageState state);
+  const PageState& state() const { return state_; }
   int64_t focus_order() const { return focus_order_; }
   void set_focus_order(int64_t order) { focus_order_ = order; }
-  bool is_focused() const { return focused_; }
-  void set_href(const std::string& href);
   std::set<std::string>& instances() { return instances_; }
-  std::string Json() const;
+  ListedPage Description() const;
 
-  void OnSocketMessage(std::string_view text) override;
+  void OnSocketMessage(std::string_view data, bool is_binary) override;
   bool MayReceive() const override { return owner_.may_receive(); }
   void OnSocketClosed() override;
 
  private:
   struct Kept {
     int64_t seq;
-    std::shared_ptr<const std::string> text;
+    std::shared_ptr<const SocketMessage> message;
   };
 
   void AbandonAfter(std::chrono::milliseconds time);
@@ -96,14 +94,7 @@ class PageContext final : public SocketListener, public std::enable_shared_from_
   bool is_gone_ = false;
   bool has_contact_ = false;
 
-  // As the page told them.
-  std::string href_ = "\"\"";  // JSON, as the title
-  std::string title_ = "\"\"";
-  bool top_ = true;
-  bool visible_ = true;
-  bool focused_ = false;
-  bool editing_ = false;
-  bool isolated_ = false;
+  PageState state_;
   int64_t focus_order_ = 0;          // grows each time a page gets the focus or is loaded
   std::set<std::string> instances_;  // names of extensions
 };

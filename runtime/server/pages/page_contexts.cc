@@ -4,9 +4,7 @@
 
 #include <iterator>
 #include <utility>
-#include <vector>
 
-#include "base/json_writer.h"
 #include "base/wall_clock.h"
 #include "server/web/secret.h"
 
@@ -19,8 +17,9 @@ constexpr size_t kMostScriptless = 32;
 }  // namespace
 
 PageContexts::PageContexts(asio::io_context& loop, set_process::SetProcess& set_process,
-                           EventHub& hub, const Limits& limits, const PageContext::Times& times)
-    : loop_(loop), set_process_(set_process), hub_(hub), limits_(limits), times_(times) {}
+                           EventBroadcast& events, const Limits& limits,
+                           const PageContext::Times& times)
+    : loop_(loop), set_process_(set_process), events_(events), limits_(limits), times_(times) {}
 
 std::shared_ptr<PageContext> PageContexts::Open(const std::string& href) {
   if (contexts_.size() >= limits_.contexts) {
@@ -30,17 +29,20 @@ std::shared_ptr<PageContext> PageContexts::Open(const std::string& href) {
                        "load it again.");
     return nullptr;
   }
-  PageContext::Owner owner{
-      [this](PageContext& context, std::string_view text) { on_message_(context, text); },
-      [this](PageContext& context) {
-        NoteFocus(context);
-        TellChange();
-      },
-      [this](PageContext& context) { Close(context); },
-      [this] { return set_process_.queued_bytes() < limits_.library_bytes; }};
+  PageContext::Owner owner{[this](PageContext& context, std::string_view data, bool is_binary) {
+                             on_message_(context, data, is_binary);
+                           },
+                           [this](PageContext& context) {
+                             NoteFocus(context);
+                             TellChange();
+                           },
+                           [this](PageContext& context) { Close(context); },
+                           [this] { return set_process_.queued_bytes() < limits_.library_bytes; }};
   auto context =
       std::make_shared<PageContext>(loop_, ++last_id_, std::move(owner), limits_, times_);
-  context->set_href(href);
+  PageState state;
+  state.href = href;
+  context->set_state(std::move(state));
   context->Await();
   contexts_[context->id()] = context;
   return context;
@@ -66,28 +68,27 @@ void PageContexts::Close(PageContext& context) {
 std::shared_ptr<PageContext> PageContexts::Foremost() const {
   std::shared_ptr<PageContext> foremost;
   for (const auto& [id, context] : contexts_) {
-    if (!context->is_top() || !context->has_contact()) continue;
+    if (!context->state().top || !context->has_contact()) continue;
     if (!foremost || context->focus_order() > foremost->focus_order()) foremost = context;
   }
   return foremost;
 }
 
-void PageContexts::DeliverToAll(std::string_view members) {
+void PageContexts::DeliverToAll(const PageMessage& message) {
   const auto contexts = contexts_;
-  for (const auto& [id, context] : contexts) context->Deliver(members);
+  for (const auto& [id, context] : contexts) context->Deliver(message);
 }
 
 void PageContexts::Reload() {
   const auto contexts = contexts_;
   for (const auto& [id, context] : contexts) {
-    if (context->is_top()) context->Deliver(R"("type":"reload")");
+    if (context->state().top) context->Deliver({Json{{"type", "reload"}}, std::nullopt, false});
   }
 }
 
-void PageContexts::NoteInstance(int64_t id, std::string_view extension) {
+void PageContexts::NoteInstance(int64_t id, const std::string& extension) {
   const auto context = Find(id);
-  if (context && context->instances().insert(base::DecodeJsonString(extension)).second)
-    TellChange();
+  if (context && context->instances().insert(extension).second) TellChange();
 }
 
 void PageContexts::ForgetInstances() {
@@ -98,13 +99,14 @@ void PageContexts::ForgetInstances() {
 void PageContexts::NoteScriptless(const std::string& href, bool is_top,
                                   const std::string& problem) {
   if (scriptless_.size() == kMostScriptless) scriptless_.clear();
-  const int64_t now = base::NowNs();
-  base::JsonWriter json;
-  json.Number("context", ++last_id_).Text("href", href).Text("title", "").Flag("top", is_top);
-  json.Flag("visible", true).Flag("focused", false).Flag("editing", false).Flag("isolated", false);
-  json.Number("opened_ns", now).Raw("instances", "[]");
-  json.Text("runtime", "noScript").Text("problem", problem);
-  scriptless_[href] = {now, json.Take()};
+  ListedPage page;
+  page.context = ++last_id_;
+  page.state.href = href;
+  page.state.top = is_top;
+  page.opened_ns = base::NowNs();
+  page.runtime = "noScript";
+  page.problem = problem;
+  scriptless_[href] = std::move(page);
   TellChange();
 }
 
@@ -116,15 +118,15 @@ void PageContexts::ForgetScriptlessBefore(int64_t opened_ns) {
   if (scriptless_.size() != before) TellChange();
 }
 
-std::string PageContexts::Json() const {
-  std::vector<std::string> pages;
+std::vector<ListedPage> PageContexts::List() const {
+  std::vector<ListedPage> pages;
   for (const auto& [id, context] : contexts_) {
-    if (context->has_contact()) pages.push_back(context->Json());
+    if (context->has_contact()) pages.push_back(context->Description());
   }
-  for (const auto& [href, page] : scriptless_) pages.push_back(page.json);
-  return base::JsonArray(pages, [](const std::string& page) { return page; });
+  for (const auto& [href, page] : scriptless_) pages.push_back(page);
+  return pages;
 }
 
-void PageContexts::TellChange() { hub_.Publish("pages", Json()); }
+void PageContexts::TellChange() { events_.Publish("pages", base::ToJson(List())); }
 
 }  // namespace orvane::server

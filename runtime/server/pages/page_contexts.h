@@ -8,9 +8,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "server/pages/page_context.h"
-#include "server/records/event_hub.h"
+#include "server/records/event_broadcast.h"
 #include "server/web/limits.h"
 #include "set_process/set_process.h"
 
@@ -19,10 +20,11 @@ namespace orvane::server {
 // The application's documents. The loop's thread only.
 class PageContexts {
  public:
-  using MessageReceiver = std::function<void(PageContext& context, std::string_view text)>;
+  using MessageReceiver =
+      std::function<void(PageContext& context, std::string_view data, bool is_binary)>;
 
   // Borrows all of them.
-  PageContexts(asio::io_context& loop, set_process::SetProcess& set_process, EventHub& hub,
+  PageContexts(asio::io_context& loop, set_process::SetProcess& set_process, EventBroadcast& events,
                const Limits& limits, const PageContext::Times& times);
 
   void set_on_message(MessageReceiver receiver) { on_message_ = std::move(receiver); }
@@ -45,30 +47,25 @@ class PageContexts {
   // Where keys and text go: the top document that had the focus last, or was loaded last.
   std::shared_ptr<PageContext> Foremost() const;
   void NoteFocus(PageContext& context) { context.set_focus_order(++last_order_); }
-  void DeliverToAll(std::string_view members);
+  void DeliverToAll(const PageMessage& message);
   // Those that are top documents load again, and take the others with them.
   void Reload();
-  // The page has an instance of that extension, whose name is a JSON string.
-  void NoteInstance(int64_t id, std::string_view extension);
+  // The page has an instance of that extension.
+  void NoteInstance(int64_t id, const std::string& extension);
   void ForgetInstances();
 
-  std::string Json() const;
-  void TellChange();  // of anything that Json() has
+  std::vector<ListedPage> List() const;
+  void TellChange();  // of anything that List() has
 
  private:
-  struct Scriptless {
-    int64_t opened_ns = 0;
-    std::string json;
-  };
-
   asio::io_context& loop_;
   set_process::SetProcess& set_process_;
-  EventHub& hub_;
+  EventBroadcast& events_;
   const Limits limits_;
   const PageContext::Times times_;
   MessageReceiver on_message_;
   std::map<int64_t, std::shared_ptr<PageContext>> contexts_;
-  std::map<std::string, Scriptless> scriptless_;  // by address
+  std::map<std::string, ListedPage> scriptless_;  // by address
   int64_t last_id_ = 0;
   int64_t last_order_ = 0;
 };

@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/pages/page_messages.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
 #include "base/base64.h"
-#include "base/json_writer.h"
+#include "base/json_fields.h"
 #include "base/wall_clock.h"
 
 namespace orvane::server {
@@ -16,246 +15,334 @@ using std::chrono::steady_clock;
 
 namespace {
 
-constexpr std::string_view kFromPage = "fromPage";
-constexpr std::string_view kBinary = R"(,"binary":true)";  // the text is base64
-
-std::string_view PostKind(bool is_binary) { return is_binary ? "nativeBinary" : "nativePost"; }
-
-std::string AnswerMembers(int64_t id, std::string_view result, int64_t microseconds) {
-  std::string members = R"("type":"answer","id":)" + std::to_string(id) + R"(,"result":)";
-  members += result;
-  if (microseconds >= 0) members += R"(,"us":)" + std::to_string(microseconds);
-  return members;
+// What the heads of messages have besides their type and their number.
+struct ToExtension {
+  std::string extension;
+};
+template <class Map>
+void MapFields(Map& map, ToExtension& head) {
+  map("extension", head.extension);
 }
 
-std::string ErrorMembers(int64_t id, std::string_view error_json) {
-  std::string members = R"("type":"answer","id":)" + std::to_string(id) + R"(,"error":)";
-  members += error_json;
-  return members;
+struct ToRuntime {
+  std::string kind;  // "plain", "sync" or "async"
+  std::string uri;
+};
+template <class Map>
+void MapFields(Map& map, ToRuntime& head) {
+  map("kind", head.kind);
+  map("uri", head.uri);
+}
+
+struct ToWidget {
+  std::string call;
+  std::vector<Json> args;
+};
+template <class Map>
+void MapFields(Map& map, ToWidget& head) {
+  map("call", head.call);
+  map("args", head.args);
+}
+
+struct Console {
+  std::string level;
+  std::string text;
+  std::optional<std::string> where;
+};
+template <class Map>
+void MapFields(Map& map, Console& report) {
+  map("level", report.level);
+  map("text", report.text);
+  map.Optional("where", report.where);
+}
+
+struct Explanation {
+  std::string text;
+};
+template <class Map>
+void MapFields(Map& map, Explanation& report) {
+  map("text", report.text);
+}
+
+struct ToPrivilege {
+  std::string privilege;
+};
+template <class Map>
+void MapFields(Map& map, ToPrivilege& head) {
+  map("privilege", head.privilege);
+}
+
+struct Key {
+  std::string key_name;
+  bool is_long = false;
+};
+template <class Map>
+void MapFields(Map& map, Key& report) {
+  map("key_name", report.key_name);
+  map.Optional("long", report.is_long);
+}
+
+template <class T>
+T Read(const Json& head) {
+  return base::FromJson<T>(head, "the message");
+}
+
+// A number that is none of a message's counts as none.
+std::optional<int64_t> NumberOf(const Json& head, const char* name) {
+  const auto number = head.find(name);
+  if (number == head.end() || !number->is_number_integer()) return std::nullopt;
+  return number->get<int64_t>();
+}
+
+std::string TypeOf(const Json& head) {
+  const auto type = head.find("type");
+  return type != head.end() && type->is_string() ? type->get<std::string>() : "";
+}
+
+PageMessage Answer(int64_t id, Json result) {
+  return {{{"type", "answer"}, {"id", id}, {"result", std::move(result)}}, std::nullopt, false};
+}
+
+PageMessage Refusal(std::optional<int64_t> id, const std::string& why) {
+  PageMessage answer{{{"type", "answer"}, {"error", why}}, std::nullopt, false};
+  if (id) answer.head["id"] = *id;
+  return answer;
 }
 
 // What a call was, for the sentence that says that it failed.
-std::string NameOf(const std::string& peer, const std::string& payload) {
-  if (peer.empty() || peer[0] != '"') return "The call";
-  std::string name = base::DecodeJsonString(peer);
-  if (payload.empty() || payload[0] != '"') return name;
-  const std::string text = base::DecodeJsonString(payload);
-  const auto message = base::JsonObject::Parse(text);
-  const auto command = message ? message->Text("cmd") : std::nullopt;
-  return command ? name + " " + *command : name;
+std::string NameOf(const TraceRecord& record) {
+  try {
+    const Json message = base::ParseJson(record.payload.get<std::string>());
+    return record.peer + " " + message.at("cmd").get<std::string>();
+  } catch (const std::exception&) {
+    return record.peer;
+  }
 }
 
-// The head of a request, with the texts of the message that are handed on in it.
-Json HeadOf(const char* operation, int64_t context, const base::JsonObject& fields,
-            std::initializer_list<const char*> names) {
-  Json head{{"op", operation}, {"context", context}};
-  for (const char* const name : names) head[name] = fields.Text(name).value_or("");
-  return head;
+std::string PostKind(bool is_binary) { return is_binary ? "nativeBinary" : "nativePost"; }
+
+Json PayloadOf(std::string_view body, bool is_binary) {
+  return is_binary ? base::EncodeBase64(body) : std::string(body);
 }
 
-// The answer's value as JSON: that of its head, or else its text.
-std::string ResultOf(const set_process::Answer& answer) {
-  const auto result = answer.head.find("result");
-  return result != answer.head.end() ? base::JsonText(*result)
-                                     : base::JsonText(std::string(answer.body));
+TraceRecord MakeRecord(int64_t context, std::string direction, std::string kind, std::string peer,
+                       Json payload) {
+  TraceRecord record;
+  record.time_ns = base::NowNs();
+  record.context = context;
+  record.direction = std::move(direction);
+  record.kind = std::move(kind);
+  record.peer = std::move(peer);
+  record.payload = std::move(payload);
+  return record;
 }
 
 }  // namespace
 
-struct PageMessages::Message {
+struct PageMessages::Request {
   PageContext& context;
-  const base::JsonObject& fields;
-  std::string_view type;  // JSON
+  const PageMessage& message;
   int64_t id;
   const Reply& reply;
 
-  void Refuse(std::string_view why) const { reply(ErrorMembers(id, base::JsonText(why))); }
-  bool HasTexts(std::initializer_list<std::string_view> names) const {
-    return std::none_of(names.begin(), names.end(),
-                        [this](std::string_view name) { return fields.RawText(name).empty(); });
+  template <class T>
+  T Head() const {
+    return Read<T>(message.head);
   }
-  TraceRecord Record(std::string_view kind, std::string_view peer, std::string_view payload) const {
-    TraceRecord record;
-    record.context = context.id();
-    record.direction = kFromPage;
-    record.kind = kind;
-    record.peer = peer;
-    record.payload = payload;
-    return record;
+  std::string_view Body() const {
+    if (!message.body) throw base::JsonError("The message has no text.");
+    return *message.body;
+  }
+  TraceRecord Record(std::string kind, std::string peer, Json payload) const {
+    return MakeRecord(context.id(), "fromPage", std::move(kind), std::move(peer),
+                      std::move(payload));
   }
 };
 
-void PageMessages::HandleSocketMessage(PageContext& context, std::string_view text) {
-  const auto fields = base::JsonObject::Parse(text);
-  if (!fields) return;
-  const std::string_view type = fields->RawText("type");
-  const auto id = fields->Integer("id");
-  if (!id) return HandleReport(context, type, *fields);
-  if (!context.Receive(*id)) return;  // it came before the socket was lost
-  if (type == R"("post")") {
-    const Reply nobody = [](const std::string&) {};
-    return Post({context, *fields, type, *id, nobody});
-  }
-  const Reply reply = [weak = context.weak_from_this()](const std::string& members) {
-    if (const auto self = weak.lock()) self->Deliver(members);
+const PageMessages::Form PageMessages::kForms[] = {
+    {"sync", &PageMessages::Sync},
+    {"create", &PageMessages::Create},
+    {"privilege", &PageMessages::AskPrivilege},
+    {"runtime", &PageMessages::CallRuntime},
+    {"widget", &PageMessages::CallWidget},
+    {"echo", &PageMessages::Echo},
+    {"post", &PageMessages::Post},
+};
+
+void PageMessages::HandleSocketMessage(PageContext& context, std::string_view data,
+                                       bool is_binary) {
+  const auto deliver = [weak = context.weak_from_this()](PageMessage answer) {
+    if (const auto self = weak.lock()) self->Deliver(std::move(answer));
   };
-  Dispatch({context, *fields, type, *id, reply});
+  try {
+    const PageMessage message = ReadPageMessage(data, is_binary);
+    if (!message.head.contains("id")) return HandleReport(context, message.head);
+    const auto id = NumberOf(message.head, "id");
+    if (!id) throw base::JsonError("The \"id\" of a message is a whole number.");
+    if (!context.Receive(*id)) return;  // it came before the socket was lost
+    const bool wants_answer = TypeOf(message.head) != "post";
+    const Reply nobody = [](const PageMessage&) {};
+    HandleForm({context, message, *id, wants_answer ? Reply(deliver) : nobody});
+  } catch (const base::JsonError& error) {
+    const auto id = FindMessageId(data);
+    if (id && context.Receive(*id)) return deliver(Refusal(id, error.what()));
+    journal_.AddExplanation({{"text", std::string("A page's message was dropped: ") + error.what()},
+                             {"context", context.id()}});
+  }
 }
 
-void PageMessages::HandleRequest(PageContext& context, std::string_view text, const Reply& reply) {
-  const auto fields = base::JsonObject::Parse(text);
-  const auto id = fields ? fields->Integer("id") : std::nullopt;
-  if (!id) return reply(ErrorMembers(0, base::JsonText("A message is an object with an id.")));
-  const Message message{context, *fields, fields->RawText("type"), *id, reply};
-  if (!context.Receive(*id)) return message.Refuse("A message with this id has come before.");
-  if (message.type == R"("post")") Post(message);
-  Dispatch(message);
+void PageMessages::HandleRequest(PageContext& context, std::string_view data, bool is_binary,
+                                 const Reply& reply) {
+  std::optional<int64_t> id;
+  try {
+    const PageMessage message = ReadPageMessage(data, is_binary);
+    id = NumberOf(message.head, "id");
+    if (!id) throw base::JsonError("A message of a request has an \"id\", a whole number.");
+    if (!context.Receive(*id)) throw base::JsonError("A message with this id has come before.");
+    HandleForm({context, message, *id, reply});
+  } catch (const base::JsonError& error) {
+    reply(Refusal(id ? id : FindMessageId(data), error.what()));
+  }
 }
 
-void PageMessages::Dispatch(const Message& message) {
-  const std::string_view type = message.type;
-  const base::JsonObject& fields = message.fields;
-  const int64_t context = message.context.id();
-  if (type == R"("sync")" && message.HasTexts({"extension", "text"})) {
-    return Ask(message, HeadOf("sync", context, fields, {"extension"}), *fields.Text("text"),
-               message.Record("nativeSync", fields.Raw("extension"), fields.Raw("text")));
+void PageMessages::HandleForm(const Request& request) {
+  const std::string type = TypeOf(request.message.head);
+  try {
+    for (const Form& form : kForms) {
+      if (type == form.type) return (this->*form.handle)(request);
+    }
+    throw base::JsonError("A message of this form is known to nobody.");
+  } catch (const base::JsonError& error) {
+    request.reply(Refusal(request.id, error.what()));
   }
-  if (type == R"("create")" && message.HasTexts({"extension"})) {
-    return Ask(message, HeadOf("create", context, fields, {"extension"}), "",
-               message.Record("create", fields.Raw("extension"), "null"));
-  }
-  if (type == R"("privilege")" && message.HasTexts({"privilege"})) {
-    return Ask(message, HeadOf("privilege", context, fields, {"privilege"}), "",
-               message.Record("privilege", fields.Raw("privilege"), "null"));
-  }
-  if (type == R"("runtime")" && message.HasTexts({"kind", "uri", "text"})) return Runtime(message);
-  if (type == R"("widget")" && message.HasTexts({"call"})) return Widget(message);
-  if (type == R"("echo")" || type == R"("post")") {
-    return message.reply(AnswerMembers(message.id, "null", -1));
-  }
-  message.Refuse("A message of this form is known to nobody.");
 }
 
-void PageMessages::Runtime(const Message& message) {
-  const std::string_view kind = message.fields.Raw("kind");
-  std::string_view traced = "runtimePlain";
-  if (kind == R"("sync")") traced = "runtimeSync";
-  if (kind == R"("async")") traced = "runtimeAsync";
-  Ask(message, HeadOf("runtime", message.context.id(), message.fields, {"kind", "uri"}),
-      *message.fields.Text("text"),
-      message.Record(traced, message.fields.Raw("uri"), message.fields.Raw("text")));
+void PageMessages::Sync(const Request& request) {
+  const auto head = request.Head<ToExtension>();
+  Ask(request, {{"op", "sync"}, {"extension", head.extension}}, request.Body(),
+      request.Record("nativeSync", head.extension, std::string(request.Body())));
 }
 
-void PageMessages::Widget(const Message& message) {
-  if (!base::JsonElements(message.fields.Raw("args"))) {
-    return message.Refuse("The arguments of a call are an array.");
-  }
-  Ask(message, HeadOf("widget", message.context.id(), message.fields, {"call"}),
-      std::string(message.fields.Raw("args")),
-      message.Record("widget", message.fields.Raw("call"), message.fields.Raw("args")));
+void PageMessages::Create(const Request& request) {
+  const auto head = request.Head<ToExtension>();
+  Ask(request, {{"op", "create"}, {"extension", head.extension}}, "",
+      request.Record("create", head.extension, nullptr));
 }
 
-// The record borrows from the message, which is gone when the answer comes.
-void PageMessages::Ask(const Message& message, Json head, const std::string& body,
+void PageMessages::AskPrivilege(const Request& request) {
+  const auto head = request.Head<ToPrivilege>();
+  Ask(request, {{"op", "privilege"}, {"privilege", head.privilege}}, "",
+      request.Record("privilege", head.privilege, nullptr));
+}
+
+void PageMessages::CallRuntime(const Request& request) {
+  const auto head = request.Head<ToRuntime>();
+  const char* kind = "runtimePlain";
+  if (head.kind == "sync") kind = "runtimeSync";
+  if (head.kind == "async") kind = "runtimeAsync";
+  Ask(request, {{"op", "runtime"}, {"kind", head.kind}, {"uri", head.uri}}, request.Body(),
+      request.Record(kind, head.uri, std::string(request.Body())));
+}
+
+void PageMessages::CallWidget(const Request& request) {
+  const auto head = request.Head<ToWidget>();
+  const Json args(head.args);
+  Ask(request, {{"op", "widget"}, {"call", head.call}}, base::JsonText(args),
+      request.Record("widget", head.call, args));
+}
+
+void PageMessages::Echo(const Request& request) { request.reply(Answer(request.id, nullptr)); }
+
+void PageMessages::Post(const Request& request) {
+  const auto head = request.Head<ToExtension>();
+  const bool is_binary = request.message.is_binary;
+  Json posted{{"op", "post"}, {"context", request.context.id()}, {"extension", head.extension}};
+  if (is_binary) posted["binary"] = true;
+  set_process_.Post(posted, request.Body());
+  journal_.AddTrace(
+      request.Record(PostKind(is_binary), head.extension, PayloadOf(request.Body(), is_binary)));
+  request.reply(Answer(request.id, nullptr));
+}
+
+void PageMessages::Ask(const Request& request, Json head, std::string_view body,
                        TraceRecord record) {
   const bool needs_instance = head["op"] == "create" || head["op"] == "sync";
-  record.time_ns = base::NowNs();
-  const auto begin = steady_clock::now();
+  head["context"] = request.context.id();
   set_process_.Request(
       std::move(head), body,
-      [this, needs_instance, reply = message.reply, id = message.id, record,
-       peer = std::string(record.peer), payload = std::string(record.payload),
-       begin](const set_process::Answer& answer) mutable {
-        if (needs_instance && answer.ok()) contexts_.NoteInstance(record.context, peer);
-        std::string failure;
-        std::string result;
-        if (answer.ok()) {
-          result = ResultOf(answer);
-        } else {
-          const std::string refused = answer.error();
-          failure = base::JsonText(
-              refused.empty() ? NameOf(peer, payload) + ": " + answer.failure + "." : refused);
-        }
+      [this, needs_instance, reply = request.reply, id = request.id, record = std::move(record),
+       begin = steady_clock::now()](const set_process::Answer& answer) mutable {
         const auto turn = steady_clock::now() - begin;
-        record.microseconds =
-            answer.microseconds() >= 0
-                ? answer.microseconds()
-                : std::chrono::duration_cast<std::chrono::microseconds>(turn).count();
-        reply(answer.ok() ? AnswerMembers(id, result, answer.microseconds())
-                          : ErrorMembers(id, failure));
-        record.peer = peer;
-        record.payload = payload;
-        record.reply = result;
-        record.error = failure;
-        journal_.AddTrace(record);
+        record.microseconds = std::chrono::duration_cast<std::chrono::microseconds>(turn).count();
+        if (needs_instance && answer.ok()) {
+          contexts_.NoteInstance(record.context, record.peer);
+        }
+        Finish(answer, id, reply, record);
       });
 }
 
-void PageMessages::Post(const Message& message) {
-  if (!message.HasTexts({"extension", "text"})) return;
-  const bool is_binary = message.fields.Flag("binary");
-  Json head = HeadOf("post", message.context.id(), message.fields, {"extension"});
-  std::optional<std::string> body = message.fields.Text("text");
-  if (is_binary) {
-    head["binary"] = true;
-    body = base::DecodeBase64(*body);
+// Replies, and writes down what was asked and what came of it.
+void PageMessages::Finish(const set_process::Answer& answer, int64_t id, const Reply& reply,
+                          TraceRecord& record) {
+  if (!answer.ok()) {
+    const std::string refused = answer.error();
+    record.error = refused.empty() ? NameOf(record) + ": " + answer.failure + "." : refused;
+    reply(Refusal(id, *record.error));
+  } else {
+    const auto result = answer.head.find("result");
+    const bool has_result = result != answer.head.end();
+    PageMessage told{{{"type", "answer"}, {"id", id}}, std::nullopt, false};
+    if (answer.microseconds() >= 0) {
+      record.microseconds = answer.microseconds();
+      told.head["us"] = answer.microseconds();
+    }
+    if (has_result) {
+      told.head["result"] = *result;
+    } else {
+      told.body = answer.body;
+    }
+    reply(std::move(told));
+    record.reply = has_result ? *result : Json(std::string(answer.body));
   }
-  if (!body) return journal_.AddExplanation(R"("text":"A binary message that is no base64.")");
-  set_process_.Post(head, *body);
-  TraceRecord record = message.Record(PostKind(is_binary), message.fields.Raw("extension"),
-                                      message.fields.Raw("text"));
-  record.time_ns = base::NowNs();
   journal_.AddTrace(record);
 }
 
 void PageMessages::DeliverPosted(const set_process::Posted& posted) {
-  const auto found = contexts_.Find(posted.context);
-  if (!found) return;
-  const std::string extension = base::JsonText(posted.extension);
-  const std::string text =
-      base::JsonText(posted.is_binary ? base::EncodeBase64(posted.body) : std::string(posted.body));
-  std::string members = R"("type":"posted","extension":)";
-  members.append(extension).append(R"(,"text":)").append(text);
-  if (posted.is_binary) members += kBinary;
-  found->Deliver(members);
-  TraceRecord record;
-  record.context = posted.context;
-  record.direction = "toPage";
-  record.kind = PostKind(posted.is_binary);
-  record.peer = extension;
-  record.payload = text;
-  record.time_ns = base::NowNs();
-  journal_.AddTrace(record);
+  const auto context = contexts_.Find(posted.context);
+  if (!context) return;
+  context->Deliver(
+      {{{"type", "posted"}, {"extension", posted.extension}}, posted.body, posted.is_binary});
+  journal_.AddTrace(MakeRecord(posted.context, "toPage", PostKind(posted.is_binary),
+                               posted.extension, PayloadOf(posted.body, posted.is_binary)));
 }
 
-void PageMessages::HandleReport(PageContext& context, std::string_view type,
-                                const base::JsonObject& message) {
-  if (type == R"("ack")") return context.Acknowledge(message.Integer("seq").value_or(0));
-  const std::string place = R"(,"context":)" + std::to_string(context.id());
-  const std::string text(message.RawText("text"));
-  if (type == R"("state")") {
-    const bool had_focus = context.is_focused();
-    context.SetState(message);
-    if (context.is_focused() && !had_focus) contexts_.NoteFocus(context);
-    if (context.is_top()) contexts_.ForgetScriptlessBefore(context.opened_ns());
-    return contexts_.TellChange();
+void PageMessages::HandleReport(PageContext& context, const Json& report) {
+  const std::string type = TypeOf(report);
+  if (type == "ack") return context.Acknowledge(NumberOf(report, "seq").value_or(0));
+  if (type == "state") return TakeState(context, report);
+  if (type == "keyReport") {
+    return keys_.Press(Read<Key>(report).key_name, KeyPresses::Kind::kNative);
   }
-  if (type == R"("console")" && !text.empty() && !message.RawText("level").empty()) {
-    std::string members = R"("level":)";
-    members.append(message.Raw("level")).append(R"(,"text":)").append(text).append(place);
-    const std::string_view where = message.RawText("where");
-    if (!where.empty()) members.append(R"(,"where":)").append(where);
-    return journal_.AddConsole(members);
+  if (type == "keyPress") {
+    const auto key = Read<Key>(report);
+    return keys_.Press(key.key_name,
+                       key.is_long ? KeyPresses::Kind::kLong : KeyPresses::Kind::kShort);
   }
-  if (type == R"("explain")" && !text.empty()) {
-    return journal_.AddExplanation(R"("text":)" + text + place);
-  }
-  const std::string_view key = message.RawText("key_name");
-  if (key.empty()) return;
-  if (type == R"("keyReport")") keys_.Press(key, KeyPresses::Kind::kNative);
-  if (type == R"("keyPress")") {
-    keys_.Press(key, message.Flag("long") ? KeyPresses::Kind::kLong : KeyPresses::Kind::kShort);
-  }
+  Json entry;
+  if (type == "console") entry = base::ToJson(Read<Console>(report));
+  if (type == "explain") entry = base::ToJson(Read<Explanation>(report));
+  if (entry.is_null()) throw base::JsonError("A report of this form is known to nobody.");
+  entry["context"] = context.id();
+  if (type == "console") return journal_.AddConsole(std::move(entry));
+  journal_.AddExplanation(std::move(entry));
+}
+
+void PageMessages::TakeState(PageContext& context, const Json& report) {
+  const bool had_focus = context.state().focused;
+  context.set_state(Read<PageState>(report));
+  if (context.state().focused && !had_focus) contexts_.NoteFocus(context);
+  if (context.state().top) contexts_.ForgetScriptlessBefore(context.opened_ns());
+  contexts_.TellChange();
 }
 
 }  // namespace orvane::server

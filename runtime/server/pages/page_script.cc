@@ -2,42 +2,35 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/pages/page_script.h"
 
-#include "base/json_writer.h"
 #include "page/script_files.h"
 #include "server/browser_script/client_text.h"
 
 namespace orvane::server {
 
-PageScript::PageScript(const base::JsonObject& started, std::string_view app,
-                       std::chrono::milliseconds deadline, const ScriptCheck& check) {
-  base::JsonWriter broken;
-  const auto scripts = base::JsonObject::Parse(started.Raw("scripts"));
-  if (scripts) {
-    for (const auto& [name, value] : scripts->members()) {
-      const std::string quoted = "\"" + std::string(name) + "\"";
-      if (value.front() != '"') continue;
-      const std::string script = base::DecodeJsonString(value);
-      const std::string why = check ? check(base::DecodeJsonString(quoted), script) : "";
-      if (!why.empty()) {
-        broken.Text(name, why);
-        continue;
-      }
-      scripts_ +=
-          ForScript(quoted) + ":\n" + kExtensionWrapperHead + script + kExtensionWrapperTail + ",";
+PageScript::PageScript(const Json& started, const Json& app, std::chrono::milliseconds deadline,
+                       const ScriptCheck& check)
+    : boot_{{"catalogue", started.at("catalogue")},
+            {"app", app},
+            {"deadlineMs", deadline.count()},
+            {"broken", Json::object()}} {
+  for (const auto& [name, value] : started.at("scripts").items()) {
+    const auto script = value.get<std::string>();
+    const std::string why = check ? check(name, script) : "";
+    if (why.empty()) {
+      scripts_ += ForScript(base::JsonText(name)) + ":\n" + kExtensionWrapperHead + script +
+                  kExtensionWrapperTail + ",";
+    } else {
+      boot_["broken"][name] = why;
     }
   }
-  const std::string_view catalogue = started.Raw("catalogue");
-  boot_ = R"(,"catalogue":)" + std::string(catalogue.empty() ? "[]" : catalogue);
-  boot_.append(R"(,"app":)").append(app);
-  boot_ += R"(,"deadlineMs":)" + std::to_string(deadline.count());
-  boot_ += R"(,"broken":)" + broken.Take();
 }
 
-std::string PageScript::Make(int64_t context, std::string_view secret) const {
-  std::string boot = R"({"context":)" + std::to_string(context) + R"(,"token":)";
-  boot += base::JsonText(secret) + boot_ + "}";
+std::string PageScript::Make(int64_t context, const std::string& secret) const {
+  Json boot = boot_;
+  boot["context"] = context;
+  boot["token"] = secret;
   std::string script = kPageClient;
-  script += "(" + ForScript(boot) + ",{" + scripts_ + "})";
+  script += "(" + ForScript(base::JsonText(boot)) + ",{" + scripts_ + "})";
   script += kPageClientEnd;
   return script;
 }

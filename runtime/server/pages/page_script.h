@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/json_object.h"
+#include "base/json.h"
 
 namespace orvane::server {
 
@@ -19,14 +19,15 @@ using ScriptCheck = std::function<std::string(const std::string& name, const std
 // same for all of them is made once. One thread.
 class PageScript {
  public:
-  // `started` is what the set process told of its extensions. `app` is JSON: id, name, version.
-  PageScript(const base::JsonObject& started, std::string_view app,
-             std::chrono::milliseconds deadline, const ScriptCheck& check);
+  // `started` is what the set process told of its extensions: their "catalogue" and "scripts".
+  // `app` has id, name and version.
+  PageScript(const Json& started, const Json& app, std::chrono::milliseconds deadline,
+             const ScriptCheck& check);
 
-  std::string Make(int64_t context, std::string_view secret) const;
+  std::string Make(int64_t context, const std::string& secret) const;
 
  private:
-  std::string boot_;     // members that every document gets
+  Json boot_;            // what every document gets to know
   std::string scripts_;  // the extensions' scripts as functions
 };
 

@@ -3,12 +3,13 @@
 #include "server/records/record_ring.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace orvane::server {
 
-const std::string& RecordRing::Add(std::string_view members) {
-  std::string record = R"({"seq":)" + std::to_string(last_seq_ + 1);
-  return AddNumbered(record.append(",").append(members).append("}"));
+const std::string& RecordRing::Add(Json object) {
+  object["seq"] = last_seq_ + 1;
+  return AddNumbered(base::JsonText(object));
 }
 
 const std::string& RecordRing::AddNumbered(std::string_view object) {
@@ -30,16 +31,10 @@ void RecordRing::Clear() {
 std::string RecordRing::List(int64_t since, int64_t limit, int64_t* next) const {
   const auto size = static_cast<int64_t>(records_.size());
   const int64_t first_seq = last_seq_ - size + 1;
-  const int64_t begin = std::clamp<int64_t>(since + 1 - first_seq, 0, size);
+  const int64_t begin = std::clamp<int64_t>(since, first_seq - 1, last_seq_) + 1 - first_seq;
   const int64_t end = begin + std::clamp<int64_t>(limit, 0, size - begin);
-  std::string list = "[";
-  for (int64_t i = begin; i < end; ++i) {
-    if (i > begin) list += ',';
-    list += records_[static_cast<size_t>(i)];
-  }
-  list += ']';
   *next = std::max(since, end == size ? last_seq_ : first_seq + end - 1);
-  return list;
+  return JoinToArray(std::vector<std::string>(records_.begin() + begin, records_.begin() + end));
 }
 
 }  // namespace orvane::server

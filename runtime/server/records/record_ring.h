@@ -8,24 +8,36 @@
 #include <string>
 #include <string_view>
 
+#include "base/json.h"
+
 namespace orvane::server {
 
+// The texts of JSON values as a JSON array.
+template <class Texts>
+std::string JoinToArray(const Texts& texts) {
+  std::string array = "[";
+  for (const std::string& text : texts) {
+    if (array.size() > 1) array += ',';
+    array += text;
+  }
+  return array += ']';
+}
+
 // The newest of a stream of JSON objects, each with a number of its own, `seq`, that never comes
-// again. One thread.
+// again. It keeps their texts, as they are told and listed. One thread.
 class RecordRing {
  public:
   RecordRing(size_t max_records, size_t max_bytes)
       : max_records_(max_records), max_bytes_(max_bytes) {}
 
-  // `members` is what an object holds, without its braces. Returns the whole object, valid until
-  // the next call of a member that is not const.
-  const std::string& Add(std::string_view members);
-  // The same for a whole object, that has its number: one above that of the one before it.
+  // Numbers an object. Returns its text, valid until the next call of a member that is not const.
+  const std::string& Add(Json object);
+  // The same for the text of an object that has its number: one above that of the one before it.
   const std::string& AddNumbered(std::string_view object);
   void Clear();
 
-  // At most `limit` objects with numbers above `since`, as an array; `next` becomes the number to
-  // go on with.
+  // At most `limit` objects with numbers above `since`, as the text of an array; `next` becomes the
+  // number to go on with.
   std::string List(int64_t since, int64_t limit, int64_t* next) const;
 
  private:

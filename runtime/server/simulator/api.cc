@@ -4,52 +4,50 @@
 
 #include <utility>
 
-#include "base/json_writer.h"
-
 namespace orvane::server {
 
-void Api::Add(const std::string& name, Method method) {
-  AddSlow(name, [method = std::move(method)](const base::JsonObject& params, const Reply& reply) {
-    reply(Result(method(params)));
-  });
+namespace {
+
+struct CallForm {
+  std::string method;
+  Json params = Json::object();
+};
+template <class Map>
+void MapFields(Map& map, CallForm& call) {
+  map("method", call.method);
+  map.Optional("params", call.params);
 }
 
-void Api::Call(const base::JsonObject& request, const Reply& reply) {
-  const std::string method = request.Text("method").value_or("");
-  const std::string_view given = request.Raw("params");
-  const std::string_view params = given.empty() || given == "null" ? "{}" : given;
-  const auto object = base::JsonObject::Parse(params);
-  if (method.empty() || !object) {
-    return reply(Error(R"(A call has a "method", a string, and may have "params", an object.)"));
-  }
-  const auto found = methods_.find(method);
-  if (found == methods_.end()) return Forward(method, params, reply);
-  try {
-    found->second(*object, reply);
-  } catch (const ApiError& error) {
-    reply(Error(error.what()));
-  }
+}  // namespace
+
+std::string ApiAnswer::Text(const Json& id) const {
+  std::string text = id.is_null() ? "{" : "{\"id\":" + base::JsonText(id) + ",";
+  if (error) return text + "\"error\":" + base::JsonText({{"message", *error}}) + "}";
+  return text + "\"result\":" + result + "}";
 }
 
-void Api::Forward(const std::string& method, std::string_view params, const Reply& reply) {
-  Json head{{"op", "control"}, {"method", method}};
+void Api::Call(const Json& request, const Reply& reply) {
   try {
-    head["params"] = base::ParseJson(params);
+    auto call = base::FromJson<CallForm>(request, "a call");
+    if (call.method.empty()) throw ApiError("A call names its \"method\".");
+    const auto found = methods_.find(call.method);
+    if (found == methods_.end()) return Forward(call.method, std::move(call.params), reply);
+    found->second(call.params, reply);
   } catch (const base::JsonError& error) {
-    return reply(Error(method + ": " + error.what()));
+    reply({"", error.what()});
+  } catch (const ApiError& error) {
+    reply({"", error.what()});
   }
+}
+
+void Api::Forward(const std::string& method, Json parameters, const Reply& reply) {
+  if (!parameters.is_object()) throw ApiError("The \"params\" of a call are an object.");
+  Json head{{"op", "control"}, {"method", method}, {"params", std::move(parameters)}};
   set_process_.Request(std::move(head), "", [reply, method](const set_process::Answer& answer) {
-    if (answer.ok()) return reply(Result(base::JsonText(answer.result())));
-    reply(Error(answer.error().empty() ? method + ": " + answer.failure + "." : answer.error()));
+    if (answer.ok()) return reply({base::JsonText(answer.result()), std::nullopt});
+    const std::string refused = answer.error();
+    reply({"", refused.empty() ? method + ": " + answer.failure + "." : refused});
   });
-}
-
-std::string Api::Result(std::string_view json) {
-  return R"("result":)" + std::string(json.empty() ? "null" : json);
-}
-
-std::string Api::Error(std::string_view message) {
-  return R"("error":)" + base::JsonWriter().Text("message", message).Take();
 }
 
 }  // namespace orvane::server

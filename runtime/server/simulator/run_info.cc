@@ -3,35 +3,21 @@
 #include "server/simulator/run_info.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "base/json_writer.h"
 #include "server/web/http_message.h"
 
 namespace orvane::server {
 
 namespace {
 
-std::string MetadataJson(const app::WebApplication& app) {
-  return base::JsonArray(app.metadata, [](const auto& pair) {
-    return "[" + base::JsonText(pair.first) + "," + base::JsonText(pair.second) + "]";
-  });
-}
-
-std::string WarningJson(const app::Problem& problem) {
-  return base::JsonWriter()
-      .Text("file", problem.file)
-      .Number("line", problem.line)
-      .Text("element", problem.element)
-      .Text("text", problem.text)
-      .Take();
-}
-
-base::JsonWriter AppMembers(const app::WebApplication& app) {
-  base::JsonWriter json;
-  json.Text("id", app.id).Text("name", app.name).Text("version", app.version);
-  json.Text("folder", app.folder.string()).Raw("metadata", MetadataJson(app));
-  json.Raw("privileges", base::JsonArray(app.privileges, base::JsonText<std::string>));
-  return json;
+// What a page, the set and the simulator are told alike.
+Json Facts(const app::WebApplication& app) {
+  Json facts = PageAppInfo(app);
+  facts["folder"] = app.folder.string();
+  facts["metadata"] = app.metadata;  // pairs
+  facts["privileges"] = app.privileges;
+  return facts;
 }
 
 // The part of an address behind the host.
@@ -44,27 +30,32 @@ std::string PathOfUrl(const std::string& url) {
 
 }  // namespace
 
-std::string StartOptionsJson(const RunOptions& options) {
-  base::JsonWriter json;
-  json.Text("state", options.state_folder.string()).Text("profile", options.profile);
-  json.Raw("app", AppMembers(options.app).Text("package", options.app.package).Take());
-  json.Raw("faults", base::JsonArray(options.faults, base::JsonText<std::string>));
-  json.Raw("extensions", base::JsonArray(options.extensions, base::JsonText<std::string>));
-  json.Number("deadlineMs", options.deadline.count());
-  json.Flag("testHooks", options.test_hooks);
-  return json.Take();
+Json StartOptions(const RunOptions& options) {
+  Json app = Facts(options.app);
+  app["package"] = options.app.package;
+  return {{"state", options.state_folder.string()},
+          {"profile", options.profile},
+          {"app", std::move(app)},
+          {"faults", options.faults},
+          {"extensions", options.extensions},
+          {"deadlineMs", options.deadline.count()},
+          {"testHooks", options.test_hooks}};
 }
 
-std::string PageAppJson(const app::WebApplication& app) {
-  return base::JsonWriter()
-      .Text("id", app.id)
-      .Text("name", app.name)
-      .Text("version", app.version)
-      .Take();
+Json PageAppInfo(const app::WebApplication& app) {
+  return {{"id", app.id}, {"name", app.name}, {"version", app.version}};
 }
 
-std::string AppJson(const app::WebApplication& app) {
-  return AppMembers(app).Raw("warnings", base::JsonArray(app.warnings, WarningJson)).Take();
+Json AppInfo(const app::WebApplication& app) {
+  Json info = Facts(app);
+  info["warnings"] = Json::array();
+  for (const app::Problem& warning : app.warnings) {
+    info["warnings"].push_back({{"file", warning.file},
+                                {"line", warning.line},
+                                {"element", warning.element},
+                                {"text", warning.text}});
+  }
+  return info;
 }
 
 std::string StartPath(const RunOptions& options) {
@@ -75,16 +66,18 @@ std::string StartPath(const RunOptions& options) {
   return path.empty() || path[0] != '/' ? "/" + path : path;
 }
 
-std::string RunInfoJson(const RunOptions& options, const RunAddresses& addresses,
-                        const std::string& profile, int64_t started_ns) {
-  base::JsonWriter json;
-  json.Text("version", options.version).Raw("app", AppJson(options.app));
-  json.Text("appUrl", addresses.app).Text("startPath", StartPath(options));
-  json.Text("simulatorUrl", addresses.simulator).Text("profile", profile);
-  json.Number("deadlineMs", options.deadline.count()).Flag("watch", options.watch);
-  json.Raw("browser", base::JsonWriter().Flag("headless", options.headless_browser).Take());
-  json.Number("started_ns", started_ns);
-  return json.Take();
+Json RunInfo(const RunOptions& options, const RunAddresses& addresses, const std::string& profile,
+             int64_t started_ns) {
+  return {{"version", options.version},
+          {"app", AppInfo(options.app)},
+          {"appUrl", addresses.app},
+          {"startPath", StartPath(options)},
+          {"simulatorUrl", addresses.simulator},
+          {"profile", profile},
+          {"deadlineMs", options.deadline.count()},
+          {"watch", options.watch},
+          {"browser", {{"headless", options.headless_browser}}},
+          {"started_ns", started_ns}};
 }
 
 }  // namespace orvane::server

@@ -5,21 +5,22 @@
 #include <cstdint>
 #include <string>
 
+#include "base/json.h"
 #include "server/run_options.h"
 
 namespace orvane::server {
 
-// What is told about a run, as JSON.
+// What is told about a run.
 
 // The "options" of the set process's start.
-std::string StartOptionsJson(const RunOptions& options);
+Json StartOptions(const RunOptions& options);
 // What the page's runtime has to know: id, name and version.
-std::string PageAppJson(const app::WebApplication& app);
-std::string AppJson(const app::WebApplication& app);
+Json PageAppInfo(const app::WebApplication& app);
+Json AppInfo(const app::WebApplication& app);
 // The path of the start page, with its query: "/index.html".
 std::string StartPath(const RunOptions& options);
 // The answer of run.info.
-std::string RunInfoJson(const RunOptions& options, const RunAddresses& addresses,
-                        const std::string& profile, int64_t started_ns);
+Json RunInfo(const RunOptions& options, const RunAddresses& addresses, const std::string& profile,
+             int64_t started_ns);
 
 }  // namespace orvane::server

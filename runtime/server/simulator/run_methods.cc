@@ -2,77 +2,107 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/simulator/run_methods.h"
 
-#include "base/json_writer.h"
+#include <optional>
+
 #include "server/simulator/run_info.h"
 
 namespace orvane::server {
 
-void RunMethods::AddTo(Api& api, int64_t started_ns) {
-  api.Add("run.info", [this, started_ns](const base::JsonObject&) {
-    return RunInfoJson(parts_.options, parts_.addresses, profile_, started_ns);
-  });
-  api.Add("pages.list", [this](const base::JsonObject&) { return parts_.contexts.Json(); });
-  api.Add("page.reload", [this](const base::JsonObject& params) {
-    ReloadPage(params);
-    return std::string("null");
-  });
-  api.Add("process.get", [this](const base::JsonObject&) {
-    return base::JsonText(parts_.set_process.Description());
-  });
-  api.Add("process.restart", [this](const base::JsonObject&) {
-    parts_.set_process.Restart();
-    return std::string("null");
-  });
-  api.Add("ime.input", [this](const base::JsonObject& params) {
-    EnterText(params);
-    return std::string("null");
-  });
-  api.AddSlow("screenshot",
-              [this](const base::JsonObject&, const Api::Reply& reply) { TakePicture(reply); });
-}
+struct RunMethods::ReloadParameters {
+  std::optional<int64_t> context;  // none: every page
 
-void RunMethods::ReloadPage(const base::JsonObject& params) {
-  const auto id = params.Integer("context");
-  if (!id) return parts_.contexts.Reload();
-  const auto context = parts_.contexts.Find(*id);
-  if (!context) throw ApiError("There is no page " + std::to_string(*id) + ".");
-  context->Deliver(R"("type":"reload")");
-}
-
-void RunMethods::EnterText(const base::JsonObject& params) {
-  const std::string operation = params.Text("op").value_or("");
-  if (operation != "text" && operation != "backspace" && operation != "enter" &&
-      operation != "clear") {
-    throw ApiError(R"("op" is "text", "backspace", "enter" or "clear".)");
+  template <class Map>
+  friend void MapFields(Map& map, ReloadParameters& parameters) {
+    map.Optional("context", parameters.context);
   }
+};
+
+namespace {
+
+// Of the set's profile, as the state tells it.
+struct ProfilePart {
+  std::optional<std::string> name;
+};
+template <class Map>
+void MapFields(Map& map, ProfilePart& part) {
+  map.Optional("name", part.name);
+}
+
+}  // namespace
+
+enum class Input { kText, kBackspace, kEnter, kClear };
+constexpr base::EnumName<Input> kInputNames[] = {{Input::kText, "text"},
+                                                 {Input::kBackspace, "backspace"},
+                                                 {Input::kEnter, "enter"},
+                                                 {Input::kClear, "clear"}};
+constexpr auto& EnumNames(Input) { return kInputNames; }
+
+struct RunMethods::InputParameters {
+  Input op = Input::kText;
+  std::string text;
+
+  template <class Map>
+  friend void MapFields(Map& map, InputParameters& parameters) {
+    map("op", parameters.op);
+    map.Optional("text", parameters.text);
+  }
+};
+
+void RunMethods::AddTo(Api& api, int64_t started_ns) {
+  api.Add<NoParameters>("run.info", [this, started_ns](const NoParameters&) {
+    return RunInfo(parts_.options, parts_.addresses, profile_, started_ns);
+  });
+  api.Add<NoParameters>(
+      "pages.list", [this](const NoParameters&) { return base::ToJson(parts_.contexts.List()); });
+  api.Add<ReloadParameters>("page.reload",
+                            [this](const ReloadParameters& parameters) { ReloadPage(parameters); });
+  api.Add<NoParameters>("process.get",
+                        [this](const NoParameters&) { return parts_.set_process.Description(); });
+  api.Add<NoParameters>("process.restart",
+                        [this](const NoParameters&) { parts_.set_process.Restart(); });
+  api.Add<InputParameters>("ime.input",
+                           [this](const InputParameters& parameters) { EnterText(parameters); });
+  api.AddSlow<NoParameters>(
+      "screenshot", [this](const NoParameters&, const Api::Reply& reply) { TakePicture(reply); });
+}
+
+void RunMethods::ReloadPage(const ReloadParameters& parameters) {
+  if (!parameters.context) return parts_.contexts.Reload();
+  const auto context = parts_.contexts.Find(*parameters.context);
+  if (!context) {
+    throw ApiError("There is no page " + std::to_string(*parameters.context) + ".");
+  }
+  context->Deliver({Json{{"type", "reload"}}, std::nullopt, false});
+}
+
+void RunMethods::EnterText(const InputParameters& parameters) {
   const auto context = parts_.contexts.Foremost();
   if (!context) throw ApiError("No page of the application is open.");
-  const std::string_view text = params.RawText("text");
-  context->Deliver(R"("type":"ime","op":")" + operation + R"(","text":)" +
-                   (text.empty() ? "\"\"" : std::string(text)));
+  Json head = base::ToJson(parameters);
+  head["type"] = "ime";
+  context->Deliver({std::move(head), std::nullopt, false});
 }
 
 void RunMethods::TakePicture(const Api::Reply& reply) {
-  parts_.browser_desk.TakePicture(
+  parts_.pictures.TakePicture(
       parts_.addresses.app + StartPath(parts_.options),
-      [reply](const BrowserDesk::Picture& picture) {
-        if (!picture.error.empty()) return reply(Api::Error(picture.error));
-        reply(Api::Result(
-            base::JsonWriter().Text("png", picture.png).Flag("fresh", picture.is_fresh).Take()));
+      [reply](const PictureTaker::Picture& picture) {
+        if (!picture.error.empty()) return reply({"", picture.error});
+        reply({base::JsonText({{"png", picture.png}, {"fresh", picture.is_fresh}}), std::nullopt});
       });
 }
 
 void RunMethods::AskProfile() {
-  parts_.set_process.Request(
-      {{"op", "control"}, {"method", "state.get"}}, "", [this](const set_process::Answer& answer) {
-        if (!answer.ok()) return;
-        TakeProfile(base::JsonText(answer.result().value("profile", Json())));
-      });
+  set_process::SetProcess& set_process = parts_.set_process;
+  set_process.Request({{"op", "control"}, {"method", "state.get"}, {"params", Json::object()}}, "",
+                      [this](const set_process::Answer& answer) {
+                        const Json state = answer.result();
+                        if (state.is_object()) TakeProfile(state.value("profile", Json::object()));
+                      });
 }
 
-void RunMethods::TakeProfile(std::string_view part) {
-  const auto profile = base::JsonObject::Parse(part);
-  if (profile) profile_ = profile->Text("name").value_or(profile_);
+void RunMethods::TakeProfile(const Json& part) {
+  profile_ = base::FromJson<ProfilePart>(part, "the profile").name.value_or(profile_);
 }
 
 }  // namespace orvane::server

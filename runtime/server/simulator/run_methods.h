@@ -4,10 +4,9 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "server/pages/page_contexts.h"
-#include "server/pictures/browser_desk.h"
+#include "server/pictures/picture_taker.h"
 #include "server/run_options.h"
 #include "server/simulator/api.h"
 #include "set_process/set_process.h"
@@ -23,7 +22,7 @@ class RunMethods {
     const RunAddresses& addresses;
     set_process::SetProcess& set_process;
     PageContexts& contexts;
-    BrowserDesk& browser_desk;
+    PictureTaker& pictures;
   };
 
   explicit RunMethods(Parts parts) : parts_(parts) {}
@@ -34,11 +33,14 @@ class RunMethods {
   // The name of the set's profile, as far as the set process has told it.
   const std::string& profile() const { return profile_; }
   void AskProfile();
-  void TakeProfile(std::string_view part);  // that part of the set's state, JSON
+  void TakeProfile(const Json& part);  // that part of the set's state
 
  private:
-  void ReloadPage(const base::JsonObject& params);
-  void EnterText(const base::JsonObject& params);
+  struct ReloadParameters;
+  struct InputParameters;
+
+  void ReloadPage(const ReloadParameters& parameters);
+  void EnterText(const InputParameters& parameters);
   void TakePicture(const Api::Reply& reply);
 
   const Parts parts_;

@@ -18,41 +18,40 @@ class ApiSession final : public SocketListener, public std::enable_shared_from_t
  public:
   using Closed = std::function<void(const std::shared_ptr<SocketListener>& session)>;
 
-  ApiSession(std::shared_ptr<Socket> socket, Api& api, EventHub& hub, Closed closed)
-      : socket_(std::move(socket)), api_(api), hub_(hub), closed_(std::move(closed)) {
+  ApiSession(std::shared_ptr<Socket> socket, Api& api, EventBroadcast& events, Closed closed)
+      : socket_(std::move(socket)), api_(api), events_(events), closed_(std::move(closed)) {
     socket_->set_listener(this);
-    hub_.Add(socket_);
+    events_.Add(socket_);
   }
 
-  void OnSocketMessage(std::string_view text) override {
-    const auto request = base::JsonObject::Parse(text);
-    if (!request) return Send(Api::Error("A message is a JSON object."));
-    const std::string id(request->Raw("id").empty() ? "null" : request->Raw("id"));
-    api_.Call(*request, [self = shared_from_this(), id](const std::string& members) {
-      self->Send("\"id\":" + id + "," + members);
-    });
+  void OnSocketMessage(std::string_view data, bool) override {
+    try {
+      const Json request = base::ParseJson(data);
+      const Json id = request.is_object() ? request.value("id", Json()) : Json();
+      api_.Call(request, [self = shared_from_this(), id](const ApiAnswer& answer) {
+        self->socket_->SendText(answer.Text(id));
+      });
+    } catch (const base::JsonError& error) {
+      socket_->SendText(ApiAnswer{"", error.what()}.Text());
+    }
   }
 
   void OnSocketClosed() override {
-    hub_.Remove(socket_);
+    events_.Remove(socket_);
     closed_(shared_from_this());
   }
 
  private:
-  void Send(const std::string& members) {
-    socket_->Send(std::make_shared<const std::string>("{" + members + "}"));
-  }
-
   const std::shared_ptr<Socket> socket_;
   Api& api_;
-  EventHub& hub_;
+  EventBroadcast& events_;
   const Closed closed_;
 };
 
 }  // namespace
 
 SimulatorSite::SimulatorSite(Origin origin, const Origin& app, std::string secret, Files files,
-                             Api& api, EventHub& hub)
+                             Api& api, EventBroadcast& events)
     : origin_(std::move(origin)),
       policy_(
           "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
@@ -62,7 +61,7 @@ SimulatorSite::SimulatorSite(Origin origin, const Origin& app, std::string secre
       secret_(std::move(secret)),
       files_(std::move(files)),
       api_(api),
-      hub_(hub) {}
+      events_(events) {}
 
 void SimulatorSite::Handle(std::shared_ptr<Exchange> exchange) {
   const HttpRequest& request = exchange->request();
@@ -101,7 +100,7 @@ void SimulatorSite::OpenSocket(const std::shared_ptr<Exchange>& exchange) {
   exchange->AcceptSocket([this, may](const std::shared_ptr<Socket>& socket) {
     if (!may) return socket->Close(kRefused, kNoSecret);
     sessions_.insert(std::make_shared<ApiSession>(
-        socket, api_, hub_,
+        socket, api_, events_,
         [this](const std::shared_ptr<SocketListener>& session) { sessions_.erase(session); }));
   });
 }
@@ -111,11 +110,14 @@ void SimulatorSite::HandleCall(const std::shared_ptr<Exchange>& exchange) {
   if (!SecretsMatch(request.Header("X-Orvane-Token"), secret_)) {
     return exchange->Respond(TextResponse(403, kNoSecret));
   }
-  const auto call = base::JsonObject::Parse(request.body);
-  if (!call) return exchange->Respond(TextResponse(400, "The body is no JSON object."));
-  api_.Call(*call, [exchange](const std::string& members) {
-    exchange->Respond(JsonResponse("{" + members + "}"));
-  });
+  try {
+    const Json call = base::ParseJson(request.body);
+    api_.Call(call, [exchange](const ApiAnswer& answer) {
+      exchange->Respond(JsonResponse(answer.Text()));
+    });
+  } catch (const base::JsonError& error) {
+    exchange->Respond(TextResponse(400, error.what()));
+  }
 }
 
 }  // namespace orvane::server

@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "server/records/event_hub.h"
+#include "server/records/event_broadcast.h"
 #include "server/simulator/api.h"
 #include "server/web/exchange.h"
 #include "server/web/origin_check.h"
@@ -21,9 +21,9 @@ class SimulatorSite final : public Site {
   // The bytes and the type of a file of the page; false when there is none.
   using Files = std::function<bool(const std::string& path, std::string* bytes, std::string* type)>;
 
-  // Borrows `api` and `hub`.
+  // Borrows `api` and `events`.
   SimulatorSite(Origin origin, const Origin& app, std::string secret, Files files, Api& api,
-                EventHub& hub);
+                EventBroadcast& events);
 
   void Handle(std::shared_ptr<Exchange> exchange) override;
 
@@ -37,7 +37,7 @@ class SimulatorSite final : public Site {
   const std::string secret_;
   const Files files_;
   Api& api_;
-  EventHub& hub_;
+  EventBroadcast& events_;
   std::set<std::shared_ptr<SocketListener>> sessions_;
 };
 

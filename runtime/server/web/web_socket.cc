@@ -28,7 +28,6 @@ WebSocket::WebSocket(beast::tcp_stream stream, const Limits& limits, std::shared
   stream_.set_option(timeout);
   stream_.read_message_max(limits_.message_bytes);
   stream_.auto_fragment(false);
-  stream_.text(true);
 }
 
 void WebSocket::Accept(const http::request<http::string_body>& upgrade,
@@ -41,10 +40,10 @@ void WebSocket::Accept(const http::request<http::string_body>& upgrade,
       });
 }
 
-void WebSocket::Send(std::shared_ptr<const std::string> text) {
+void WebSocket::Send(std::shared_ptr<const SocketMessage> message) {
   if (state_ != State::kOpen) return;
-  queued_bytes_ += text->size();
-  queue_.push_back(std::move(text));
+  queued_bytes_ += message->data.size();
+  queue_.push_back(std::move(message));
   if (queued_bytes_ > limits_.queued_bytes && queue_.size() > 1) return Drop();
   if (queue_.size() == 1) Write();
 }
@@ -71,10 +70,10 @@ void WebSocket::Read() {
 void WebSocket::OnRead(beast::error_code error) {
   if (state_ == State::kClosed) return;
   if (error) return state_ == State::kClosing ? void() : Drop();
-  if (!stream_.got_text()) return Close(websocket::close_code::unknown_data, "text is expected");
   const auto bytes = buffer_.cdata();
   if (listener_ != nullptr) {
-    listener_->OnSocketMessage({static_cast<const char*>(bytes.data()), bytes.size()});
+    listener_->OnSocketMessage({static_cast<const char*>(bytes.data()), bytes.size()},
+                               stream_.got_binary());
   }
   buffer_.consume(buffer_.size());
   ReadWhenWanted();
@@ -88,15 +87,16 @@ void WebSocket::ReadWhenWanted() {
 }
 
 void WebSocket::Write() {
+  stream_.binary(queue_.front()->is_binary);
   stream_.async_write(
-      asio::buffer(*queue_.front()),
+      asio::buffer(queue_.front()->data),
       [self = shared_from_this()](beast::error_code error, size_t) { self->OnWritten(error); });
 }
 
 void WebSocket::OnWritten(beast::error_code error) {
   if (state_ == State::kClosed) return;
   if (error) return Drop();
-  queued_bytes_ -= queue_.front()->size();
+  queued_bytes_ -= queue_.front()->data.size();
   queue_.pop_front();
   if (!queue_.empty()) return Write();
   if (state_ == State::kClosing) StartClosing();

@@ -14,8 +14,8 @@
 namespace orvane::server {
 
 // A WebSocket on a connection that asked for one. It keeps itself alive while the connection is
-// open; `token` lives as long as it does. A client that sends something else than text, too much
-// of it, or does not read what it is sent, is disconnected.
+// open; `token` lives as long as it does. A client that sends too long a message, or does not read
+// what it is sent, is disconnected.
 class WebSocket final : public Socket, public std::enable_shared_from_this<WebSocket> {
  public:
   WebSocket(beast::tcp_stream stream, const Limits& limits, std::shared_ptr<void> token);
@@ -24,7 +24,7 @@ class WebSocket final : public Socket, public std::enable_shared_from_this<WebSo
               std::function<void(std::shared_ptr<Socket>)> opened);
 
   void set_listener(SocketListener* listener) override { listener_ = listener; }
-  void Send(std::shared_ptr<const std::string> text) override;
+  void Send(std::shared_ptr<const SocketMessage> message) override;
   size_t queued_bytes() const override { return queued_bytes_; }
   void Close(uint16_t code, const std::string& reason) override;
 
@@ -44,8 +44,8 @@ class WebSocket final : public Socket, public std::enable_shared_from_this<WebSo
   const std::shared_ptr<void> token_;
   SocketListener* listener_ = nullptr;
   beast::flat_buffer buffer_;
-  asio::steady_timer pause_;                              // before the listener is asked again
-  std::deque<std::shared_ptr<const std::string>> queue_;  // the first is being written
+  asio::steady_timer pause_;                                // before the listener is asked again
+  std::deque<std::shared_ptr<const SocketMessage>> queue_;  // the first is being written
   size_t queued_bytes_ = 0;
   State state_ = State::kOpen;
   websocket::close_reason close_reason_;

@@ -31,31 +31,51 @@ const isolation = {
   'Cross-Origin-Embedder-Policy': 'credentialless',
 };
 
+// What a page sent: its head, and its body as `text` or, of a message of bytes, as `bytes`.
+function parseMessage(data, isBinary = false) {
+  const end = data.indexOf('\n');
+  const head = JSON.parse(data.subarray(0, end < 0 ? data.length : end).toString());
+  const body = end < 0 ? undefined : data.subarray(end + 1);
+  if (body === undefined) {
+    return head;
+  }
+  return isBinary ? { ...head, bytes: [...body] } : { ...head, text: body.toString() };
+}
+
+// The `body` of a message stands behind its head: a text, or bytes in a Buffer.
+function writeMessage({ body, ...head }) {
+  const line = JSON.stringify(head);
+  if (Buffer.isBuffer(body)) {
+    return Buffer.concat([Buffer.from(`${line}\n`), body]);
+  }
+  return body === undefined ? line : `${line}\n${body}`;
+}
+
 // One page context, as the server keeps it.
 class Context {
   constructor(number) {
     this.number = number;
     this.received = []; // the numbers of the messages that have an effect
-    this.frames = []; // what was sent and is not acknowledged
+    this.kept = []; // what was sent and is not acknowledged
     this.seq = 0;
     this.socket = null;
     this.last = 0;
   }
 
-  send(frame) {
+  send(message) {
     this.seq += 1;
-    const text = JSON.stringify({ ...frame, seq: this.seq });
-    this.frames.push({ seq: this.seq, text });
-    this.socket?.send(text);
+    const data = writeMessage({ ...message, seq: this.seq });
+    this.kept.push({ seq: this.seq, data });
+    this.socket?.send(data);
   }
 
   connect(socket, last) {
     this.socket = socket;
     socket.send(JSON.stringify({ type: 'hello', received: Math.max(0, ...this.received) }));
-    this.frames
+    this.kept
       .filter(({ seq }) => seq > last)
-      .forEach(({ text }) => {
-        socket.send(text);
+      .forEach(({ data }) => {
+        socket.send(data);
       });
   }
 }
@@ -136,10 +156,9 @@ export class FakeRuntime {
     } else if (pathname === '/.orvane/sync') {
       const chunks = await request.toArray();
       const context = this.contexts[searchParams.get('context') - 1];
-      const message = JSON.parse(Buffer.concat(chunks).toString());
-      response.end(
-        JSON.stringify({ type: 'answer', ...this.receive(context, message, 'request') })
-      );
+      const isBinary = request.headers['content-type'] === 'application/octet-stream';
+      const message = parseMessage(Buffer.concat(chunks), isBinary);
+      response.end(writeMessage({ type: 'answer', ...this.receive(context, message, 'request') }));
     } else if (pathname === '/.orvane/bye') {
       this.byes.push(Number(searchParams.get('context')));
       response.end();
@@ -172,8 +191,8 @@ export class FakeRuntime {
   connect(socket, address) {
     const context = this.contexts[address.searchParams.get('context') - 1];
     context.connect(socket, Number(address.searchParams.get('last')));
-    socket.on('message', (data) => {
-      const message = JSON.parse(data.toString());
+    socket.on('message', (data, isBinary) => {
+      const message = parseMessage(data, isBinary);
       if (message.id !== undefined && context.received.includes(message.id)) {
         return;
       }
@@ -191,7 +210,10 @@ export class FakeRuntime {
     this.messages.push({ ...message, context: context.number, way });
     try {
       const result = this.answer(message, context);
-      return result === undefined ? null : { id: message.id, result };
+      if (result === undefined) {
+        return null;
+      }
+      return { id: message.id, ...(message.type === 'sync' ? { body: result } : { result }) };
     } catch (error) {
       return { id: message.id, error: error.message };
     }

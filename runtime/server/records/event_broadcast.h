@@ -5,9 +5,9 @@
 #include <memory>
 #include <set>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "base/json.h"
 #include "base/net.h"
 #include "server/web/socket.h"
 
@@ -15,23 +15,24 @@ namespace orvane::server {
 
 // Tells every open simulator what happens, in order, a few messages a second at most: what comes
 // together is sent together. The loop's thread only.
-class EventHub {
+class EventBroadcast {
  public:
-  explicit EventHub(asio::io_context& loop) : timer_(loop) {}
+  explicit EventBroadcast(asio::io_context& loop) : timer_(loop) {}
 
   void Add(const std::shared_ptr<Socket>& socket) { sockets_.insert(socket); }
   void Remove(const std::shared_ptr<Socket>& socket) { sockets_.erase(socket); }
 
-  // `data` is JSON.
-  void Publish(std::string_view name, std::string_view data);
+  void Publish(const std::string& name, const Json& data);
+  // The same for data whose text is there already.
+  void PublishText(const std::string& name, const std::string& data);
   // One item of an event whose data is a list: items that come together become one list.
-  void PublishItem(std::string_view name, std::string_view item);
+  void PublishItem(const std::string& name, const std::string& item);
 
  private:
   struct Event {
     std::string name;
-    std::string data;
-    bool is_open_list;
+    std::vector<std::string> data;  // texts of JSON
+    bool is_list;
   };
 
   void FlushSoon();

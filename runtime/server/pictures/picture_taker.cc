@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/pictures/browser_desk.h"
+#include "server/pictures/picture_taker.h"
 
 #include <chrono>
 #include <utility>
@@ -20,9 +20,9 @@ constexpr char kScreenSelector[] = ".screen";
 
 }  // namespace
 
-BrowserDesk::BrowserDesk(asio::io_context& loop) : loop_(loop), thread_([this] { Work(); }) {}
+PictureTaker::PictureTaker(asio::io_context& loop) : loop_(loop), thread_([this] { Work(); }) {}
 
-BrowserDesk::~BrowserDesk() {
+PictureTaker::~PictureTaker() {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     ending_ = true;
@@ -31,7 +31,7 @@ BrowserDesk::~BrowserDesk() {
   thread_.join();
 }
 
-void BrowserDesk::Do(std::function<void()> job) {
+void PictureTaker::Do(std::function<void()> job) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     jobs_.push_back(std::move(job));
@@ -39,7 +39,7 @@ void BrowserDesk::Do(std::function<void()> job) {
   changed_.notify_all();
 }
 
-void BrowserDesk::Work() {
+void PictureTaker::Work() {
   while (true) {
     std::function<void()> job;
     {
@@ -54,8 +54,8 @@ void BrowserDesk::Work() {
   browser_.reset();
 }
 
-void BrowserDesk::Open(const std::string& simulator_url,
-                       std::function<void(const std::string& why)> failed) {
+void PictureTaker::Open(const std::string& simulator_url,
+                        std::function<void(const std::string& why)> failed) {
   Do([this, simulator_url, failed = std::move(failed)] {
     try {
       browser_ =
@@ -66,7 +66,7 @@ void BrowserDesk::Open(const std::string& simulator_url,
   });
 }
 
-void BrowserDesk::TakePicture(const std::string& app_url, Receiver receiver) {
+void PictureTaker::TakePicture(const std::string& app_url, Receiver receiver) {
   Do([this, app_url, receiver = std::move(receiver)] {
     Picture picture;
     try {
@@ -78,7 +78,7 @@ void BrowserDesk::TakePicture(const std::string& app_url, Receiver receiver) {
   });
 }
 
-BrowserDesk::Picture BrowserDesk::MakePicture(const std::string& app_url) {
+PictureTaker::Picture PictureTaker::MakePicture(const std::string& app_url) {
   if (browser_ && browser_->running()) {
     browser_->WaitUntilDrawn(kBrowserTime);
     return {browser_->ScreenshotOf(kScreenSelector, kPageView.width, kBrowserTime), false, ""};

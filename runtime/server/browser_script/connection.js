@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-// The page context's connection to the runtime, which outlives the loss of a socket. Frames that
+// The page context's connection to the runtime, which outlives the loss of a socket. Messages that
 // the server numbers reach `receive` in order and once each; requests that a lost socket may have
 // swallowed are sent again when the server says that it never saw them.
 //
 // Used in the page and in the worker: it lives in the one of them that owns the socket.
 
-import { addListener, closeSocket, makeSocket, now, parseFrame, sendOnSocket } from './builtins.js';
+import { addListener, closeSocket, makeSocket, now, sendOnSocket } from './builtins.js';
 import { startTimer, stringify } from './builtins.js';
+import { parseMessage } from './messages.js';
 
 const firstRetryMs = 50;
 const longestRetryMs = 1000;
@@ -17,17 +18,17 @@ const patienceMs = 2000;
 const lostMs = 6000;
 // A connection that was never up after so many tries is not allowed, and not tried any more.
 const mostFirstTries = 8;
-const framesPerAcknowledgement = 32;
+const messagesPerAcknowledgement = 32;
 const acknowledgeAfterMs = 250;
 const mostReports = 1000;
 
 export const unreachable =
   'The connection to the runtime is lost; if "orvane run" has ended, start it again.';
 
-export class Link {
-  // `address(last)` is the socket's URL for a connection that has received frame `last`.
-  // `listener` has receive(frame, text), and may have linked(), lost() and failed(): there is no
-  // connection and will be none.
+export class Connection {
+  // `address(last)` is the socket's URL for a connection that has received message `last`.
+  // `listener` has receive(message, data), with what came as it came, and may have linked(), lost()
+  // and failed(): there is no connection and will be none.
   constructor(address, listener) {
     this.address = address;
     this.listener = listener;
@@ -36,7 +37,7 @@ export class Link {
     this.lastSeq = 0;
     this.acknowledged = 0;
     this.acknowledging = false;
-    this.unanswered = []; // { id, text, answered: whether an answer will come }
+    this.unanswered = []; // { id, data, answered: whether an answer will come }
     this.reports = []; // texts that wait for a connection
     this.retryMs = firstRetryMs;
     this.downSince = now();
@@ -71,10 +72,10 @@ export class Link {
   }
 
   // A message that has an effect. `answered` is false for those that the server does not answer.
-  request(id, text, answered) {
-    this.unanswered.push({ id, text, answered });
+  request(id, data, answered) {
+    this.unanswered.push({ id, data, answered });
     if (this.ready) {
-      sendOnSocket(this.socket, text);
+      sendOnSocket(this.socket, data);
     } else if (answered && now() - this.downSince > patienceMs) {
       this.failWaiting();
     }
@@ -89,30 +90,30 @@ export class Link {
     }
   }
 
-  receive(socket, text) {
+  receive(socket, data) {
     if (socket !== this.socket || this.ended) {
       return;
     }
-    const frame = parseFrame(text);
-    if (frame.type === 'hello') {
-      this.start(frame.received);
+    const message = parseMessage(data);
+    if (message.type === 'hello') {
+      this.start(message.received);
       return;
     }
-    if (frame.seq !== undefined) {
-      if (frame.seq <= this.lastSeq) {
+    if (message.seq !== undefined) {
+      if (message.seq <= this.lastSeq) {
         return;
       }
-      this.lastSeq = frame.seq;
+      this.lastSeq = message.seq;
       this.acknowledgeSoon();
     }
-    if (frame.type === 'answer') {
-      this.forget(frame.id);
+    if (message.type === 'answer') {
+      this.forget(message.id);
     }
-    if (frame.type === 'gone') {
+    if (message.type === 'gone') {
       this.failWaiting();
       this.end();
     }
-    this.listener.receive(frame, text);
+    this.listener.receive(message, data);
   }
 
   start(received) {
@@ -120,9 +121,9 @@ export class Link {
     this.wasUp = true;
     this.retryMs = firstRetryMs;
     this.unanswered = this.unanswered.filter(({ id, answered }) => answered || id > received);
-    for (const { id, text } of this.unanswered) {
+    for (const { id, data } of this.unanswered) {
       if (id > received) {
-        sendOnSocket(this.socket, text);
+        sendOnSocket(this.socket, data);
       }
     }
     this.reports.splice(0).forEach((text) => sendOnSocket(this.socket, text));
@@ -137,7 +138,7 @@ export class Link {
   }
 
   acknowledgeSoon() {
-    if (this.lastSeq - this.acknowledged >= framesPerAcknowledgement) {
+    if (this.lastSeq - this.acknowledged >= messagesPerAcknowledgement) {
       this.acknowledge();
     } else if (!this.acknowledging) {
       this.acknowledging = true;
@@ -191,8 +192,8 @@ export class Link {
     const failed = this.unanswered.filter(({ answered }) => answered);
     this.unanswered = this.unanswered.filter(({ answered }) => !answered);
     for (const { id } of failed) {
-      const frame = { type: 'answer', id, error: unreachable };
-      this.listener.receive(frame, stringify(frame));
+      const answer = { type: 'answer', id, error: unreachable };
+      this.listener.receive(answer, stringify(answer));
     }
   }
 }

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include "server/pictures/browser_desk.h"
+#include "server/pictures/picture_taker.h"
 
 #include <stdlib.h>
 
@@ -24,16 +24,16 @@ constexpr char kSimulator[] =
     "style='width:160px;height:90px;background:red'></div>";
 constexpr char kPngInBase64[] = "iVBORw0KGgo";
 
-class BrowserDeskTest : public testing::Test {
+class PictureTakerTest : public testing::Test {
  protected:
-  BrowserDeskTest() : path_(getenv("PATH")) {}
-  ~BrowserDeskTest() override { setenv("PATH", path_.c_str(), 1); }
+  PictureTakerTest() : path_(getenv("PATH")) {}
+  ~PictureTakerTest() override { setenv("PATH", path_.c_str(), 1); }
 
   // Waits on the loop until a picture was taken.
-  BrowserDesk::Picture Picture(BrowserDesk& desk) {
-    BrowserDesk::Picture taken;
+  PictureTaker::Picture Picture(PictureTaker& taker) {
+    PictureTaker::Picture taken;
     bool is_done = false;
-    desk.TakePicture("data:text/html,<p>page</p>", [&](const BrowserDesk::Picture& picture) {
+    taker.TakePicture("data:text/html,<p>page</p>", [&](const PictureTaker::Picture& picture) {
       taken = picture;
       is_done = true;
     });
@@ -53,45 +53,45 @@ class BrowserDeskTest : public testing::Test {
       loop_.get_executor()};
 };
 
-TEST_F(BrowserDeskTest, TakesAPictureOfTheApplicationsPageInABrowserOfItsOwn) {
-  BrowserDesk desk(loop());
-  const BrowserDesk::Picture picture = Picture(desk);
+TEST_F(PictureTakerTest, TakesAPictureOfTheApplicationsPageInABrowserOfItsOwn) {
+  PictureTaker taker(loop());
+  const PictureTaker::Picture picture = Picture(taker);
   EXPECT_THAT(picture.png, StartsWith(kPngInBase64));
   EXPECT_TRUE(picture.is_fresh);
   EXPECT_EQ(picture.error, "");
 }
 
-TEST_F(BrowserDeskTest, TakesAPictureOfTheScreenWhereTheSimulatorIsOpen) {
-  BrowserDesk desk(loop());
+TEST_F(PictureTakerTest, TakesAPictureOfTheScreenWhereTheSimulatorIsOpen) {
+  PictureTaker taker(loop());
   std::string failure;
-  desk.Open(kSimulator, [&](const std::string& why) { failure = why; });
-  const BrowserDesk::Picture picture = Picture(desk);
+  taker.Open(kSimulator, [&](const std::string& why) { failure = why; });
+  const PictureTaker::Picture picture = Picture(taker);
   // A PNG's header has its width and height in bytes 16 to 23: 1920 and 1080.
   EXPECT_EQ(picture.png.substr(0, 32), "iVBORw0KGgoAAAANSUhEUgAAB4AAAAQ4");
   EXPECT_FALSE(picture.is_fresh);
   EXPECT_EQ(failure, "");
 }
 
-TEST_F(BrowserDeskTest, SaysWhyThereIsNoPicture) {
+TEST_F(PictureTakerTest, SaysWhyThereIsNoPicture) {
   setenv("PATH", "/nowhere", 1);
-  BrowserDesk desk(loop());
-  const BrowserDesk::Picture picture = Picture(desk);
+  PictureTaker taker(loop());
+  const PictureTaker::Picture picture = Picture(taker);
   EXPECT_EQ(picture.png, "");
   EXPECT_THAT(picture.error, HasSubstr("hromium"));
 }
 
-TEST_F(BrowserDeskTest, SaysWhyTheSimulatorCannotBeOpened) {
+TEST_F(PictureTakerTest, SaysWhyTheSimulatorCannotBeOpened) {
   setenv("PATH", "/nowhere", 1);
-  BrowserDesk desk(loop());
+  PictureTaker taker(loop());
   std::string failure;
-  desk.Open(kSimulator, [&](const std::string& why) { failure = why; });
-  Picture(desk);  // comes after it
+  taker.Open(kSimulator, [&](const std::string& why) { failure = why; });
+  Picture(taker);  // comes after it
   EXPECT_THAT(failure, HasSubstr("hromium"));
 }
 
-TEST_F(BrowserDeskTest, EndsWithWhatNobodyHasTakenYet) {
-  BrowserDesk desk(loop());
-  for (int i = 0; i < 50; ++i) desk.TakePicture("about:blank", [](const auto&) { FAIL(); });
+TEST_F(PictureTakerTest, EndsWithWhatNobodyHasTakenYet) {
+  PictureTaker taker(loop());
+  for (int i = 0; i < 50; ++i) taker.TakePicture("about:blank", [](const auto&) { FAIL(); });
 }
 
 }  // namespace

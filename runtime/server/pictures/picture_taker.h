@@ -22,7 +22,7 @@ namespace orvane::server {
 
 // The browser without a window that belongs to a run, and pictures of the application. A thread of
 // its own does what would hold up the loop; results come back on the loop.
-class BrowserDesk {
+class PictureTaker {
  public:
   // `png` is base64; `error` is empty when there is a picture.
   struct Picture {
@@ -32,10 +32,10 @@ class BrowserDesk {
   };
   using Receiver = std::function<void(const Picture&)>;
 
-  explicit BrowserDesk(boost::asio::io_context& loop);  // borrowed
-  ~BrowserDesk();  // ends the browser; waits for what is under way
-  BrowserDesk(const BrowserDesk&) = delete;
-  BrowserDesk& operator=(const BrowserDesk&) = delete;
+  explicit PictureTaker(boost::asio::io_context& loop);  // borrowed
+  ~PictureTaker();  // ends the browser; waits for what is under way
+  PictureTaker(const PictureTaker&) = delete;
+  PictureTaker& operator=(const PictureTaker&) = delete;
 
   // Opens the simulator's page. `failed` learns why that could not be.
   void Open(const std::string& simulator_url, std::function<void(const std::string& why)> failed);
