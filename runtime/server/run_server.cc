@@ -49,7 +49,7 @@ bool FindSimulatorFile(const std::string& path, std::string* bytes, std::string*
 
 set_process::SetProcessOptions MakeLibraryOptions(const RunOptions& options) {
   set_process::SetProcessOptions library;
-  library.command = options.library_command;
+  library.command = options.set_process_command;
   library.start_options = StartOptions(options);
   library.deadline = options.deadline;
   library.patience = options.patience;

@@ -3,18 +3,12 @@
 #pragma once
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 
-#include "server/run_options.h"
+#include "server/simulator/run_options.h"
+#include "server/web/run_error.h"
 
 namespace orvane::server {
-
-// The server cannot start; what() says why and what to do.
-class RunError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 // `orvane run`: serves an application to browsers, with the library behind it and the simulator
 // beside it. Owns the set process. Run() and the destructor belong to one thread.

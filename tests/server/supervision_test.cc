@@ -151,7 +151,7 @@ TEST_F(SupervisionTest, EndsInTimeWhileTheLibraryHangs) {
 TEST_F(SupervisionTest, EndsALibraryThatDoesNotStart) {
   options().deadline = std::chrono::milliseconds(100);
   options().patience = std::chrono::milliseconds(200);
-  options().library_command = {"/bin/sleep", "1000"};
+  options().set_process_command = {"/bin/sleep", "1000"};
   RunServer server(options());
   try {
     server.Run();
@@ -164,7 +164,7 @@ TEST_F(SupervisionTest, EndsALibraryThatDoesNotStart) {
 TEST_F(SupervisionTest, StaysUpWhenTheLibraryCannotBeStartedAgain) {
   const auto program = folder() / "set-process";
   std::filesystem::copy(FAKE_SET_PROCESS, program);
-  options().library_command = {program.string()};
+  options().set_process_command = {program.string()};
   Start();
   const TestPage page = OpenPage();
   std::filesystem::rename(program, folder() / "away");  // as while it is being built
@@ -177,7 +177,7 @@ TEST_F(SupervisionTest, StaysUpWhenTheLibraryCannotBeStartedAgain) {
 }
 
 TEST_F(SupervisionTest, SaysWhyALibraryCannotStart) {
-  options().library_command = {"/bin/false"};
+  options().set_process_command = {"/bin/false"};
   RunServer server(options());
   EXPECT_THROW(server.Run(), RunError);
 }

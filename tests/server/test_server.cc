@@ -31,7 +31,7 @@ ServerTest::ServerTest() {
   options_.app.name = "App";
   options_.app.content = "index.html";
   options_.app.folder = app_folder();
-  options_.library_command = {FAKE_SET_PROCESS};
+  options_.set_process_command = {FAKE_SET_PROCESS};
   options_.state_folder = folder_ / "state";
   options_.port = 0;
   options_.watch = false;

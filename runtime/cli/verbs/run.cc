@@ -51,8 +51,8 @@ server::RunOptions ServerOptions(const RunVerbOptions& given) {
   const fs::path app = FindApp(given);
   options.app = app::Load(app, options.state_folder / "unpacked");
   options.version = ORVANE_VERSION;
-  options.library_command = {fs::read_symlink("/proc/self/exe").string(), "set-process", "--fd",
-                             "3"};
+  options.set_process_command = {fs::read_symlink("/proc/self/exe").string(), "set-process", "--fd",
+                                 "3"};
   options.profile = given.profile;
   options.faults = given.faults;
   options.extensions = AbsoluteExtensions(given.extensions);

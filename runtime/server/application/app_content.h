@@ -13,7 +13,7 @@
 #include "server/application/folder_watcher.h"
 #include "server/pages/page_contexts.h"
 #include "server/records/event_broadcast.h"
-#include "server/run_options.h"
+#include "server/simulator/run_options.h"
 #include "server/web/origins.h"
 
 namespace orvane::server {

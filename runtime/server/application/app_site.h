@@ -9,7 +9,7 @@
 #include "server/pages/page_contexts.h"
 #include "server/pages/page_messages.h"
 #include "server/pages/page_script.h"
-#include "server/run_options.h"
+#include "server/simulator/run_options.h"
 #include "server/web/exchange.h"
 #include "server/web/origin_check.h"
 

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <string_view>
 
-#include "server/run_server.h"
 #include "server/web/http_message.h"
+#include "server/web/run_error.h"
 
 namespace orvane::server {
 

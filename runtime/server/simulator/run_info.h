@@ -6,7 +6,7 @@
 #include <string>
 
 #include "base/json.h"
-#include "server/run_options.h"
+#include "server/simulator/run_options.h"
 
 namespace orvane::server {
 

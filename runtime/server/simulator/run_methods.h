@@ -7,8 +7,8 @@
 
 #include "server/pages/page_contexts.h"
 #include "server/pictures/picture_taker.h"
-#include "server/run_options.h"
 #include "server/simulator/api.h"
+#include "server/simulator/run_options.h"
 #include "set_process/set_process.h"
 
 namespace orvane::server {

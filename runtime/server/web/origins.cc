@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "server/run_server.h"
+#include "server/web/run_error.h"
 
 namespace orvane::server {
 

@@ -25,8 +25,8 @@ struct RunAddresses {
 
 struct RunOptions {
   app::WebApplication app;
-  std::string version;                       // of this runtime, for people
-  std::vector<std::string> library_command;  // starts the set process; its socket is fd 3
+  std::string version;                           // of this runtime, for people
+  std::vector<std::string> set_process_command;  // starts the set process; its socket is fd 3
   std::filesystem::path state_folder;
   std::string profile;  // empty: the set's default
   std::vector<std::string> faults;
