@@ -109,7 +109,8 @@ struct MessageStream::Connection {
 MessageStream::MessageStream(const LocalAddress& address, const std::string& target,
                              milliseconds patience)
     : connection_(std::make_unique<Connection>()) {
-  auto& [loop, stream, buffer] = *connection_;
+  asio::io_context& loop = connection_->loop;
+  auto& stream = connection_->stream;
   beast::get_lowest_layer(stream).expires_after(patience);
   Connect(loop, beast::get_lowest_layer(stream), address);
   beast::get_lowest_layer(stream).expires_never();
@@ -122,9 +123,11 @@ MessageStream::MessageStream(const LocalAddress& address, const std::string& tar
 MessageStream::~MessageStream() = default;
 
 std::optional<std::string_view> MessageStream::Next() {
-  auto& [loop, stream, buffer] = *connection_;
+  auto& stream = connection_->stream;
+  beast::flat_buffer& buffer = connection_->buffer;
   buffer.clear();
-  const beast::error_code error = Await(loop, [&](auto done) { stream.async_read(buffer, done); });
+  const beast::error_code error =
+      Await(connection_->loop, [&](auto done) { stream.async_read(buffer, done); });
   if (error) return std::nullopt;
   return std::string_view(static_cast<const char*>(buffer.cdata().data()), buffer.size());
 }

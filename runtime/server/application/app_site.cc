@@ -127,14 +127,15 @@ void AppSite::HandleSync(const std::shared_ptr<Exchange>& exchange) {
   context->Touch();
   const HttpRequest& request = exchange->request();
   const bool is_binary = request.Header("Content-Type") == "application/octet-stream";
-  parts_.messages.HandleRequest(*context, request.body, is_binary, [exchange](PageMessage answer) {
-    HttpResponse response;
-    response.headers = {{"Content-Type", "text/plain; charset=utf-8"},
-                        {"Cache-Control", "no-store"},
-                        {"X-Content-Type-Options", "nosniff"}};
-    response.body = WritePageMessage(answer).data;
-    exchange->Respond(std::move(response));
-  });
+  parts_.messages.HandleRequest(*context, request.body, is_binary,
+                                [exchange](const PageMessage& answer) {
+                                  HttpResponse response;
+                                  response.headers = {{"Content-Type", "text/plain; charset=utf-8"},
+                                                      {"Cache-Control", "no-store"},
+                                                      {"X-Content-Type-Options", "nosniff"}};
+                                  response.body = WritePageMessage(answer).data;
+                                  exchange->Respond(std::move(response));
+                                });
 }
 
 void AppSite::HandleBye(const std::shared_ptr<Exchange>& exchange) {

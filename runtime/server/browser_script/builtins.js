@@ -64,10 +64,15 @@ export const { isView } = ArrayBuffer;
 export const lengthOfBuffer = getter(ArrayBuffer.prototype, 'byteLength');
 
 const openSocket = maker('WebSocket');
-const setBinaryType = Object.getOwnPropertyDescriptor(WebSocket.prototype, 'binaryType').set;
+// A socket that something else put in the place of the browser's may have a plain property.
+const binaryType = Object.getOwnPropertyDescriptor(WebSocket.prototype, 'binaryType');
 export function makeSocket(address) {
   const socket = openSocket(address);
-  apply(setBinaryType, socket, ['arraybuffer']);
+  if (binaryType?.set) {
+    apply(binaryType.set, socket, ['arraybuffer']);
+  } else {
+    socket.binaryType = 'arraybuffer';
+  }
   return socket;
 }
 export const sendOnSocket = method(WebSocket.prototype, 'send');
