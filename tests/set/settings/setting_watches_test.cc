@@ -181,6 +181,7 @@ TEST_F(SettingWatchesTest, WatchNeedsAKeyThatExistsAndHasNoSuchWatch) {
 }
 
 TEST_F(SettingWatchesTest, RestartEndsWatches) {
+  Settle();
   ASSERT_EQ(vconf_notify_key_changed(kKey, Record, &calls_), 0);
   StartSet();
   vconf_set_str(kKey, "second");
