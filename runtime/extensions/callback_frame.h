@@ -9,7 +9,7 @@
 
 namespace orvane::extensions {
 
-class ExtensionState;
+class Extension;
 class InstanceState;
 
 // A callback of an extension that runs on this thread; frames of one thread form a stack. While it
@@ -18,7 +18,7 @@ class InstanceState;
 class CallbackFrame {
  public:
   // Both borrowed; `instance` is null for a callback about the extension itself.
-  CallbackFrame(ExtensionState& extension, InstanceState* instance)
+  CallbackFrame(Extension& extension, InstanceState* instance)
       : extension_(extension), instance_(instance), outer_(innermost_) {
     innermost_ = this;
   }
@@ -27,19 +27,19 @@ class CallbackFrame {
   CallbackFrame& operator=(const CallbackFrame&) = delete;
 
   static const CallbackFrame* innermost() { return innermost_; }
-  static bool IsRunning(const ExtensionState& extension) {
+  static bool IsRunning(const Extension& extension) {
     const CallbackFrame* frame = innermost_;
     while (frame != nullptr && &frame->extension_ != &extension) frame = frame->outer_;
     return frame != nullptr;
   }
 
-  ExtensionState& extension() const { return extension_; }
+  Extension& extension() const { return extension_; }
   InstanceState* instance() const { return instance_; }
 
  private:
   static inline thread_local CallbackFrame* innermost_ = nullptr;
 
-  ExtensionState& extension_;
+  Extension& extension_;
   InstanceState* const instance_;
   CallbackFrame* const outer_;
 };
@@ -47,7 +47,7 @@ class CallbackFrame {
 // Runs `callback`, which calls into the extension. Returns the text of an exception that escaped
 // it.
 template <typename Callback>
-std::optional<std::string> RunCallback(ExtensionState& extension, InstanceState* instance,
+std::optional<std::string> RunCallback(Extension& extension, InstanceState* instance,
                                        Callback&& callback) {
   CallbackFrame frame(extension, instance);
   try {

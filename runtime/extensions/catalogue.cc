@@ -13,8 +13,9 @@
 namespace orvane::extensions {
 namespace {
 
-bool Contains(const std::vector<std::string>& names, const std::string& name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
+bool Claims(const CatalogueItem& item, const std::string& name) {
+  const auto& others = item.entry_points;
+  return item.name == name || std::find(others.begin(), others.end(), name) != others.end();
 }
 
 }  // namespace
@@ -35,7 +36,7 @@ void Catalogue::Check(const char* kind, const std::string& name,
                   ". The library is not used; remove one of the two, or give it another name.");
 }
 
-CatalogueItem& Catalogue::Add(CatalogueItem item) {
+void Catalogue::Add(CatalogueItem item) {
   if (item.name.empty()) {
     throw HostError(
         item.source +
@@ -46,31 +47,26 @@ CatalogueItem& Catalogue::Add(CatalogueItem item) {
 
   const std::vector<std::string> entry_points = std::exchange(item.entry_points, {});
   items_.push_back(std::make_unique<CatalogueItem>(std::move(item)));
-  CatalogueItem& added = *items_.back();
-  claims_[added.name] = &added;
-  AddEntryPoints(added, entry_points);
-  return added;
+  AddEntryPoints(*items_.back(), entry_points);
 }
 
 void Catalogue::AddEntryPoints(CatalogueItem& item, const std::vector<std::string>& entry_points) {
   for (const std::string& entry_point : entry_points) Check("entry point", entry_point, item);
   for (const std::string& entry_point : entry_points) {
-    if (entry_point == item.name || Contains(item.entry_points, entry_point)) continue;
-    item.entry_points.push_back(entry_point);
-    claims_[entry_point] = &item;
+    if (!Claims(item, entry_point)) item.entry_points.push_back(entry_point);
   }
 }
 
 void Catalogue::Remove(const CatalogueItem& item) {
-  claims_.erase(item.name);
-  for (const std::string& entry_point : item.entry_points) claims_.erase(entry_point);
   items_.erase(std::find_if(items_.begin(), items_.end(),
                             [&item](const auto& known) { return known.get() == &item; }));
 }
 
 CatalogueItem* Catalogue::Find(const std::string& name) const {
-  const auto found = claims_.find(name);
-  return found == claims_.end() ? nullptr : found->second;
+  for (const auto& item : items_) {
+    if (Claims(*item, name)) return item.get();
+  }
+  return nullptr;
 }
 
 }  // namespace orvane::extensions

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace orvane::extensions {
@@ -26,7 +25,7 @@ class Catalogue {
  public:
   // Claims the item's names. Throws HostError, and claims none, when one is no dotted name or is
   // taken. The item stays where it is until it is removed.
-  CatalogueItem& Add(CatalogueItem item);
+  void Add(CatalogueItem item);
 
   // The same for further entry points of an item.
   void AddEntryPoints(CatalogueItem& item, const std::vector<std::string>& entry_points);
@@ -34,17 +33,16 @@ class Catalogue {
   // Sets the item's names free, and destroys it.
   void Remove(const CatalogueItem& item);
 
-  CatalogueItem* Find(
-      const std::string& name) const;  // by name or entry point; null if there is none
-  const std::vector<std::unique_ptr<CatalogueItem>>& items() const {
-    return items_;
-  }  // oldest first
+  // By name or entry point; null if there is none.
+  CatalogueItem* Find(const std::string& name) const;
+
+  // Oldest first.
+  const std::vector<std::unique_ptr<CatalogueItem>>& items() const { return items_; }
 
  private:
   void Check(const char* kind, const std::string& name, const CatalogueItem& claimant) const;
 
   std::vector<std::unique_ptr<CatalogueItem>> items_;
-  std::unordered_map<std::string, CatalogueItem*> claims_;
 };
 
 }  // namespace orvane::extensions

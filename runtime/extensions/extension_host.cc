@@ -12,7 +12,6 @@
 #include "extensions/host_context.h"
 #include "extensions/metadata.h"
 #include "extensions/registry.h"
-#include "extensions/thread_entry.h"
 
 namespace orvane::extensions {
 namespace {
@@ -61,7 +60,7 @@ CatalogueItem* FindWaiting(const Catalogue& catalogue, const std::filesystem::pa
 ExtensionHost::ExtensionHost(HostOptions options)
     : context_(std::make_shared<HostContext>(std::move(options))),
       catalogue_(std::make_unique<Catalogue>()) {
-  Registry::Process().AddHost(context_);
+  Registry::Process().hosts.Add(context_.get(), context_);
 }
 
 ExtensionHost::~ExtensionHost() {
@@ -72,12 +71,12 @@ ExtensionHost::~ExtensionHost() {
         "there. End it on the extension thread.");
   }
   while (!extensions_.empty()) extensions_.pop_back();
-  Registry::Process().RemoveHost(context_.get());
+  Registry::Process().hosts.Remove(context_.get());
   context_->Close();
 }
 
 bool ExtensionHost::LoadFile(const std::filesystem::path& library, std::string* error) {
-  EnterHost(*context_, "ExtensionHost::LoadFile");
+  context_->Enter("ExtensionHost::LoadFile");
   try {
     CatalogueItem* waiting = FindWaiting(*catalogue_, library);
     if (waiting != nullptr) {
@@ -98,14 +97,14 @@ bool ExtensionHost::LoadFile(const std::filesystem::path& library, std::string* 
 
 void ExtensionHost::LoadNew(const std::filesystem::path& library) {
   extensions_.reserve(extensions_.size() + 1);
-  std::unique_ptr<Extension> extension = Extension::Load(context_, library);
-  catalogue_->Add({extension->name(), extension->entry_points(), extension->path(),
+  LoadedExtension extension = Extension::Load(context_, library);
+  catalogue_->Add({extension->name(), extension->registration().entry_points, extension->path(),
                    extension->path().string(), extension.get()});
   extensions_.push_back(std::move(extension));
 }
 
 void ExtensionHost::LoadFolder(const std::filesystem::path& folder) {
-  EnterHost(*context_, "ExtensionHost::LoadFolder");
+  context_->Enter("ExtensionHost::LoadFolder");
   Paths files;
   try {
     files = ListFiles(std::filesystem::absolute(folder));
@@ -158,7 +157,7 @@ void ExtensionHost::AddLazily(CatalogueItem item, const Paths& named_libraries) 
 }
 
 std::vector<ExtensionHost::Published> ExtensionHost::catalogue() const {
-  EnterHost(*context_, "ExtensionHost::catalogue");
+  context_->Enter("ExtensionHost::catalogue");
   std::vector<Published> entries;
   for (const auto& item : catalogue_->items()) {
     entries.push_back({item->name, item->entry_points, item->extension != nullptr});
@@ -167,7 +166,7 @@ std::vector<ExtensionHost::Published> ExtensionHost::catalogue() const {
 }
 
 Extension* ExtensionHost::Find(const std::string& dotted_name) {
-  EnterHost(*context_, "ExtensionHost::Find");
+  context_->Enter("ExtensionHost::Find");
   CatalogueItem* item = catalogue_->Find(dotted_name);
   if (item == nullptr) return nullptr;
   if (item->extension != nullptr) return item->extension;
@@ -191,13 +190,13 @@ void ExtensionHost::LoadWaiting(CatalogueItem& item) {
 
 void ExtensionHost::LoadItem(CatalogueItem& item) {
   extensions_.reserve(extensions_.size() + 1);
-  std::unique_ptr<Extension> extension = Extension::Load(context_, item.library);
+  LoadedExtension extension = Extension::Load(context_, item.library);
   if (extension->name() != item.name) {
     throw HostError("The library " + item.library.string() + " names itself " +
                     base::JsonText(extension->name()) + ", but " + item.source + " names it " +
                     base::JsonText(item.name) + ". The library is not used; correct the entry.");
   }
-  catalogue_->AddEntryPoints(item, extension->entry_points());
+  catalogue_->AddEntryPoints(item, extension->registration().entry_points);
   item.extension = extension.get();
   extensions_.push_back(std::move(extension));
 }

@@ -68,7 +68,7 @@ class ExtensionHost {
 
   std::shared_ptr<HostContext> context_;
   std::unique_ptr<Catalogue> catalogue_;
-  std::vector<std::unique_ptr<Extension>> extensions_;  // in order of loading
+  std::vector<LoadedExtension> extensions_;  // in order of loading
 };
 
 }  // namespace orvane::extensions

@@ -7,7 +7,7 @@
 
 #include "XW_Extension.h"
 #include "extensions/callback_frame.h"
-#include "extensions/extension_state.h"
+#include "extensions/extension.h"
 #include "extensions/instance_state.h"
 #include "extensions/registry.h"
 #include "extensions/warnings.h"
@@ -16,11 +16,11 @@
 
 namespace orvane::extensions {
 
-// `body(ExtensionState&)` answers for a living extension, `otherwise` for any other handle.
+// `body(Extension&)` answers for a living extension, `otherwise` for any other handle.
 template <typename Result, typename Body>
 Result WithExtension(const char* call, XW_Extension handle, Result otherwise, Body&& body) {
   return GuardCall(call, otherwise, [&]() -> Result {
-    const std::shared_ptr<ExtensionState> extension = Registry::Process().FindExtension(handle);
+    const std::shared_ptr<Extension> extension = Registry::Process().extensions.Find(handle);
     if (extension != nullptr) return body(*extension);
     WarnAboutDeadHandle(HandleKind::kExtension, call, handle);
     return otherwise;
@@ -37,7 +37,7 @@ Result WithInstance(const char* call, XW_Instance handle, Result otherwise, Body
     if (current != nullptr && current->handle() == handle && current->is_alive()) {
       return body(*current);
     }
-    const std::shared_ptr<InstanceState> instance = Registry::Process().FindInstance(handle);
+    const std::shared_ptr<InstanceState> instance = Registry::Process().instances.Find(handle);
     if (instance != nullptr) return body(*instance);
     WarnAboutDeadHandle(HandleKind::kInstance, call, handle);
     return otherwise;
@@ -47,7 +47,7 @@ Result WithInstance(const char* call, XW_Instance handle, Result otherwise, Body
 // Changes what the extension says about itself, if its XW_Initialize runs.
 template <typename Change>
 bool Configure(const char* call, XW_Extension handle, Change&& change) {
-  return WithExtension(call, handle, false, [&](ExtensionState& extension) {
+  return WithExtension(call, handle, false, [&](Extension& extension) {
     if (extension.Configure(change)) return true;
     WarnAboutCall(extension, call,
                   "counts only while XW_Initialize runs; the call did nothing. Move it there.");

@@ -22,18 +22,17 @@ class HostContext {
   // Nothing after Close. Never throws: a warning that fails is lost.
   void Warn(const std::string& text) noexcept;
 
-  // Makes the first caller's thread the extension thread; throws HostError, naming `call`, on
-  // another.
-  void CheckThread(const char* call) {
-    if (!OnExtensionThread()) BindThread(call);
-  }
+  // What every member of a host, its extensions and its instances does first. Makes the first
+  // caller's thread the extension thread; throws HostError, naming `call`, on another. Outside
+  // callbacks it also destroys the instances that other threads have let go.
+  void Enter(const char* call);
   bool OnExtensionThread() const {
     return thread_.load(std::memory_order_relaxed) == std::this_thread::get_id();
   }
   bool HasThread() const { return thread_.load() != std::thread::id(); }
 
-  // Instances that another thread let go wait for the extension thread to destroy them.
-  std::atomic<bool>& has_abandoned_instances() { return has_abandoned_instances_; }
+  // An instance that another thread let go waits for the extension thread to destroy it.
+  void NoteAbandonedInstance() { has_abandoned_instances_ = true; }
 
   // When it returns, HostOptions::warn and HostOptions::access_check are not running on another
   // thread and will not be called again.
@@ -43,7 +42,7 @@ class HostContext {
   CallGate& calls_out() { return calls_out_; }
 
  private:
-  void BindThread(const char* call);
+  void DestroyAbandonedInstances();
 
   const HostOptions options_;
   CallGate calls_out_;

@@ -51,7 +51,9 @@ class Instance {
   XW_Instance handle() const;
 
  private:
-  std::shared_ptr<InstanceState> state_;
+  std::shared_ptr<InstanceState> Enter(const char* call) const;
+
+  const std::shared_ptr<InstanceState> state_;
 };
 
 }  // namespace orvane::extensions

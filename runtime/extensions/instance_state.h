@@ -14,17 +14,17 @@
 
 namespace orvane::extensions {
 
-class ExtensionState;
+class Extension;
 
 // The host's side of one instance, found by its handle from before `created` until after
 // `destroyed`. Kept alive by its Instance, by the registry, and by whoever is calling.
 class InstanceState {
  public:
   // `client` is borrowed until Destroy or Abandon returned.
-  InstanceState(std::shared_ptr<ExtensionState> extension, InstanceClient& client);
+  InstanceState(std::shared_ptr<Extension> extension, InstanceClient& client);
 
   XW_Instance handle() const { return handle_; }
-  ExtensionState& extension() const { return *extension_; }
+  Extension& extension() const { return *extension_; }
 
   // ---- For the page: extension thread only, the caller keeps this alive. ----
 
@@ -32,9 +32,8 @@ class InstanceState {
   void Create();
   // Calls `destroyed`, once however often it is called.
   void Destroy();
-  void HandleMessage(const std::string& text);
-  void HandleBinaryMessage(std::string_view bytes);
-  std::string HandleSyncMessage(const std::string& text);
+  // Tells of an exception that left one of the instance's callbacks.
+  void WarnAboutEscape(const std::string& callback, const std::string& escaped);
 
   // ---- For any thread. ----
 
@@ -60,10 +59,9 @@ class InstanceState {
 
  private:
   void Die();
-  void WarnAboutEscape(const char* callback, const std::string& escaped);
 
   const XW_Instance handle_;
-  const std::shared_ptr<ExtensionState> extension_;
+  const std::shared_ptr<Extension> extension_;
   InstanceClient& client_;  // behind client_gate_
   CallGate client_gate_;
   SyncCalls sync_calls_;

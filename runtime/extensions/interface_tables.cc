@@ -13,7 +13,7 @@
 #include "XW_Extension_Runtime.h"
 #include "XW_Extension_SyncMessage.h"
 #include "base/json.h"
-#include "extensions/extension_state.h"
+#include "extensions/extension.h"
 #include "extensions/handle_access.h"
 #include "extensions/host_context.h"
 #include "extensions/instance_state.h"
@@ -108,7 +108,7 @@ void RegisterSyncMessageHandler(XW_Extension extension, XW_HandleSyncMessageCall
             [&](Registration& registration) { registration.handle_sync_message = handler; });
 }
 
-void WarnAboutLostReply(ExtensionState& extension, SyncCalls::Effect effect, const char* reply) {
+void WarnAboutLostReply(Extension& extension, SyncCalls::Effect effect, const char* reply) {
   const std::string why = effect == SyncCalls::Effect::kSecondReply
                               ? "the message has a reply already; the second one is ignored: "
                               : "no synchronous message waits for a reply; it is ignored: ";
@@ -148,8 +148,8 @@ void SetExtraJsEntryPoints(XW_Extension extension, const char** entry_points) {
 // ---- XW_Internal_RuntimeInterface_1 ----
 
 // Empty for an unknown key. The same during and after XW_Initialize.
-std::string RuntimeVariable(const ExtensionState& extension, const char* key) {
-  if (std::strcmp(key, "extension_path") == 0) return base::JsonText(extension.library().string());
+std::string RuntimeVariable(const Extension& extension, const char* key) {
+  if (std::strcmp(key, "extension_path") == 0) return base::JsonText(extension.path().string());
   if (std::strcmp(key, "app_id") == 0) return base::JsonText(extension.context().options().app_id);
   return std::string();
 }
@@ -157,7 +157,7 @@ std::string RuntimeVariable(const ExtensionState& extension, const char* key) {
 void GetRuntimeVariableString(XW_Extension extension, const char* key, char* value,
                               size_t value_size) {
   constexpr char kCall[] = "GetRuntimeVariableString";
-  WithExtension(kCall, extension, false, [&](ExtensionState& state) {
+  WithExtension(kCall, extension, false, [&](Extension& state) {
     if (value == nullptr || value_size == 0) return false;
     value[0] = '\0';
     if (key == nullptr) {
@@ -176,7 +176,7 @@ void GetRuntimeVariableString(XW_Extension extension, const char* key, char* val
 
 int CheckApiAccessControl(XW_Extension extension, const char* api_name) {
   constexpr char kCall[] = "CheckAPIAccessControl";
-  return WithExtension(kCall, extension, int{XW_ERROR}, [&](ExtensionState& state) -> int {
+  return WithExtension(kCall, extension, int{XW_ERROR}, [&](Extension& state) -> int {
     if (api_name == nullptr) {
       WarnAboutCall(state, kCall, "was called without an API's name; access is refused.");
       return XW_ERROR;

@@ -2,31 +2,30 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <dlfcn.h>
+
 #include <filesystem>
 #include <memory>
 
 namespace orvane::extensions {
 
-// A shared library in this process. Unloads it at its end.
-class Library {
- public:
-  // Throws HostError: the file is bad, the loader refuses it (with the loader's own words), or it
-  // is in use by an extension already.
-  static std::unique_ptr<Library> Open(const std::filesystem::path& path);
-  ~Library();
-  Library(const Library&) = delete;
-  Library& operator=(const Library&) = delete;
-
-  // Null when the library exports no such symbol.
-  void* Symbol(const char* name) const;
-
-  // For a library whose code is still running: it stays in the process, and in use.
-  void KeepLoaded();
-
- private:
-  explicit Library(void* handle) : handle_(handle) {}
-
-  void* handle_;
+struct LibraryCloser {
+  void operator()(void* library) const;
 };
+
+// A shared library in this process, by the loader's handle. Unloaded at its end; released, it stays
+// in the process, and in use.
+using LoadedLibrary = std::unique_ptr<void, LibraryCloser>;
+
+// Throws HostError: the file is bad, the loader refuses it (with the loader's own words), or it is
+// in use by an extension already. Files that the loader would hang on or crash the process with do
+// not reach it: no regular file, no ELF file, a file that is shorter than its program headers say.
+LoadedLibrary LoadLibrary(const std::filesystem::path& path);
+
+// Null when the library exports no such symbol.
+template <typename Function>
+Function SymbolOf(const LoadedLibrary& library, const char* name) {
+  return reinterpret_cast<Function>(dlsym(library.get(), name));
+}
 
 }  // namespace orvane::extensions

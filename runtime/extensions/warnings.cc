@@ -5,39 +5,36 @@
 #include <memory>
 
 #include "extensions/callback_frame.h"
-#include "extensions/extension_state.h"
+#include "extensions/extension.h"
 #include "extensions/host_context.h"
 #include "extensions/registry.h"
 
 namespace orvane::extensions {
 namespace {
 
-const char* KindName(HandleKind kind) {
-  return kind == HandleKind::kExtension ? "extension" : "instance";
-}
-
 bool IsOfOtherKind(HandleKind kind, int32_t handle) {
   const Registry& registry = Registry::Process();
-  return kind == HandleKind::kExtension ? registry.FindInstance(handle) != nullptr
-                                        : registry.FindExtension(handle) != nullptr;
+  return kind == HandleKind::kExtension ? registry.instances.Find(handle) != nullptr
+                                        : registry.extensions.Find(handle) != nullptr;
 }
 
 std::string DeadHandleText(HandleKind kind, int32_t handle) {
   const std::string number = std::to_string(handle);
+  std::string wanted = "extension";
+  std::string other = "instance";
+  if (kind == HandleKind::kInstance) wanted.swap(other);
   if (IsOfOtherKind(kind, handle)) {
-    const bool wants_extension = kind == HandleKind::kExtension;
-    return number + " is the handle of an " + (wants_extension ? "instance" : "extension") +
-           "; the call did nothing. Pass the " + KindName(kind) + "'s handle.";
+    return number + " is the handle of an " + other + "; the call did nothing. Pass the " + wanted +
+           "'s handle.";
   }
-  return std::string(KindName(kind)) + " handle " + number +
+  return wanted + " handle " + number +
          " is not alive (never given, or destroyed already); the call did nothing. Use a handle "
-         "only "
-         "between its first callback and its last.";
+         "only between its first callback and its last.";
 }
 
 }  // namespace
 
-void WarnAboutCall(ExtensionState& extension, const char* call, const std::string& text) noexcept {
+void WarnAboutCall(Extension& extension, const char* call, const std::string& text) noexcept {
   try {
     extension.context().Warn(std::string(call) + ": " + text + " (" + extension.Describe() + ")");
   } catch (...) {
@@ -52,7 +49,7 @@ void WarnAboutCall(const char* call, const std::string& text) noexcept {
       return;
     }
     const std::string whole = std::string(call) + ": " + text;
-    for (const auto& host : Registry::Process().hosts()) host->Warn(whole);
+    for (const auto& host : Registry::Process().hosts.All()) host->Warn(whole);
   } catch (...) {
     // No memory for the text.
   }

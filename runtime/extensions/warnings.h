@@ -12,7 +12,7 @@
 
 namespace orvane::extensions {
 
-class ExtensionState;
+class Extension;
 
 // The beginning of what an extension or a page wrote, as a text for people shows it.
 inline std::string Excerpt(std::string_view text) { return base::Shortened(text, 200); }
@@ -21,7 +21,7 @@ inline std::string Excerpt(std::string_view text) { return base::Shortened(text,
 // call's name.
 
 // By an extension that is known.
-void WarnAboutCall(ExtensionState& extension, const char* call, const std::string& text) noexcept;
+void WarnAboutCall(Extension& extension, const char* call, const std::string& text) noexcept;
 
 // By someone unknown: goes to the host whose callback runs on this thread, or else to every host.
 void WarnAboutCall(const char* call, const std::string& text) noexcept;

@@ -107,8 +107,8 @@ TEST_F(HostTest, IgnoresSetCallsAfterInitialize) {
 
   EXPECT_EQ(extension->name(), "test.lateSet");
   EXPECT_EQ(extension->api(), "early script");
-  EXPECT_THAT(extension->entry_points(), IsEmpty());
-  EXPECT_THAT(extension->permissions(), IsEmpty());
+  EXPECT_THAT(extension->registration().entry_points, IsEmpty());
+  EXPECT_THAT(extension->registration().permissions, IsEmpty());
   EndHost();
   EXPECT_THAT(journal(), IsEmpty());
   EXPECT_EQ(warnings().size(), 18u);

@@ -23,7 +23,7 @@ TEST_F(HostTest, LoadsLibraryAndKnowsWhatItSetForItself) {
 
   EXPECT_EQ(echo->name(), "test.echo");
   EXPECT_THAT(echo->api(), HasSubstr("exports.sendSync"));
-  EXPECT_THAT(echo->entry_points(), ElementsAre("test.echoAlias"));
+  EXPECT_THAT(echo->registration().entry_points, ElementsAre("test.echoAlias"));
   EXPECT_EQ(echo->path(), ExtensionPath("echo"));
   EXPECT_GT(echo->handle(), 0);
   EXPECT_THAT(warnings(), IsEmpty());

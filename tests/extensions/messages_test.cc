@@ -138,7 +138,7 @@ TEST_F(HostTest, RefusesAccessWhenTheCheckThrows) {
 }
 
 TEST_F(HostTest, StoresPermissionTables) {
-  EXPECT_THAT(Load("permissions", "test.permissions")->permissions(),
+  EXPECT_THAT(Load("permissions", "test.permissions")->registration().permissions,
               ElementsAre("first table", "second table"));
 }
 
