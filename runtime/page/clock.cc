@@ -5,20 +5,11 @@
 #include "page/page_work_queue.h"
 
 namespace orvane::page {
-namespace {
 
-class MonotonicClock final : public Clock {
- public:
-  TimePoint Now() override { return std::chrono::steady_clock::now(); }
-  void WaitForWork(PageWorkQueue& work_queue, TimePoint until) override {
-    work_queue.WaitUntil(until);
-  }
-};
-
-}  // namespace
+void Clock::WaitForWork(PageWorkQueue& work_queue, TimePoint until) { work_queue.WaitUntil(until); }
 
 Clock& Clock::Monotonic() {
-  static MonotonicClock clock;
+  static Clock clock;
   return clock;
 }
 

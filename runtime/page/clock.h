@@ -8,20 +8,20 @@ namespace orvane::page {
 
 class PageWorkQueue;
 
-// The time that timers and limits go by, and the one place where a page thread blocks. Tests put
-// their own in.
+// The time that timers and limits go by, and the one place where a page thread blocks. This one is
+// the machine's monotonic clock; tests put their own in.
 class Clock {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
 
   virtual ~Clock() = default;
 
-  virtual TimePoint Now() = 0;
+  virtual TimePoint Now() { return std::chrono::steady_clock::now(); }
 
   // Blocks until there is work in the queue, or the time is `until`.
-  virtual void WaitForWork(PageWorkQueue& work_queue, TimePoint until) = 0;
+  virtual void WaitForWork(PageWorkQueue& work_queue, TimePoint until);
 
-  // The machine's monotonic clock. Thread-safe.
+  // The one of the process. Thread-safe.
   static Clock& Monotonic();
 };
 

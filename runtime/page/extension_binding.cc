@@ -11,23 +11,36 @@
 #include "page/shared_script.h"
 
 namespace orvane::page {
+namespace {
+
+// The engine frees the copy with the ArrayBuffer.
+JSValueRef MakeBuffer(JSContextRef context, const std::string& bytes) {
+  void* copy = std::malloc(bytes.empty() ? 1 : bytes.size());
+  if (copy == nullptr) throw std::bad_alloc();
+  std::copy(bytes.begin(), bytes.end(), static_cast<char*>(copy));
+  return JSObjectMakeArrayBufferWithBytesNoCopy(
+      context, copy, bytes.size(), [](void* memory, void*) { std::free(memory); }, nullptr,
+      nullptr);
+}
+
+}  // namespace
+
+template <JSValueRef (PageCore::*kFunction)(const NativeCall&)>
+JSValueRef ExtensionBinding::OfPage(const NativeCall& call) {
+  return (page_.*kFunction)(call);
+}
 
 JSClassRef ExtensionBinding::NativeClass() {
   using Self = ExtensionBinding;
   static const JSStaticFunction kFunctions[] = {
-      {"evaluateScript", CallNative<Self, &Self::EvaluateScript>, kJSPropertyAttributeReadOnly},
-      {"postMessage", CallNative<Self, &Self::PostMessage>, kJSPropertyAttributeReadOnly},
-      {"setMessageListener", CallNative<Self, &Self::SetMessageListener>,
-       kJSPropertyAttributeReadOnly},
-      {"sendSyncMessage", CallNative<Self, &Self::SendSyncMessage>, kJSPropertyAttributeReadOnly},
-      {"sendRuntimeMessage", CallNative<Self, &Self::SendRuntimeMessage>,
-       kJSPropertyAttributeReadOnly},
-      {"sendRuntimeSyncMessage", CallNative<Self, &Self::SendRuntimeSyncMessage>,
-       kJSPropertyAttributeReadOnly},
-      {"sendRuntimeAsyncMessage", CallNative<Self, &Self::SendRuntimeAsyncMessage>,
-       kJSPropertyAttributeReadOnly},
-      {"setPendingReplies", CallNative<Self, &Self::SetPendingReplies>,
-       kJSPropertyAttributeReadOnly},
+      NativeFunction<Self, &Self::EvaluateScript>("evaluateScript"),
+      NativeFunction<Self, &Self::PostMessage>("postMessage"),
+      NativeFunction<Self, &Self::SetMessageListener>("setMessageListener"),
+      NativeFunction<Self, &Self::SendSyncMessage>("sendSyncMessage"),
+      NativeFunction<Self, &Self::OfPage<&PageCore::SendPlain>>("sendRuntimeMessage"),
+      NativeFunction<Self, &Self::OfPage<&PageCore::SendSync>>("sendRuntimeSyncMessage"),
+      NativeFunction<Self, &Self::OfPage<&PageCore::SendAsync>>("sendRuntimeAsyncMessage"),
+      NativeFunction<Self, &Self::SetPendingReplies>("setPendingReplies"),
       {nullptr, nullptr, 0}};
   static OpaqueJSClass* const kClass = MakeNativeClass("NativeExtension", kFunctions);
   return kClass;
@@ -38,25 +51,19 @@ ExtensionBinding::ExtensionBinding(PageCore& page, extensions::Extension& extens
       page_(page),
       extension_(extension),
       id_(id),
-      page_id_(page.id()),
-      work_queue_(page.runtime().work_queue()),
+      work_queue_(page.work_queue()),
       clock_(page.runtime().clock()),
       instance_(extension.CreateInstance(this)) {}
 
 ExtensionBinding::~ExtensionBinding() = default;
 
-void ExtensionBinding::OnMessage(std::string_view text) {
+void ExtensionBinding::Post(TraceKind kind, std::string_view payload) {
   work_queue_->Post(
-      {page_id_, [id = id_, text = std::string(text), posted = clock_.Now()](PageCore& page) {
-         if (ExtensionBinding* binding = page.FindBinding(id)) binding->DeliverText(text, posted);
-       }});
-}
-
-void ExtensionBinding::OnBinaryMessage(std::string_view bytes) {
-  work_queue_->Post(
-      {page_id_, [id = id_, bytes = std::string(bytes), posted = clock_.Now()](PageCore& page) {
-         if (ExtensionBinding* binding = page.FindBinding(id)) binding->DeliverBytes(bytes, posted);
-       }});
+      [id = id_, kind, payload = std::string(payload), posted = clock_.Now()](PageCore& page) {
+        if (ExtensionBinding* binding = page.FindBinding(id)) {
+          binding->Deliver(kind, payload, posted);
+        }
+      });
 }
 
 // Returns the function that runs the script; js/main.js calls it with the `extension` object.
@@ -118,53 +125,24 @@ JSValueRef ExtensionBinding::SendSyncMessage(const NativeCall& call) {
   return MakeText(call.context, reply);
 }
 
-JSValueRef ExtensionBinding::SendRuntimeMessage(const NativeCall& call) {
-  return page_.SendRuntimeMessage(call);
-}
-
-JSValueRef ExtensionBinding::SendRuntimeSyncMessage(const NativeCall& call) {
-  return page_.SendRuntimeSyncMessage(call);
-}
-
-JSValueRef ExtensionBinding::SendRuntimeAsyncMessage(const NativeCall& call) {
-  return page_.SendRuntimeAsyncMessage(call);
-}
-
 JSValueRef ExtensionBinding::SetPendingReplies(const NativeCall& call) {
   const double count = call.Number(0);
   pending_replies_ = count >= 1 && count < 1e15 ? static_cast<size_t>(count) : 0;
   return JSValueMakeUndefined(call.context);
 }
 
-void ExtensionBinding::DeliverText(const std::string& text, Clock::TimePoint posted) {
-  Trace(TraceDirection::kToPage, TraceKind::kNativePost, text, posted);
+void ExtensionBinding::Deliver(TraceKind kind, const std::string& payload,
+                               Clock::TimePoint posted) {
+  Trace(TraceDirection::kToPage, kind, payload, posted);
   if (listener_.get() == nullptr) return;
-  const JSValueRef value = MakeText(page_.context(), text);
+  const JSValueRef value = kind == TraceKind::kNativeBinary ? MakeBuffer(page_.context(), payload)
+                                                            : MakeText(page_.context(), payload);
   page_.Call(listener_.get(), 1, &value);
-}
-
-void ExtensionBinding::DeliverBytes(const std::string& bytes, Clock::TimePoint posted) {
-  Trace(TraceDirection::kToPage, TraceKind::kNativeBinary, bytes, posted);
-  if (listener_.get() == nullptr) return;
-  // The engine frees the copy with the ArrayBuffer.
-  void* copy = std::malloc(bytes.empty() ? 1 : bytes.size());
-  if (copy == nullptr) throw std::bad_alloc();
-  std::copy(bytes.begin(), bytes.end(), static_cast<char*>(copy));
-  const JSValueRef buffer = JSObjectMakeArrayBufferWithBytesNoCopy(
-      page_.context(), copy, bytes.size(), [](void* memory, void*) { std::free(memory); }, nullptr,
-      nullptr);
-  page_.Call(listener_.get(), 1, &buffer);
 }
 
 void ExtensionBinding::Trace(TraceDirection direction, TraceKind kind, std::string_view payload,
                              Clock::TimePoint since) const {
-  TraceSink* const sink = page_.options().trace;
-  if (sink == nullptr) return;
-  const double microseconds =
-      since == Clock::TimePoint{}
-          ? 0
-          : std::chrono::duration<double, std::micro>(clock_.Now() - since).count();
-  sink->OnTrace({direction, kind, extension_.name(), payload, microseconds});
+  page_.Trace(direction, kind, extension_.name(), payload, since);
 }
 
 }  // namespace orvane::page

@@ -36,15 +36,13 @@ class ExtensionBinding final : public NativeObject, public extensions::InstanceC
   ExtensionBinding(const ExtensionBinding&) = delete;
   ExtensionBinding& operator=(const ExtensionBinding&) = delete;
 
-  const extensions::Extension& extension() const { return extension_; }
-  uint64_t id() const { return id_; }
   size_t pending_replies() const { return pending_replies_; }
 
   // The page closes: nothing reaches the script from now on.
   void DropListener() { listener_.Reset(); }
 
-  void OnMessage(std::string_view text) override;
-  void OnBinaryMessage(std::string_view bytes) override;
+  void OnMessage(std::string_view text) override { Post(TraceKind::kNativePost, text); }
+  void OnBinaryMessage(std::string_view bytes) override { Post(TraceKind::kNativeBinary, bytes); }
 
  private:
   // The functions of the native side, see js/extension.js.
@@ -52,14 +50,13 @@ class ExtensionBinding final : public NativeObject, public extensions::InstanceC
   JSValueRef PostMessage(const NativeCall& call);
   JSValueRef SetMessageListener(const NativeCall& call);
   JSValueRef SendSyncMessage(const NativeCall& call);
-  JSValueRef SendRuntimeMessage(const NativeCall& call);
-  JSValueRef SendRuntimeSyncMessage(const NativeCall& call);
-  JSValueRef SendRuntimeAsyncMessage(const NativeCall& call);
   JSValueRef SetPendingReplies(const NativeCall& call);
+  template <JSValueRef (PageCore::*kFunction)(const NativeCall&)>
+  JSValueRef OfPage(const NativeCall& call);  // one that is the same for every extension
 
   bool PostBytes(const NativeCall& call);
-  void DeliverText(const std::string& text, Clock::TimePoint posted);
-  void DeliverBytes(const std::string& bytes, Clock::TimePoint posted);
+  void Post(TraceKind kind, std::string_view payload);
+  void Deliver(TraceKind kind, const std::string& payload, Clock::TimePoint posted);
   void Trace(TraceDirection direction, TraceKind kind, std::string_view payload,
              Clock::TimePoint since) const;
 
@@ -67,7 +64,6 @@ class ExtensionBinding final : public NativeObject, public extensions::InstanceC
   PageCore& page_;
   extensions::Extension& extension_;
   const uint64_t id_;
-  const uint64_t page_id_;
   const std::shared_ptr<PageWorkQueue> work_queue_;
   Clock& clock_;
 

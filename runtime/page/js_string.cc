@@ -3,32 +3,15 @@
 #include "page/js_string.h"
 
 #include <cstdint>
+#include <vector>
+
+#include "base/utf8.h"
 
 namespace orvane::page {
 namespace {
 
-constexpr const char* kReplacement = "\xEF\xBF\xBD";
 // Above this a buffer that is kept for the next string is given back.
 constexpr size_t kKeptCapacity = size_t{1} << 20;
-
-void AppendCodePoint(uint32_t code, std::string* utf8) {
-  const auto add = [utf8](uint32_t byte) { utf8->push_back(static_cast<char>(byte)); };
-  if (code < 0x80) {
-    add(code);
-  } else if (code < 0x800) {
-    add(0xC0 | code >> 6);
-    add(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    add(0xE0 | code >> 12);
-    add(0x80 | (code >> 6 & 0x3F));
-    add(0x80 | (code & 0x3F));
-  } else {
-    add(0xF0 | code >> 18);
-    add(0x80 | (code >> 12 & 0x3F));
-    add(0x80 | (code >> 6 & 0x3F));
-    add(0x80 | (code & 0x3F));
-  }
-}
 
 bool IsHighSurrogate(uint32_t unit) { return (unit & 0xFC00) == 0xD800; }
 bool IsLowSurrogate(uint32_t unit) { return (unit & 0xFC00) == 0xDC00; }
@@ -45,39 +28,20 @@ size_t CountUnits(const std::string& utf8) {
 }
 
 // For the strings that the engine itself will not turn into UTF-8: those with a lone surrogate.
-void CopyWithReplacements(JSStringRef string, std::string* utf8) {
-  const JSChar* units = JSStringGetCharactersPtr(string);
-  const size_t count = JSStringGetLength(string);
-  utf8->clear();
-  for (size_t i = 0; i < count; ++i) {
-    const uint32_t unit = units[i];
-    if (IsHighSurrogate(unit) && i + 1 < count && IsLowSurrogate(units[i + 1])) {
-      AppendCodePoint(0x10000 + ((unit & 0x3FF) << 10) + (units[i + 1] & 0x3FFu), utf8);
+JsString WithReplacements(JSStringRef string) {
+  constexpr JSChar kReplacement = 0xFFFD;
+  const JSChar* const begin = JSStringGetCharactersPtr(string);
+  std::vector<JSChar> units(begin, begin + JSStringGetLength(string));
+  for (size_t i = 0; i < units.size(); ++i) {
+    const bool pair =
+        IsHighSurrogate(units[i]) && i + 1 < units.size() && IsLowSurrogate(units[i + 1]);
+    if (pair) {
       ++i;
-    } else if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
-      utf8->append(kReplacement);
-    } else {
-      AppendCodePoint(unit, utf8);
+    } else if (IsHighSurrogate(units[i]) || IsLowSurrogate(units[i])) {
+      units[i] = kReplacement;
     }
   }
-}
-
-// The length of the valid UTF-8 sequence at the start of `bytes`; 0 when there is none.
-size_t SequenceLength(std::string_view bytes) {
-  const auto at = [bytes](size_t i) {
-    return static_cast<uint32_t>(static_cast<unsigned char>(bytes[i]));
-  };
-  const uint32_t first = at(0);
-  if (first < 0x80) return 1;
-  const size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || bytes.size() < length) return 0;
-  uint32_t code = first & (0x7Fu >> length);
-  for (size_t i = 1; i < length; ++i) {
-    if ((at(i) & 0xC0) != 0x80) return 0;
-    code = code << 6 | (at(i) & 0x3F);
-  }
-  const bool overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
-  return overlong || code > 0x10FFFF || (code & 0xFFFFF800) == 0xD800 ? 0 : length;
+  return JsString(JSStringCreateWithCharacters(units.data(), units.size()));
 }
 
 }  // namespace
@@ -86,7 +50,7 @@ JsString::JsString(const std::string& utf8) : string_(JSStringCreateWithUTF8CStr
   // The engine makes an empty string of a text that it cannot read.
   if (!utf8.empty() && utf8[0] != '\0' && JSStringGetLength(string_) == 0) {
     JSStringRelease(string_);
-    string_ = JSStringCreateWithUTF8CString(RepairUtf8(utf8.c_str()).c_str());
+    string_ = JSStringCreateWithUTF8CString(base::WellFormedUtf8(utf8.c_str()).c_str());
   }
 }
 
@@ -95,7 +59,9 @@ void JsString::CopyTo(std::string* utf8) const {
   const size_t size = JSStringGetUTF8CString(string_, utf8->data(), utf8->size());
   utf8->resize(size > 0 ? size - 1 : 0);
   // The engine stops at a lone surrogate.
-  if (CountUnits(*utf8) != JSStringGetLength(string_)) CopyWithReplacements(string_, utf8);
+  if (CountUnits(*utf8) != JSStringGetLength(string_)) {
+    return WithReplacements(string_).CopyTo(utf8);
+  }
   if (utf8->capacity() > kKeptCapacity) utf8->shrink_to_fit();
 }
 
@@ -103,20 +69,6 @@ std::string JsString::ToUtf8() const {
   std::string utf8;
   CopyTo(&utf8);
   return utf8;
-}
-
-std::string RepairUtf8(std::string_view bytes) {
-  std::string repaired;
-  while (!bytes.empty()) {
-    const size_t length = SequenceLength(bytes);
-    if (length == 0) {
-      repaired.append(kReplacement);
-    } else {
-      repaired.append(bytes.substr(0, length));
-    }
-    bytes.remove_prefix(length == 0 ? 1 : length);
-  }
-  return repaired;
 }
 
 std::string TextOf(JSContextRef context, JSValueRef value) {

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include <JavaScriptCore/JavaScript.h>
@@ -13,8 +12,8 @@ namespace orvane::page {
 // Owns one of the engine's strings. Its contents never change.
 class JsString {
  public:
-  explicit JsString(
-      const std::string& utf8);  // invalid UTF-8 is replaced by U+FFFD; ends at the first NUL
+  // What is not valid UTF-8 is replaced by U+FFFD. Ends at the first NUL.
+  explicit JsString(const std::string& utf8);
   explicit JsString(JSStringRef owned) : string_(owned) {}
   ~JsString() {
     if (string_ != nullptr) JSStringRelease(string_);
@@ -36,9 +35,6 @@ class JsString {
  private:
   JSStringRef string_;
 };
-
-// Replaces what is not valid UTF-8 by U+FFFD.
-std::string RepairUtf8(std::string_view bytes);
 
 // The value's text as the script's String() gives it; empty when that throws.
 std::string TextOf(JSContextRef context, JSValueRef value);

@@ -68,12 +68,10 @@ JSClassRef MakeNativeClass(const char* name, const JSStaticFunction* functions,
                            JSObjectCallAsFunctionCallback call = nullptr);
 
 // The one guard between the engine and C++: no exception unwinds through the engine.
-template <typename Self, JSValueRef (Self::*kFunction)(const NativeCall&)>
-JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_t count,
-                      const JSValueRef arguments[], JSValueRef* exception) {
+template <typename Body>
+JSValueRef GuardNative(JSContextRef context, JSValueRef* exception, Body&& body) {
   try {
-    auto& object = Cast<Self>(static_cast<NativeObject*>(JSObjectGetPrivate(self)));
-    return (object.*kFunction)(NativeCall{context, arguments, count});
+    return body();
   } catch (const ThrownValue& thrown) {
     *exception = thrown.value;
   } catch (const std::exception& error) {
@@ -82,6 +80,21 @@ JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_
     *exception = MakeError(context, "an exception of unknown type");
   }
   return JSValueMakeUndefined(context);
+}
+
+template <typename Self, JSValueRef (Self::*kFunction)(const NativeCall&)>
+JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_t count,
+                      const JSValueRef arguments[], JSValueRef* exception) {
+  return GuardNative(context, exception, [&] {
+    auto& object = Cast<Self>(static_cast<NativeObject*>(JSObjectGetPrivate(self)));
+    return (object.*kFunction)(NativeCall{context, arguments, count});
+  });
+}
+
+// A row for MakeNativeClass.
+template <typename Self, JSValueRef (Self::*kFunction)(const NativeCall&)>
+constexpr JSStaticFunction NativeFunction(const char* name) {
+  return {name, CallNative<Self, kFunction>, kJSPropertyAttributeReadOnly};
 }
 
 // Keeps a value from being collected for as long as this lives, which must not be longer than its

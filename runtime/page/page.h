@@ -7,7 +7,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "page/console_sink.h"
 #include "page/page_runtime.h"
@@ -23,16 +22,10 @@ namespace orvane::page {
 struct PageOptions {
   RuntimeMessages* runtime = nullptr;  // absent: runtime messages throw, every privilege is refused
   ConsoleSink* console = nullptr;
-  ErrorSink* errors = nullptr;  // absent: errors wait for Page::TakeErrors
+  ErrorSink* errors = nullptr;  // told of what nothing caught
   TraceSink* trace = nullptr;
   // What the page's `widget` object says of the application.
   std::string widget_id, widget_name, widget_version;
-};
-
-// What evaluating a script gave.
-struct Evaluation {
-  std::optional<ScriptError> error;
-  std::string json;  // the script's last value as JSON; empty when that has none, as undefined has
 };
 
 // Answers a call from a script: takes the arguments as a JSON array, returns the result as JSON, or
@@ -60,15 +53,12 @@ class Page {
   // threw. The promise callbacks that it makes ready have run when this returns; timers and
   // messages wait for RunUntilIdle.
   std::optional<ScriptError> Evaluate(const std::string& source, const std::string& file);
-  Evaluation EvaluateToJson(const std::string& source, const std::string& file);
 
-  // As PageRuntime::RunUntilIdle, for this page alone; what other pages get meanwhile waits for
-  // them.
+  // Runs the timers, posted messages and answers of this page until it has nothing to wait for: no
+  // timer, no message, no reply that is still to come. False when `limit` passed first. A turn that
+  // is running is not cut short; what other pages get meanwhile waits for them. Not to be called
+  // from within a script.
   bool RunUntilIdle(std::chrono::milliseconds limit);
-
-  // The errors since the last call that nothing caught and that no ErrorSink was told of, oldest
-  // first.
-  std::vector<ScriptError> TakeErrors();
 
   // Gives scripts a function under a dotted name; objects on the way to it are made when they are
   // missing.

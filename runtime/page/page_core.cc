@@ -3,6 +3,7 @@
 #include "page/page_core.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "extensions/extension_host.h"
@@ -16,19 +17,16 @@ PageCore::PageCore(PageRuntime& runtime, PageOptions options)
     : NativeObject(Kind::kPage),
       runtime_(runtime),
       options_(std::move(options)),
-      id_(runtime.Add(this)),
       context_(JSGlobalContextCreateInGroup(runtime.group(), nullptr)) {
   StartScripts();
 }
 
 PageCore::~PageCore() {
-  runtime_.Remove(id_);  // letters find no page from here on
-  inbox_.clear();
   timers_.Clear();
   timer_functions_.clear();
   waiting_answers_.clear();
-  for (const auto& binding : bindings_) binding->DropListener();
-  while (!bindings_.empty()) bindings_.pop_back();
+  for (const auto& [id, binding] : bindings_) binding->DropListener();
+  while (!bindings_.empty()) bindings_.erase(std::prev(bindings_.end()));
   runtime_.rejections().Unwatch(context_);
   JSGlobalContextRelease(context_);
 }
@@ -46,17 +44,14 @@ void PageCore::StartScripts() {
   if (exception != nullptr) Report(DescribeError(context_, exception, "runtime:page.js"));
 }
 
-std::optional<ScriptError> PageCore::Evaluate(const std::string& source, const std::string& file,
-                                              JSValueRef* value) {
+std::optional<ScriptError> PageCore::Evaluate(const std::string& source, const std::string& file) {
   JSValueRef exception = nullptr;
   const JsString script(source);
   const JsString name(file);
-  *value = JSEvaluateScript(context_, script.get(), nullptr, name.get(), 1, &exception);
+  JSEvaluateScript(context_, script.get(), nullptr, name.get(), 1, &exception);
   if (exception == nullptr) return std::nullopt;
   return DescribeError(context_, exception, file);
 }
-
-std::vector<ScriptError> PageCore::TakeErrors() { return std::exchange(errors_, {}); }
 
 void PageCore::Call(JSObjectRef function, size_t count, const JSValueRef arguments[]) {
   JSValueRef exception = nullptr;
@@ -64,32 +59,38 @@ void PageCore::Call(JSObjectRef function, size_t count, const JSValueRef argumen
   if (exception != nullptr) Report(DescribeError(context_, exception, {}));
 }
 
-void PageCore::Report(ScriptError error) {
-  if (options_.errors != nullptr) {
-    options_.errors->OnScriptError(error);
-  } else {
-    errors_.push_back(std::move(error));
+void PageCore::Report(const ScriptError& error) const {
+  if (options_.errors != nullptr) options_.errors->OnScriptError(error);
+}
+
+ExtensionBinding* PageCore::FindBinding(uint64_t id) const {
+  const auto found = bindings_.find(id);
+  return found == bindings_.end() ? nullptr : found->second.get();
+}
+
+bool PageCore::RunUntilIdle(std::chrono::milliseconds limit) {
+  Clock& clock = runtime_.clock();
+  const Clock::TimePoint end = clock.Now() + limit;
+  while (true) {
+    const bool ran = RunOneTurn();
+    const bool over = clock.Now() >= end;
+    if ((over || !ran) && IsIdle()) return true;
+    if (over) return false;
+    if (!ran) clock.WaitForWork(*work_queue_, std::min(end, timers_.NextDue().value_or(end)));
   }
 }
 
-ExtensionBinding* PageCore::FindBinding(uint64_t binding) const {
-  const auto found =
-      std::find_if(bindings_.begin(), bindings_.end(),
-                   [binding](const auto& candidate) { return candidate->id() == binding; });
-  return found == bindings_.end() ? nullptr : found->get();
-}
-
 bool PageCore::IsIdle() const {
-  return inbox_.empty() && timers_.empty() && waiting_answers_.empty() &&
+  return timers_.empty() && waiting_answers_.empty() &&
          std::all_of(bindings_.begin(), bindings_.end(),
-                     [](const auto& binding) { return binding->pending_replies() == 0; });
+                     [](const auto& entry) { return entry.second->pending_replies() == 0; });
 }
 
 bool PageCore::RunOneTurn() {
-  auto work = std::exchange(inbox_, {});
-  for (const auto& letter : work) letter(*this);
+  const std::vector<PageWork> posted = work_queue_->TakeAll();
+  for (const PageWork& work : posted) work(*this);
   timers_.BeginTurn(runtime_.clock().Now());
-  bool ran = !work.empty();
+  bool ran = !posted.empty();
   while (const std::optional<int32_t> timer = timers_.TakeDue(runtime_.clock().Now())) {
     RunTimer(*timer);
     ran = true;

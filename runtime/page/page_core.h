@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <deque>
-#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -21,8 +21,8 @@
 namespace orvane::page {
 
 // The inside of a Page: its context, what it waits for, and the functions that the runtime's
-// scripts call, which are the `host` of js/main.js. Page thread only; PageWork brings it what other
-// threads have for it.
+// scripts call, which are the `host` of js/main.js. Page thread only; what other threads have for
+// it comes through its PageWorkQueue.
 class PageCore final : public NativeObject {
  public:
   static constexpr Kind kNativeKind = Kind::kPage;
@@ -37,32 +37,28 @@ class PageCore final : public NativeObject {
 
   PageRuntime& runtime() const { return runtime_; }
   const PageOptions& options() const { return options_; }
-  uint64_t id() const { return id_; }
+  const std::shared_ptr<PageWorkQueue>& work_queue() const { return work_queue_; }
   JSGlobalContextRef context() const { return context_; }
 
-  std::optional<ScriptError> Evaluate(const std::string& source, const std::string& file,
-                                      JSValueRef* value);
-  std::vector<ScriptError> TakeErrors();
+  std::optional<ScriptError> Evaluate(const std::string& source, const std::string& file);
+  bool RunUntilIdle(std::chrono::milliseconds limit);
   void DefineFunction(const std::string& dotted_name, ScriptFunction function);
 
   // Calls a function of the page; what it throws is reported.
   void Call(JSObjectRef function, size_t count, const JSValueRef arguments[]);
-  void Report(ScriptError error);
-
-  // The loop's side.
-  void Receive(std::function<void(PageCore&)> work) { inbox_.push_back(std::move(work)); }
-  bool RunOneTurn();  // whether there was anything to run
-  bool IsIdle() const;
-  std::optional<Clock::TimePoint> NextDue() const { return timers_.NextDue(); }
+  void Report(const ScriptError& error) const;
 
   // By number; null when its instance could not be made.
-  ExtensionBinding* FindBinding(uint64_t binding) const;
+  ExtensionBinding* FindBinding(uint64_t id) const;
 
   // Runtime messages, for the extensions' scripts.
-  RuntimeMessages& RequireRuntime() const;
-  JSValueRef SendRuntimeMessage(const NativeCall& call);
-  JSValueRef SendRuntimeSyncMessage(const NativeCall& call);
-  JSValueRef SendRuntimeAsyncMessage(const NativeCall& call);
+  JSValueRef SendPlain(const NativeCall& call);
+  JSValueRef SendSync(const NativeCall& call);
+  JSValueRef SendAsync(const NativeCall& call);
+
+  // Nothing without a sink. `since` is the time that the record's duration counts from, none for 0.
+  void Trace(TraceDirection direction, TraceKind kind, std::string_view peer,
+             std::string_view payload, Clock::TimePoint since) const;
 
  private:
   struct WaitingAnswer {
@@ -85,24 +81,25 @@ class PageCore final : public NativeObject {
   JSValueRef WidgetInfo(const NativeCall& call);
 
   void StartScripts();
+  bool RunOneTurn();  // whether there was anything to run
+  bool IsIdle() const;
   void RunTimer(int32_t timer);
+  RuntimeMessages& RequireRuntime() const;
+  template <typename Ask>
+  std::string AskRuntime(const NativeCall& call, TraceKind kind, Ask&& ask) const;
   void Answer(uint64_t call, const std::string& answer);
-  void Trace(TraceDirection direction, TraceKind kind, const std::string& uri,
-             const std::string& payload, Clock::TimePoint since) const;
 
   PageRuntime& runtime_;
   const PageOptions options_;
-  const uint64_t id_;
+  const std::shared_ptr<PageWorkQueue> work_queue_ = std::make_shared<PageWorkQueue>();
   OpaqueJSContext* const context_;
   uint64_t last_binding_ = 0;
-  std::vector<std::unique_ptr<ExtensionBinding>> bindings_;
-  std::deque<std::function<void(PageCore&)>> inbox_;
+  std::map<uint64_t, std::unique_ptr<ExtensionBinding>> bindings_;  // by number
   TimerQueue timers_;
   std::unordered_map<int32_t, ProtectedFunction> timer_functions_;
   uint64_t last_answer_ = 0;
   std::unordered_map<uint64_t, WaitingAnswer> waiting_answers_;
   std::vector<std::unique_ptr<ScriptFunction>> script_functions_;
-  std::vector<ScriptError> errors_;
 };
 
 }  // namespace orvane::page

@@ -20,17 +20,16 @@ JSValueRef MakeFromJson(JSContextRef context, const Json& json) {
 JSClassRef PageCore::NativeClass() {
   using Self = PageCore;
   static const JSStaticFunction kFunctions[] = {
-      {"createInstance", CallNative<Self, &Self::CreateInstance>, kJSPropertyAttributeReadOnly},
-      {"extensions", CallNative<Self, &Self::Extensions>, kJSPropertyAttributeReadOnly},
-      {"hasPrivilege", CallNative<Self, &Self::HasPrivilege>, kJSPropertyAttributeReadOnly},
-      {"moveWindow", CallNative<Self, &Self::MoveWindow>, kJSPropertyAttributeReadOnly},
-      {"setQuarterPosition", CallNative<Self, &Self::SetQuarterPosition>,
-       kJSPropertyAttributeReadOnly},
-      {"widgetInfo", CallNative<Self, &Self::WidgetInfo>, kJSPropertyAttributeReadOnly},
-      {"addTimer", CallNative<Self, &Self::AddTimer>, kJSPropertyAttributeReadOnly},
-      {"removeTimer", CallNative<Self, &Self::RemoveTimer>, kJSPropertyAttributeReadOnly},
-      {"writeConsole", CallNative<Self, &Self::WriteConsole>, kJSPropertyAttributeReadOnly},
-      {"reportError", CallNative<Self, &Self::ReportError>, kJSPropertyAttributeReadOnly},
+      NativeFunction<Self, &Self::CreateInstance>("createInstance"),
+      NativeFunction<Self, &Self::Extensions>("extensions"),
+      NativeFunction<Self, &Self::HasPrivilege>("hasPrivilege"),
+      NativeFunction<Self, &Self::MoveWindow>("moveWindow"),
+      NativeFunction<Self, &Self::SetQuarterPosition>("setQuarterPosition"),
+      NativeFunction<Self, &Self::WidgetInfo>("widgetInfo"),
+      NativeFunction<Self, &Self::AddTimer>("addTimer"),
+      NativeFunction<Self, &Self::RemoveTimer>("removeTimer"),
+      NativeFunction<Self, &Self::WriteConsole>("writeConsole"),
+      NativeFunction<Self, &Self::ReportError>("reportError"),
       {nullptr, nullptr, 0}};
   static OpaqueJSClass* const kClass = MakeNativeClass("PageHost", kFunctions);
   return kClass;
@@ -49,9 +48,11 @@ JSValueRef PageCore::Extensions(const NativeCall& call) {
 JSValueRef PageCore::CreateInstance(const NativeCall& call) {
   extensions::Extension* const extension = runtime_.host().Find(call.Text(0));
   if (extension == nullptr) return JSValueMakeNull(call.context);
-  bindings_.push_back(std::make_unique<ExtensionBinding>(*this, *extension, ++last_binding_));
-  return JSObjectMake(call.context, ExtensionBinding::NativeClass(),
-                      static_cast<NativeObject*>(bindings_.back().get()));
+  const uint64_t id = ++last_binding_;
+  const auto added =
+      bindings_.emplace(id, std::make_unique<ExtensionBinding>(*this, *extension, id));
+  NativeObject* const binding = added.first->second.get();
+  return JSObjectMake(call.context, ExtensionBinding::NativeClass(), binding);
 }
 
 // (function, delay in ms, repeats) -> the timer's number

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <condition_variable>
-#include <cstdint>
 #include <functional>
 #include <mutex>
 #include <vector>
@@ -14,16 +13,12 @@ namespace orvane::page {
 
 class PageCore;
 
-// Something that one page is to do, such as handing a posted message to its script. The page is
-// named by its number, so what is meant for one that is gone is dropped.
-struct PageWork {
-  uint64_t page;
-  std::function<void(PageCore&)> work;
-};
+// Something that a page is to do, such as handing a posted message to its script.
+using PageWork = std::function<void(PageCore&)>;
 
-// How other threads reach the pages of one PageRuntime: an extension posts a message from its
-// worker, and the page thread takes it from here in its loop. Shared by the runtime and by whoever
-// may still have something to post, so it may outlive the runtime.
+// How other threads reach a page: an extension posts a message from its worker, and the page thread
+// takes it from here in its loop. Shared by the page and by whoever may still have something to
+// post, so it may outlive the page; what is posted then is never done.
 class PageWorkQueue {
  public:
   // Any thread. Work keeps the order in which it was posted.

@@ -14,30 +14,37 @@ RuntimeMessages& PageCore::RequireRuntime() const {
   return *options_.runtime;
 }
 
-// (uri, text) -> whether the runtime has done it
-JSValueRef PageCore::SendRuntimeMessage(const NativeCall& call) {
+// `ask(RuntimeMessages&, uri, text)` gives the answer text.
+template <typename Ask>
+std::string PageCore::AskRuntime(const NativeCall& call, TraceKind kind, Ask&& ask) const {
   const std::string uri = call.Text(0);
   const std::string text = call.Text(1);
-  Trace(TraceDirection::kFromPage, TraceKind::kRuntimePlain, uri, text, {});
+  Trace(TraceDirection::kFromPage, kind, uri, text, {});
   const Clock::TimePoint sent = runtime_.clock().Now();
-  const bool done = RequireRuntime().Send(uri, text);
-  Trace(TraceDirection::kToPage, TraceKind::kRuntimePlain, uri, done ? "true" : "false", sent);
-  return JSValueMakeBoolean(call.context, done);
+  std::string answer = ask(RequireRuntime(), uri, text);
+  Trace(TraceDirection::kToPage, kind, uri, answer, sent);
+  return answer;
+}
+
+// (uri, text) -> whether the runtime has done it
+JSValueRef PageCore::SendPlain(const NativeCall& call) {
+  const std::string done = AskRuntime(call, TraceKind::kRuntimePlain,
+                                      [](auto& runtime, const auto& uri, const auto& text) {
+                                        return runtime.Send(uri, text) ? "true" : "false";
+                                      });
+  return JSValueMakeBoolean(call.context, done == "true");
 }
 
 // (uri, text) -> the answer text
-JSValueRef PageCore::SendRuntimeSyncMessage(const NativeCall& call) {
-  const std::string uri = call.Text(0);
-  const std::string text = call.Text(1);
-  Trace(TraceDirection::kFromPage, TraceKind::kRuntimeSync, uri, text, {});
-  const Clock::TimePoint sent = runtime_.clock().Now();
-  const std::string answer = RequireRuntime().SendSync(uri, text);
-  Trace(TraceDirection::kToPage, TraceKind::kRuntimeSync, uri, answer, sent);
-  return MakeText(call.context, answer);
+JSValueRef PageCore::SendSync(const NativeCall& call) {
+  return MakeText(call.context, AskRuntime(call, TraceKind::kRuntimeSync,
+                                           [](auto& runtime, const auto& uri, const auto& text) {
+                                             return runtime.SendSync(uri, text);
+                                           }));
 }
 
 // (uri, text, callback that receives the answer text)
-JSValueRef PageCore::SendRuntimeAsyncMessage(const NativeCall& call) {
+JSValueRef PageCore::SendAsync(const NativeCall& call) {
   const std::string uri = call.Text(0);
   const std::string text = call.Text(1);
   ProtectedFunction callback(context_, call.Function(2, "The callback of a runtime message"));
@@ -46,12 +53,9 @@ JSValueRef PageCore::SendRuntimeAsyncMessage(const NativeCall& call) {
   const uint64_t number = ++last_answer_;
   waiting_answers_.emplace(number, WaitingAnswer{uri, std::move(callback), runtime_.clock().Now()});
   try {
-    messages.SendAsync(
-        uri, text,
-        [work_queue = runtime_.work_queue(), page = id_, number](const std::string& answer) {
-          work_queue->Post(
-              {page, [number, answer](PageCore& core) { core.Answer(number, answer); }});
-        });
+    messages.SendAsync(uri, text, [work_queue = work_queue_, number](const std::string& answer) {
+      work_queue->Post([number, answer](PageCore& page) { page.Answer(number, answer); });
+    });
   } catch (...) {
     waiting_answers_.erase(number);
     throw;
@@ -69,14 +73,14 @@ void PageCore::Answer(uint64_t call, const std::string& answer) {
   Call(waiting.callback.get(), 1, &text);
 }
 
-void PageCore::Trace(TraceDirection direction, TraceKind kind, const std::string& uri,
-                     const std::string& payload, Clock::TimePoint since) const {
+void PageCore::Trace(TraceDirection direction, TraceKind kind, std::string_view peer,
+                     std::string_view payload, Clock::TimePoint since) const {
   if (options_.trace == nullptr) return;
   const double microseconds =
       since == Clock::TimePoint{}
           ? 0
           : std::chrono::duration<double, std::micro>(runtime_.clock().Now() - since).count();
-  options_.trace->OnTrace({direction, kind, uri, payload, microseconds});
+  options_.trace->OnTrace({direction, kind, peer, payload, microseconds});
 }
 
 }  // namespace orvane::page

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 // Functions that C++ gives to the page's scripts by name: Page::DefineFunction.
+#include <stdexcept>
 #include <utility>
 
 #include "page/page_core.h"
@@ -19,21 +20,16 @@ std::string ArgumentsAsJson(JSContextRef context, size_t count, const JSValueRef
 
 JSValueRef CallScriptFunction(JSContextRef context, JSObjectRef self, JSObjectRef, size_t count,
                               const JSValueRef arguments[], JSValueRef* exception) {
-  try {
+  return GuardNative(context, exception, [&] {
     const auto& function = *static_cast<const ScriptFunction*>(JSObjectGetPrivate(self));
     const std::string result = function(ArgumentsAsJson(context, count, arguments));
     if (result.empty()) return JSValueMakeUndefined(context);
     const JSValueRef value = JSValueMakeFromJSONString(context, JsString(result).get());
-    if (value != nullptr) return value;
-    *exception = MakeError(context, ("The function answered what is no JSON: " + result).c_str());
-  } catch (const ThrownValue& thrown) {
-    *exception = thrown.value;
-  } catch (const std::exception& error) {
-    *exception = MakeError(context, error.what());
-  } catch (...) {
-    *exception = MakeError(context, "an exception of unknown type");
-  }
-  return JSValueMakeUndefined(context);
+    if (value == nullptr) {
+      throw std::runtime_error("The function answered what is no JSON: " + result);
+    }
+    return value;
+  });
 }
 
 JSClassRef ScriptFunctionClass() {

@@ -43,7 +43,7 @@ class AsyncStorm : public PageWorldTest {
 
   static int Answered(OpenPage& open, int times) {
     const std::string script = "storm.answered(" + std::to_string(times) + ")";
-    return std::stoi(open.page->EvaluateToJson(script, "test").json);
+    return std::stoi(EvaluateToJson(*open.page, script, "test").json);
   }
 
   void ExpectEachCallAnsweredOnce(OpenPage& open) {

@@ -21,7 +21,7 @@ class HostilePage : public PageWorldTest {
   std::string After(const std::string& change, const std::string& call) {
     const auto page = MakePage();
     EXPECT_FALSE(page->Evaluate(change, "hostile.js"));
-    const page::Evaluation evaluation = page->EvaluateToJson(call, "call.js");
+    const Evaluation evaluation = EvaluateToJson(*page, call, "call.js");
     return evaluation.error ? "threw " + evaluation.error->message : evaluation.json;
   }
 

@@ -12,6 +12,7 @@
 #include "page/page.h"
 #include "page/page_runtime.h"
 #include "set/set_fixture.h"
+#include "support/page_evaluation.h"
 #include "television/runtime_services.h"
 
 namespace orvane::test {

@@ -114,7 +114,8 @@ TEST_F(PageExtension, DeliversToThePageThatIsMeant) {
   Run(listen);
   Run(*other, listen);
   Run(*other, "test.direct.send('post:yours')");
-  EXPECT_TRUE(runtime().RunUntilIdle(kLimit));
+  EXPECT_TRUE(page().RunUntilIdle(kLimit));
+  EXPECT_TRUE(other->RunUntilIdle(kLimit));
   EXPECT_EQ(Run("got") + Run(*other, "got"), "[][\"yours\"]");
 }
 
@@ -142,7 +143,8 @@ TEST_F(PageExtension, DropsWhatIsPostedWhileThePageCloses) {
       "test.direct.extension.setMessageListener(() => { throw new Error('too late'); });"
       "test.direct.send('post:before'); test.direct.send('destroyed:last words')");
   other.reset();
-  EXPECT_TRUE(runtime().RunUntilIdle(kLimit));
+  EXPECT_TRUE(page().RunUntilIdle(kLimit));
+  EXPECT_THAT(errors_.Take(), IsEmpty());
   EXPECT_EQ(Events(), "\"created destroyed created \"");
 }
 
@@ -181,7 +183,8 @@ TEST_F(PageExtension, ClosesWithReplyPending) {
       "test.direct.makeManager().call('x', {}, () => { throw new Error('too late'); });"
       "test.direct.send('destroyed:{\"callbackId\":1}')");
   other.reset();
-  EXPECT_TRUE(runtime().RunUntilIdle(kLimit));
+  EXPECT_TRUE(page().RunUntilIdle(kLimit));
+  EXPECT_THAT(errors_.Take(), IsEmpty());
 }
 
 TEST_F(PageExtension, TracesEveryMessage) {

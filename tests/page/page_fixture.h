@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "../support/page_evaluation.h"
 #include "extensions/extension_host.h"
 #include "page/clock.h"
 #include "page/page.h"
@@ -62,7 +63,7 @@ class PageTest : public testing::Test {
 
   // The script's last value as JSON; what it threw, after "threw ", if it did.
   static std::string Run(Page& page, const std::string& source) {
-    const Evaluation evaluation = page.EvaluateToJson(source, "test.js");
+    const test::Evaluation evaluation = test::EvaluateToJson(page, source, "test.js");
     return evaluation.error ? "threw " + evaluation.error->message : evaluation.json;
   }
   std::string Run(const std::string& source) { return Run(page(), source); }
@@ -80,7 +81,8 @@ class PageTest : public testing::Test {
                                    {},
                                    std::chrono::milliseconds(200)}};
   RecordingConsole console_;
-  PageOptions options_{nullptr, &console_, nullptr, nullptr, "org.example.test", "Test", "1.0.0"};
+  test::ErrorRecorder errors_;
+  PageOptions options_{nullptr, &console_, &errors_, nullptr, "org.example.test", "Test", "1.0.0"};
   JumpingClock jumping_clock_;
   Clock* clock_ = &Clock::Monotonic();
   std::unique_ptr<PageRuntime> runtime_;

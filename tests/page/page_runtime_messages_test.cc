@@ -9,6 +9,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 
 // Writes down what it is asked, and answers what the test has laid ready.
 class FakeRuntime final : public RuntimeMessages {
@@ -92,7 +93,8 @@ TEST_F(PageRuntimeMessages, DropsAnAnswerForAPageThatIsGone) {
   Run("extension.sendRuntimeAsyncMessage('x://async', '', () => { throw new Error('too late'); })");
   page_.reset();
   services_.receivers.at(0)("late");
-  EXPECT_TRUE(runtime().RunUntilIdle(kLimit));
+  EXPECT_TRUE(page().RunUntilIdle(kLimit));
+  EXPECT_THAT(errors_.Take(), IsEmpty());
 }
 
 TEST_F(PageRuntimeMessages, DropsAnAnswerAfterTheRuntimeIsGone) {

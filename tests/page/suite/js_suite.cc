@@ -15,6 +15,7 @@
 
 #include <picojson.h>
 
+#include "../support/page_evaluation.h"
 #include "../support/temporary_folder.h"
 #include "extensions/extension_host.h"
 #include "page/page.h"
@@ -58,6 +59,7 @@ class Stage {
     PageOptions options;
     options.runtime = &services_;
     options.console = &recorder_;
+    options.errors = &errors_;
     options.trace = &recorder_;
     options.widget_id = kSuiteApp;
     page_ = std::make_unique<Page>(*runtime_, options);
@@ -80,7 +82,7 @@ class Stage {
     Require("testing.start(" + std::to_string(test) + ")", "js_suite");
     const bool ended = page_->RunUntilIdle(kTestLimit);
     std::vector<std::string> failures;
-    for (const ScriptError& error : page_->TakeErrors()) failures.push_back(Format(error));
+    for (const ScriptError& error : errors_.Take()) failures.push_back(Format(error));
     const std::string result = Require("testing.result()", "js_suite");
     if (!ended || (failures.empty() && result != "\"ended\""))
       failures.push_back("The test did not end.");
@@ -89,7 +91,7 @@ class Stage {
 
  private:
   std::string Require(const std::string& source, const std::string& file) {
-    const Evaluation evaluation = page_->EvaluateToJson(source, file);
+    const test::Evaluation evaluation = test::EvaluateToJson(*page_, source, file);
     if (evaluation.error) throw std::runtime_error(Format(*evaluation.error));
     return evaluation.json;
   }
@@ -99,6 +101,7 @@ class Stage {
   extensions::ExtensionHost host_;
   television::RuntimeServices services_;
   Recorder recorder_;
+  test::ErrorRecorder errors_;
   std::unique_ptr<PageRuntime> runtime_;
   std::unique_ptr<Page> page_;
 };
