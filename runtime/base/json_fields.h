@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <limits>
@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "base/json.h"
+#include "base/near_names.h"
 
 // A struct and its JSON, written once. A struct names its fields in one function, found by its
 // namespace:
@@ -58,53 +59,33 @@ Json ToJson(const T& value);
 namespace fields {
 
 [[noreturn]] void Refuse(std::string_view field, const std::string& wanted, const Json* given);
-[[noreturn]] void RefuseUnknown(std::string_view owner, const std::string& name,
-                                const std::vector<std::string_view>& known);
+// A field of the object that is none of the known ones; passes when there is none.
+void RefuseOthers(const Json& object, std::string_view owner,
+                  const std::vector<std::string_view>& known);
 std::string WholeNumber(const std::string& lowest, const std::string& highest);
-std::string OneOf(const std::vector<std::string_view>& names);
 
-template <class T>
-struct IsVector : std::false_type {};
-template <class T>
-struct IsVector<std::vector<T>> : std::true_type {};
-template <class T>
-struct IsOptional : std::false_type {};
-template <class T>
-struct IsOptional<std::optional<T>> : std::true_type {};
-template <class T>
-struct IsPair : std::false_type {};
-template <class A, class B>
-struct IsPair<std::pair<A, B>> : std::true_type {};
-template <class T>
-struct IsMap : std::false_type {};
-template <class T>
-struct IsMap<std::map<std::string, T>> : std::true_type {};
+// Whether the type is made from that template, such as std::vector.
+template <class T, template <class...> class Template>
+constexpr bool kIsA = false;
+template <class... Arguments, template <class...> class Template>
+constexpr bool kIsA<Template<Arguments...>, Template> = true;
 
-// A whole number, also where it is written as 2.0 or 2e3.
+// A whole number, also where it is written as 2.0 or 2e3. False: it is none, or not the type's.
 template <class T>
 bool ReadInteger(const Json& json, T* value) {
-  if (json.is_number_unsigned()) {
-    const auto number = json.get<uint64_t>();
-    if (number > static_cast<uint64_t>(std::numeric_limits<T>::max())) return false;
-    *value = static_cast<T>(number);
-    return true;
-  }
-  if (json.is_number_integer()) {
-    const auto number = json.get<int64_t>();
-    if (std::is_unsigned_v<T> || number < static_cast<int64_t>(std::numeric_limits<T>::min())) {
-      return false;
-    }
-    *value = static_cast<T>(number);
-    return true;
-  }
+  using Limits = std::numeric_limits<T>;
   constexpr double kExact = 9007199254740992;  // from here on a double passes some over
-  const auto number = json.is_number_float() ? json.get<double>() : 0.5;
-  if (number < -kExact || number > kExact ||
-      number != static_cast<double>(static_cast<int64_t>(number))) {
-    return false;
+  if (json.is_number_float()) {
+    const auto number = json.get<double>();
+    return std::abs(number) <= kExact && number == std::trunc(number) &&
+           ReadInteger(Json(static_cast<int64_t>(number)), value);
   }
-  return ReadInteger(Json(static_cast<int64_t>(number)), value) ||
-         ReadInteger(Json(static_cast<uint64_t>(number)), value);
+  if (!json.is_number_integer()) return false;
+  const bool is_negative = !json.is_number_unsigned() && json.get<int64_t>() < 0;
+  const bool fits = is_negative ? json.get<int64_t>() >= static_cast<int64_t>(Limits::min())
+                                : json.get<uint64_t>() <= static_cast<uint64_t>(Limits::max());
+  if (fits) *value = json.get<T>();
+  return fits;
 }
 
 template <class T>
@@ -125,32 +106,32 @@ void Read(const Json& json, std::string_view field, T& value) {
     if (!json.is_number()) Refuse(field, "a number", &json);
     value = json.get<T>();
   } else if constexpr (std::is_enum_v<T>) {
-    std::vector<std::string_view> names;
+    std::vector<std::string> names;
     for (const auto& [known, name] : EnumNames(T())) {
       if (json.is_string() && json.get_ref<const std::string&>() == name) {
         value = known;
         return;
       }
-      names.push_back(name);
+      names.emplace_back(name);
     }
-    Refuse(field, OneOf(names), &json);
-  } else if constexpr (IsVector<T>::value) {
+    Refuse(field, QuotedNames(names, " or "), &json);
+  } else if constexpr (kIsA<T, std::vector>) {
     if (!json.is_array()) Refuse(field, "an array", &json);
     value.clear();
     for (const Json& element : json) {
       Read(element, "an entry of " + std::string(field), value.emplace_back());
     }
-  } else if constexpr (IsPair<T>::value) {
+  } else if constexpr (kIsA<T, std::pair>) {
     if (!json.is_array() || json.size() != 2) Refuse(field, "an array of two", &json);
     Read(json[0], "the first entry of " + std::string(field), value.first);
     Read(json[1], "the second entry of " + std::string(field), value.second);
-  } else if constexpr (IsMap<T>::value) {
+  } else if constexpr (kIsA<T, std::map>) {
     if (!json.is_object()) Refuse(field, "a JSON object, in braces", &json);
     value.clear();
     for (const auto& [name, member] : json.items()) {
       Read(member, "\"" + name + "\" of " + std::string(field), value[name]);
     }
-  } else if constexpr (IsOptional<T>::value) {
+  } else if constexpr (kIsA<T, std::optional>) {
     value.reset();
     if (!json.is_null()) Read(json, field, value.emplace());
   } else {
@@ -166,7 +147,7 @@ class Reader {
   void operator()(const char* name, T& value) {
     const Json* const given = Find(name);
     if (given != nullptr) return Read(*given, Name(name), value);
-    if constexpr (IsOptional<T>::value) return value.reset();
+    if constexpr (kIsA<T, std::optional>) return value.reset();
     if constexpr (std::is_same_v<T, Json>) Refuse(Name(name), "given", nullptr);
     Read(Json(), Name(name), value);  // says what is wanted
   }
@@ -208,13 +189,7 @@ class Names {
   void Optional(const char* name, T&, Bound...) {
     names_.emplace_back(name);
   }
-  void RefuseOthers(const Json& object, std::string_view owner) const {
-    for (const auto& [name, value] : object.items()) {
-      if (std::find(names_.begin(), names_.end(), name) == names_.end()) {
-        RefuseUnknown(owner, name, names_);
-      }
-    }
-  }
+  const std::vector<std::string_view>& names() const { return names_; }
 
  private:
   std::vector<std::string_view> names_;
@@ -229,7 +204,7 @@ class Writer {
   // One that has its empty value is left out where that is std::nullopt.
   template <class T, class... Bound>
   void Optional(const char* name, const T& value, Bound...) {
-    if constexpr (IsOptional<T>::value) {
+    if constexpr (kIsA<T, std::optional>) {
       if (!value) return;
     }
     (*this)(name, value);
@@ -250,7 +225,7 @@ T FromJson(const Json& json, std::string_view owner, Unknown unknown) {
   if (unknown == Unknown::kRefuse) {
     fields::Names names;
     MapFields(names, value);
-    names.RefuseOthers(json, owner);
+    fields::RefuseOthers(json, owner, names.names());
   }
   fields::Reader reader(json, owner);
   MapFields(reader, value);
@@ -264,19 +239,19 @@ Json ToJson(const T& value) {
       if (known == value) return std::string(name);
     }
     return nullptr;
-  } else if constexpr (fields::IsVector<T>::value) {
+  } else if constexpr (fields::kIsA<T, std::vector>) {
     Json array = Json::array();
     for (const auto& element : value) array.push_back(ToJson(element));
     return array;
-  } else if constexpr (fields::IsPair<T>::value) {
+  } else if constexpr (fields::kIsA<T, std::pair>) {
     return Json::array({ToJson(value.first), ToJson(value.second)});
-  } else if constexpr (fields::IsMap<T>::value) {
+  } else if constexpr (fields::kIsA<T, std::map>) {
     Json object = Json::object();
     for (const auto& [name, member] : value) object[name] = ToJson(member);
     return object;
   } else if constexpr (std::is_same_v<T, std::filesystem::path>) {
     return value.string();
-  } else if constexpr (fields::IsOptional<T>::value) {
+  } else if constexpr (fields::kIsA<T, std::optional>) {
     return value ? ToJson(*value) : Json();
   } else if constexpr (!std::is_class_v<T> || std::is_same_v<T, Json> ||
                        std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {

@@ -3,20 +3,17 @@
 #include "base/near_names.h"
 
 #include <algorithm>
+#include <locale>
+#include <map>
 #include <numeric>
 #include <utility>
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/predicate.hpp>
 
 namespace orvane::base {
 
 namespace {
-
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return lower;
-}
 
 // How many letters have to be added, removed or changed to turn one text into the other.
 size_t EditDistance(const std::string& a, const std::string& b) {
@@ -39,32 +36,35 @@ std::vector<std::string> NearNames(std::string_view wanted, const std::vector<st
                                    size_t count) {
   constexpr size_t kLongestName = 200;  // the work grows with the product of the lengths
   if (wanted.empty() || wanted.size() > kLongestName) return {};
-  const std::string lower = Lower(wanted);
+  using boost::algorithm::to_lower_copy;
+  const std::locale& ascii = std::locale::classic();
+  const std::string lower = to_lower_copy(std::string(wanted), ascii);
   const size_t tolerance = 1 + wanted.size() / 4;
-  std::vector<std::pair<size_t, std::string>> near;
+  std::multimap<size_t, std::string> near;
   for (const std::string& name : names) {
-    const std::string candidate = Lower(name);
+    const std::string candidate = to_lower_copy(name, ascii);
     const size_t distance = EditDistance(lower, candidate);
-    const bool begins = lower.size() >= 3 && candidate.compare(0, lower.size(), lower) == 0;
-    if (distance <= tolerance || begins) near.emplace_back(distance, name);
+    const bool begins = lower.size() >= 3 && boost::algorithm::starts_with(candidate, lower);
+    if (distance <= tolerance || begins) near.emplace(distance, name);
   }
-  std::stable_sort(near.begin(), near.end(),
-                   [](const auto& a, const auto& b) { return a.first < b.first; });
-  if (near.size() > count) near.resize(count);
   std::vector<std::string> result;
-  result.reserve(near.size());
-  for (auto& entry : near) result.push_back(std::move(entry.second));
+  for (const auto& [distance, name] : near) {
+    if (result.size() < count) result.push_back(name);
+  }
   return result;
 }
 
-std::string DidYouMean(const std::vector<std::string>& names) {
-  if (names.empty()) return {};
-  std::string text = " Did you mean ";
+std::string QuotedNames(const std::vector<std::string>& names, const char* last_word) {
+  std::string text;
   for (size_t i = 0; i < names.size(); ++i) {
-    if (i > 0) text += i + 1 == names.size() ? " or " : ", ";
-    text += "\"" + names[i] + "\"";
+    if (i > 0) text += i + 1 == names.size() ? last_word : ", ";
+    text.append("\"").append(names[i]).append("\"");
   }
-  return text + "?";
+  return text;
+}
+
+std::string DidYouMean(const std::vector<std::string>& names) {
+  return names.empty() ? "" : " Did you mean " + QuotedNames(names, " or ") + "?";
 }
 
 }  // namespace orvane::base

@@ -14,6 +14,9 @@ namespace orvane::base {
 std::vector<std::string> NearNames(std::string_view wanted, const std::vector<std::string>& names,
                                    size_t count = 3);
 
+// "a", "b" or "c" in quotes, for `last_word` " or ".
+std::string QuotedNames(const std::vector<std::string>& names, const char* last_word);
+
 // " Did you mean "a" or "b"?", or an empty text when `names` is empty: made to follow a full stop.
 std::string DidYouMean(const std::vector<std::string>& names);
 

@@ -2,12 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "base/utf8.h"
 
-#include <algorithm>
-#include <charconv>
-#include <cstdint>
 #include <memory>
-#include <optional>
-#include <system_error>
 
 #include <glib.h>
 
@@ -15,28 +10,7 @@ namespace orvane::base {
 
 namespace {
 
-constexpr size_t kEscapeBytes = 6;  // of "\\u0000"
-
-// The code unit that the text begins with as an escape; nothing when it begins otherwise.
-std::optional<uint32_t> EscapedUnit(std::string_view text) {
-  if (text.size() < kEscapeBytes || text.substr(0, 2) != "\\u") return std::nullopt;
-  uint32_t unit = 0;
-  const char* const end = text.data() + kEscapeBytes;
-  const auto [stopped, error] = std::from_chars(text.data() + 2, end, unit, 16);
-  if (error != std::errc() || stopped != end) return std::nullopt;
-  return unit;
-}
-
-bool IsHighHalf(std::optional<uint32_t> unit) { return unit >= 0xd800U && unit <= 0xdbffU; }
-bool IsLowHalf(std::optional<uint32_t> unit) { return unit >= 0xdc00U && unit <= 0xdfffU; }
-
-// Bytes of the escape, or of the two that are one character, that the text begins with.
-size_t EscapeLength(std::string_view text) {
-  const std::optional<uint32_t> unit = EscapedUnit(text);
-  if (!unit) return 2;
-  const bool pair = IsHighHalf(unit) && IsLowHalf(EscapedUnit(text.substr(kEscapeBytes)));
-  return pair ? 2 * kEscapeBytes : kEscapeBytes;
-}
+using Text = std::unique_ptr<char, decltype(&g_free)>;
 
 }  // namespace
 
@@ -50,8 +24,7 @@ std::string WellFormedUtf8(std::string_view text) {
     if (g_utf8_validate(part.data(), length, nullptr) != FALSE) {
       result.append(part);
     } else {
-      const std::unique_ptr<char, decltype(&g_free)> valid(g_utf8_make_valid(part.data(), length),
-                                                           &g_free);
+      const Text valid(g_utf8_make_valid(part.data(), length), &g_free);
       result.append(valid.get());
     }
     if (part.size() == text.size()) return result;
@@ -61,29 +34,27 @@ std::string WellFormedUtf8(std::string_view text) {
 }
 
 std::string WithoutHalfCharacters(std::string_view json) {
-  std::string result;
-  result.reserve(json.size());
-  while (!json.empty()) {
-    const size_t plain = std::min(json.find('\\'), json.size());
-    result.append(json.substr(0, plain));
-    json.remove_prefix(plain);
-    if (json.empty()) break;
-    const std::string_view escape = json.substr(0, EscapeLength(json));
-    const std::optional<uint32_t> unit = EscapedUnit(escape);
-    const bool half = escape.size() == kEscapeBytes && (IsHighHalf(unit) || IsLowHalf(unit));
-    result.append(half ? "\\ufffd" : escape);
-    json.remove_prefix(escape.size());
-  }
-  return result;
+  // What is whole is passed over: other escapes, and the two halves of a character together.
+  static GRegex* const half = g_regex_new(
+      R"((?:\\[^u]|\\u[dD][89abAB][[:xdigit:]]{2}\\u[dD][c-fC-F][[:xdigit:]]{2})(*SKIP)(*FAIL))"
+      R"(|\\u[dD][89a-fA-F][[:xdigit:]]{2})",
+      static_cast<GRegexCompileFlags>(G_REGEX_RAW | G_REGEX_OPTIMIZE), G_REGEX_MATCH_DEFAULT,
+      nullptr);
+  // Beyond a zero byte, which stands in no JSON, nothing is replaced.
+  const std::string_view part = json.substr(0, json.find('\0'));
+  const Text replaced(g_regex_replace_literal(half, part.data(), static_cast<gssize>(part.size()),
+                                              0, "\\ufffd", G_REGEX_MATCH_DEFAULT, nullptr),
+                      &g_free);
+  if (!replaced) return std::string(json);
+  return replaced.get() + std::string(json.substr(part.size()));
 }
 
-std::string Shortened(std::string_view text, size_t most) {
+bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xc0U) == 0x80; }
+
+std::string Shortened(std::string_view text, size_t most, std::string_view ellipsis) {
   if (text.size() <= most) return std::string(text);
-  const auto continues = [&](size_t at) {
-    return (static_cast<unsigned char>(text[at]) & 0xc0U) == 0x80;
-  };
-  while (most > 0 && continues(most)) --most;
-  return std::string(text.substr(0, most)) + "…";
+  while (most > 0 && IsContinuation(text[most])) --most;
+  return std::string(text.substr(0, most)).append(ellipsis);
 }
 
 }  // namespace orvane::base

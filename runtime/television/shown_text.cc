@@ -4,23 +4,15 @@
 
 #include <algorithm>
 
+#include "base/utf8.h"
+
 namespace orvane::television {
 
 namespace {
 
-// Whether the byte continues a UTF-8 sequence that began before it.
-bool IsContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80; }
-
-// At most `most` bytes from the beginning, and none of a character that does not fit.
-std::string_view Beginning(std::string_view text, size_t most) {
-  if (text.size() <= most) return text;
-  while (most > 0 && IsContinuation(text[most])) --most;
-  return text.substr(0, most);
-}
-
 std::string_view End(std::string_view text, size_t most) {
   size_t begin = text.size() - std::min(most, text.size());
-  while (begin > 0 && begin < text.size() && IsContinuation(text[begin])) ++begin;
+  while (begin > 0 && begin < text.size() && base::IsContinuation(text[begin])) ++begin;
   return text.substr(begin);
 }
 
@@ -33,17 +25,14 @@ std::string WithoutControls(std::string text) {
 }  // namespace
 
 std::string Quoted(std::string_view text) {
-  const std::string_view shown = Beginning(text, 80);
-  const char* const end = shown.size() < text.size() ? "…\"" : "\"";
-  return WithoutControls("\"" + std::string(shown)) + end;
+  return "\"" + WithoutControls(base::Shortened(text, 80)) + "\"";
 }
 
 std::string ErrorText(std::string_view text) {
   constexpr size_t kBeginning = 700;  // bytes of a long text
   constexpr size_t kEnd = 600;
   if (text.size() <= kBeginning + kEnd) return WithoutControls(std::string(text));
-  return WithoutControls(
-      std::string(Beginning(text, kBeginning)).append(" … ").append(End(text, kEnd)));
+  return WithoutControls(base::Shortened(text, kBeginning, " … ").append(End(text, kEnd)));
 }
 
 }  // namespace orvane::television

@@ -50,6 +50,14 @@ std::string ErrorOf(const char* text, Unknown unknown = Unknown::kPass) {
   return "";
 }
 
+TEST(JsonFieldsTest, RefusesADoubleBeyondTheFieldsType) {
+  for (const char* maybe : {"3e9", "-3e9", "1e15", "3000000000"}) {
+    EXPECT_THAT(ErrorOf((R"({"name":"","maybe":)" + std::string(maybe) + "}").c_str()),
+                ::testing::HasSubstr("a whole number from -2147483648 to 2147483647"))
+        << maybe;
+  }
+}
+
 TEST(JsonFieldsTest, ReadsWhatItWrites) {
   const Json json = ParseJson(R"({"name":"n","flag":true,"count":18446744073709551615,"share":0.5,
     "mode":"once","inners":[{"x":-5},{"x":5}],"maybe":3,"any":{"a":[1]}})");

@@ -41,6 +41,18 @@ TEST(HalfCharactersTest, LeaveEverythingElseAlone) {
                            R"("\u12)", R"("\uzzzz")"}) {
     EXPECT_EQ(WithoutHalfCharacters(json), json);
   }
+  const std::string zero("\"\n\0\\ud800\xff\"", 11);
+  EXPECT_EQ(WithoutHalfCharacters(zero), zero);
+}
+
+TEST(HalfCharactersTest, AreFoundInALongText) {
+  std::string json;
+  std::string whole;
+  for (int i = 0; i < 200000; ++i) {
+    json += R"(\\\ud800 \xff\ud83d\ude00)";
+    whole += R"(\\\ufffd \xff\ud83d\ude00)";
+  }
+  EXPECT_EQ(WithoutHalfCharacters(json), whole);
 }
 
 TEST(ShortenedTest, CutsBetweenCharacters) {
