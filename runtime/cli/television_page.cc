@@ -47,14 +47,14 @@ TelevisionPage::TelevisionPage(const PageVerbOptions& options, page::ConsoleSink
   }
   television_.LoadExtensions();
   page_runtime_.emplace(television_.host());
-  const television::InstalledApplication& app = television_.options().app;
+  const tvset::Application& app = television_.options().app;
   page::PageOptions page_options;
   page_options.runtime = &television_.services();
   page_options.console = console;
   page_options.errors = &errors_;
   page_options.trace = options.trace ? &trace_ : nullptr;
-  page_options.widget_id = app.application.id;
-  page_options.widget_name = app.application.name;
+  page_options.widget_id = app.id;
+  page_options.widget_name = app.name;
   page_options.widget_version = app.version.value_or("");
   page_.emplace(*page_runtime_, page_options);
 }

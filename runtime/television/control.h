@@ -3,10 +3,10 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "base/json.h"
-#include "television/control_parameters.h"
 #include "television/resource_reader.h"
 #include "television/television.h"
 
@@ -34,33 +34,36 @@ class Control {
   struct Row;
   static const Row kRows[];
 
-  Json StateGet(const NoParameters&);
-  Json ProfileUse(const ProfileParameters& parameters);
-  Json FeaturesSet(const FeatureParameters& parameters);
-  Json FeaturesRemove(const KeyedParameters& parameters);
-  Json ApplicationsSetState(const ApplicationStateParameters& parameters);
-  Json ApplicationsFocus(const ApplicationParameters& parameters);
-  Json ApplicationsInstall(const InstallParameters& parameters);
-  Json ApplicationsLaunch(const ApplicationParameters& parameters);
-  Json ApplicationsTerminate(const ApplicationParameters& parameters);
-  Json KeysPress(const KeyParameters& parameters);
-  Json InputMethodSetDynamic(const InputMethodParameters& parameters);
-  Json SettingsList(const NoParameters&);
-  Json SettingsSet(const SettingParameters& parameters);
-  Json SettingsGet(const KeyedParameters& parameters);
-  Json SettingsUnset(const KeyedParameters& parameters);
-  Json ScreenSaverActivity(const NoParameters&);
-  Json ClockAdvance(const ClockParameters& parameters);
-  Json FaultsSet(const FaultParameters& parameters);
-  Json FaultsClear(const FunctionParameters& parameters);
-  Json FunctionsList(const NoParameters&);
-  Json FactoryReset(const NoParameters&);
-  Json MarkersList(const NoParameters&);
-  Json LogTail(const LogTailParameters& parameters);
-  Json LogWrite(const LogWriteParameters& parameters);
-  Json DebugCrash(const CrashParameters& parameters);
-  void StatRead(const ResourceParameters& parameters, const Receiver& receiver);
+  // One per method. The arguments are its parameters; a std::optional one may be left out.
+  Json StateGet();
+  void ProfileUse(const std::string& profile);
+  void FeaturesSet(const std::string& key, const std::string& type, const std::string& text,
+                   std::optional<tvset::FeatureGroup> group);
+  void FeaturesRemove(const std::string& key);
+  void ApplicationsSetState(const std::string& id, const Json& state);
+  void ApplicationsFocus(const std::string& id);
+  Json ApplicationsInstall(const std::optional<std::string>& wgt,
+                           const std::optional<std::string>& folder);
+  void ApplicationsLaunch(const std::string& id);
+  void ApplicationsTerminate(const std::string& id);
+  Json KeysPress(const std::string& name, std::optional<bool> is_long,
+                 std::optional<bool> is_native);
+  void InputMethodSetDynamic(bool dynamic);
+  void SettingsSet(const std::string& key, const std::optional<std::string>& type,
+                   const Json& value);
+  void SettingsUnset(const std::string& key);
+  Json ScreenSaverActivity();
+  Json ClockAdvance(int64_t ms);
+  void FaultsSet(const std::string& function, int code, std::optional<tvset::FaultMode> mode);
+  void FaultsClear(const std::optional<std::string>& function);
+  void FactoryReset();
+  Json MarkersList();
+  void StatRead(const std::string& resource, const Receiver& receiver);
+  void DebugLog(std::optional<int> priority, const std::optional<std::string>& tag,
+                const std::string& text, std::optional<int64_t> count);
+  void DebugCrash(std::optional<int> signal);
 
+  void RequireTestHooks(const char* method) const;
   tvset::Set& set() { return television_.set(); }
 
   Television& television_;

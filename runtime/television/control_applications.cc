@@ -38,12 +38,11 @@ int DefaultType(const Json& value) {
   return base::fields::ReadInteger(value, &number) ? VCONF_TYPE_INT : VCONF_TYPE_DOUBLE;
 }
 
-int TypeOf(const SettingParameters& parameters) {
-  if (!parameters.type) return DefaultType(parameters.value);
+int TypeNamed(const std::string& given) {
   for (const auto& [type, name] : kSettingTypes) {
-    if (name == *parameters.type) return type;
+    if (name == given) return type;
   }
-  throw RequestError("There is no setting type \"" + *parameters.type +
+  throw RequestError("There is no setting type \"" + given +
                      "\". There are string, int, double and bool.");
 }
 
@@ -70,73 +69,55 @@ void RemoveContent(const fs::path& folder) {
 
 }  // namespace
 
-Json Control::ApplicationsSetState(const ApplicationStateParameters& parameters) {
-  set().applications().SetState(parameters.id, ReadAppState(parameters.state));
-  return {};
+void Control::ApplicationsSetState(const std::string& id, const Json& state) {
+  set().applications().SetState(id, ReadAppState(state));
 }
 
-Json Control::ApplicationsFocus(const ApplicationParameters& parameters) {
-  if (parameters.id.empty()) {
+void Control::ApplicationsFocus(const std::string& id) {
+  if (id.empty()) {
     set().applications().ClearFocus();
   } else {
-    set().applications().SetFocus(parameters.id);
+    set().applications().SetFocus(id);
   }
-  return {};
 }
 
-Json Control::ApplicationsInstall(const InstallParameters& parameters) {
-  if (!parameters.wgt && !parameters.folder) {
+Json Control::ApplicationsInstall(const std::optional<std::string>& wgt,
+                                  const std::optional<std::string>& folder) {
+  if (!wgt && !folder) {
     base::fields::Refuse("\"folder\" of the parameters of applications.install", "a string",
                          nullptr);
   }
-  const std::string& path = parameters.wgt ? *parameters.wgt : *parameters.folder;
-  const InstalledApplication installed =
-      ToInstall(app::Load(path, set().paths().state_folder() / "unpacked"));
-  television_.applications().Install(installed);
-  return base::ToJson(installed);
+  const tvset::Application application =
+      ToInstall(app::Load(wgt ? *wgt : *folder, set().paths().state_folder() / "unpacked"));
+  set().applications().Install(application);
+  return base::ToJson(application);
 }
 
-Json Control::ApplicationsLaunch(const ApplicationParameters& parameters) {
-  const bool is_main = parameters.id == television_.app_id();
-  set().applications().Launch(parameters.id, is_main ? television_.app_pid() : 0);
-  return {};
+void Control::ApplicationsLaunch(const std::string& id) {
+  set().applications().Launch(id, id == television_.app_id() ? television_.app_pid() : 0);
 }
 
-Json Control::ApplicationsTerminate(const ApplicationParameters& parameters) {
-  set().applications().Terminate(parameters.id);
-  return {};
-}
+void Control::ApplicationsTerminate(const std::string& id) { set().applications().Terminate(id); }
 
-Json Control::SettingsList(const NoParameters&) {
-  return television_.state().ValueOf(Part::kSettings);
-}
-
-Json Control::SettingsSet(const SettingParameters& parameters) {
-  RequireKey(parameters.key);
-  const std::string text = ValueText(parameters.value);
-  const int type = TypeOf(parameters);
-  if (set().settings().Set(parameters.key, type, text)) return {};
-  throw RequestError("The setting " + parameters.key + " did not take \"" + text + "\" as " +
-                     std::string(SettingTypeName(type)) +
+void Control::SettingsSet(const std::string& key, const std::optional<std::string>& type,
+                          const Json& value) {
+  RequireKey(key);
+  const std::string text = ValueText(value);
+  const int number = type ? TypeNamed(*type) : DefaultType(value);
+  if (set().settings().Set(key, number, text)) return;
+  throw RequestError("The setting " + key + " did not take \"" + text + "\" as " +
+                     std::string(SettingTypeName(number)) +
                      ": the value is none of that type, or the folder cannot be written.");
 }
 
-Json Control::SettingsGet(const KeyedParameters& parameters) {
-  RequireKey(parameters.key);
-  Json row = television_.state().RowOf(Part::kSettings, parameters.key);
-  if (!row.is_null()) return row;
-  throw RequestError("There is no setting " + parameters.key +
-                     ". Write it first, or see settings.list.");
-}
-
-Json Control::SettingsUnset(const KeyedParameters& parameters) {
-  RequireKey(parameters.key);
-  if (set().settings().Remove(parameters.key)) return {};
-  throw RequestError("There is no setting " + parameters.key + " that could be removed.");
+void Control::SettingsUnset(const std::string& key) {
+  RequireKey(key);
+  if (set().settings().Remove(key)) return;
+  throw RequestError("There is no setting " + key + " that could be removed.");
 }
 
 // As a set comes out of its box, with the applications still on it. Pages keep what they hold.
-Json Control::FactoryReset(const NoParameters&) {
+void Control::FactoryReset() {
   for (const tvset::Setting& setting : set().settings().list()) {
     set().settings().Remove(setting.key);
   }
@@ -153,7 +134,6 @@ Json Control::FactoryReset(const NoParameters&) {
   set().UseProfile(set().profile());
   set().screen_saver().ResetTimeout();
   for (const auto& entry : kParts) television_.listener().OnTouched(entry.value);
-  return {};
 }
 
 }  // namespace orvane::television

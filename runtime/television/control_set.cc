@@ -3,8 +3,10 @@
 // Methods about the set itself: keys, profile, features, screen saver, faults.
 #include <algorithm>
 #include <chrono>
-#include <string_view>
+#include <locale>
 #include <vector>
+
+#include <boost/algorithm/string/predicate.hpp>
 
 #include "base/near_names.h"
 #include "television/control.h"
@@ -14,16 +16,12 @@ namespace orvane::television {
 
 namespace {
 
-bool IsSameButForCase(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [&](char left, char right) { return lower(left) == lower(right); });
-}
-
 bool IsCalled(const tvset::RemoteKey& key, const std::string& name) {
-  return IsSameButForCase(key.name, name) || IsSameButForCase(key.name, "XF86" + name) ||
+  using boost::algorithm::iequals;
+  const std::locale& ascii = std::locale::classic();
+  return iequals(key.name, name, ascii) || iequals(key.name, "XF86" + name, ascii) ||
          std::any_of(key.page_names.begin(), key.page_names.end(),
-                     [&](const std::string& own) { return IsSameButForCase(own, name); });
+                     [&](const std::string& own) { return iequals(own, name, ascii); });
 }
 
 // The symbol of a key by what a person calls it: "XF86Red", "red", or "ColorF0Red" as pages do.
@@ -44,45 +42,46 @@ std::string FindKey(const tvset::KeyGrabs& keys, const std::string& name) {
 
 }  // namespace
 
-Json Control::KeysPress(const KeyParameters& parameters) {
-  const std::string name = FindKey(set().key_grabs(), parameters.name);
-  const std::string symbol = parameters.is_long ? tvset::SymbolOfHeldKey(name) : name;
+Json Control::KeysPress(const std::string& name, std::optional<bool> is_long,
+                        std::optional<bool> is_native) {
+  const std::string key = FindKey(set().key_grabs(), name);
+  const bool is_held = is_long.value_or(false);
+  const std::string symbol = is_held ? tvset::SymbolOfHeldKey(key) : key;
   // One that is another key when it is held is pressed once.
   tvset::KeyPress press;
-  press.is_long = parameters.is_long && symbol == name;
-  press.is_native = parameters.is_native;
-  if (symbol != name) press.held = name;
+  press.is_long = is_held && symbol == key;
+  press.is_native = is_native.value_or(false);
+  if (symbol != key) press.held = key;
   return base::ToJson(set().key_grabs().Press(symbol, press));
 }
 
-Json Control::ProfileUse(const ProfileParameters& parameters) {
-  set().UseProfile(parameters.profile);
-  return {};
+void Control::ProfileUse(const std::string& profile) { set().UseProfile(profile); }
+
+void Control::FeaturesSet(const std::string& key, const std::string& type, const std::string& text,
+                          std::optional<tvset::FeatureGroup> group) {
+  set().features().Set(key, type, text, group.value_or(tvset::FeatureGroup::kCustom));
 }
 
-Json Control::FeaturesSet(const FeatureParameters& parameters) {
-  set().features().Set(parameters.key, parameters.type, parameters.text, parameters.group);
-  return {};
+void Control::FeaturesRemove(const std::string& key) { set().features().Remove(key); }
+
+void Control::InputMethodSetDynamic(bool dynamic) {
+  set().input_method().set_dynamic_style(dynamic);
 }
 
-Json Control::FeaturesRemove(const KeyedParameters& parameters) {
-  set().features().Remove(parameters.key);
-  return {};
-}
-
-Json Control::InputMethodSetDynamic(const InputMethodParameters& parameters) {
-  set().input_method().set_dynamic_style(parameters.dynamic);
-  return {};
-}
-
-Json Control::ScreenSaverActivity(const NoParameters&) {
+Json Control::ScreenSaverActivity() {
   set().screen_saver().NoteInput();
   television_.listener().OnTouched(Part::kScreenSaver);
   return television_.state().ValueOf(Part::kScreenSaver);
 }
 
-Json Control::ClockAdvance(const ClockParameters& parameters) {
-  const std::chrono::milliseconds step(parameters.ms);
+Json Control::ClockAdvance(int64_t ms) {
+  constexpr std::chrono::milliseconds kMostStep = std::chrono::hours(366 * 24);
+  if (ms < 0 || ms > kMostStep.count()) {
+    const Json given = ms;
+    base::fields::Refuse("\"ms\" of the parameters of clock.advance",
+                         base::fields::WholeNumber("0", std::to_string(kMostStep.count())), &given);
+  }
+  const std::chrono::milliseconds step(ms);
   if (television_.clock().shift() + step > ShiftedClock::kMostShift) {
     throw RequestError(
         "The set's clock is a hundred years ahead already. Start the simulator again.");
@@ -92,23 +91,17 @@ Json Control::ClockAdvance(const ClockParameters& parameters) {
   return television_.state().ValueOf(Part::kScreenSaver);
 }
 
-Json Control::FaultsSet(const FaultParameters& parameters) {
-  set().faults().Fail(parameters.function, parameters.code, parameters.mode);
-  return {};
+void Control::FaultsSet(const std::string& function, int code,
+                        std::optional<tvset::FaultMode> mode) {
+  set().faults().Fail(function, code, mode.value_or(tvset::FaultMode::kAlways));
 }
 
-Json Control::FaultsClear(const FunctionParameters& parameters) {
-  if (parameters.function) {
-    set().faults().Clear(*parameters.function);
+void Control::FaultsClear(const std::optional<std::string>& function) {
+  if (function) {
+    set().faults().Clear(*function);
   } else {
     set().faults().ClearAll();
   }
-  return {};
-}
-
-Json Control::FunctionsList(const NoParameters&) {
-  return {{"functions", tvset::FaultTable::functions()},
-          {"accesses", tvset::FaultTable::accesses()}};
 }
 
 }  // namespace orvane::television

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/json_fields.h"
+#include "tvset/applications.h"
 #include "tvset/events.h"
 #include "tvset/faults.h"
 #include "tvset/features.h"
@@ -44,6 +45,17 @@ inline constexpr orvane::base::EnumName<KeyRoute> kKeyRouteNames[] = {
     {KeyRoute::kNoPrivilege, "noPrivilege"},
     {KeyRoute::kNoFocus, "noFocus"}};
 constexpr auto& EnumNames(KeyRoute) { return kKeyRouteNames; }
+
+template <class Map>
+void MapFields(Map& map, Application& application) {
+  map("id", application.id);
+  map("package", application.package);
+  map.Optional("name", application.name);
+  map.Optional("version", application.version);
+  map.Optional("folder", application.folder);
+  map.Optional("metadata", application.metadata);
+  map.Optional("privileges", application.privileges);
+}
 
 template <class Map>
 void MapFields(Map& map, Fault& fault) {

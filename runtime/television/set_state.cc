@@ -104,8 +104,8 @@ SettingRow RowOf(const tvset::Setting& setting) {
   return row;
 }
 
-SetState::SetState(tvset::Set& set, const InstalledApplications& applications, std::string main_app)
-    : set_(set), applications_(applications), main_app_(std::move(main_app)) {}
+SetState::SetState(tvset::Set& set, std::string main_app)
+    : set_(set), main_app_(std::move(main_app)) {}
 
 Json SetState::ValueOf(Part part) const {
   switch (part) {
@@ -187,7 +187,7 @@ std::vector<ApplicationRow> SetState::Applications() const {
 
 ApplicationRow SetState::Row(const tvset::Application& application) const {
   ApplicationRow row;
-  row.installed = applications_.WithVersion(application);
+  row.installed = application;
   const auto running = set_.applications().Running(application.id);
   if (!running) return row;
   row.running = true;

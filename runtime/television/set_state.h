@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "base/json_fields.h"
-#include "television/installed_applications.h"
 #include "television/set_fields.h"
 #include "tvset/set.h"
 
@@ -46,7 +45,7 @@ constexpr auto& EnumNames(Part) { return kParts; }
 
 // An application in the state: as it was installed, and whether and how it runs.
 struct ApplicationRow {
-  InstalledApplication installed;
+  tvset::Application installed;
   bool running = false;
   std::optional<int> state;  // app_state_e; empty, like the rest, while it does not run
   std::optional<std::string> state_name;
@@ -105,12 +104,12 @@ std::string_view SettingTypeName(int type);                     // "unknown" for
 std::string_view AppStateName(int state);  // "UNDEFINED" for one without a name
 
 // The set's state, as people see it: each part as the struct that is its JSON, the events of the
-// set process, the answer of state.get and the snapshot's. Borrows the set and the applications,
-// which outlive it. Any thread; a part is consistent in itself, several are as they come.
+// set process, the answer of state.get and the snapshot's. Borrows the set, which outlives it. Any
+// thread; a part is consistent in itself, several are as they come.
 class SetState {
  public:
   // `main_app` is the application whose pages the process serves.
-  SetState(tvset::Set& set, const InstalledApplications& applications, std::string main_app);
+  SetState(tvset::Set& set, std::string main_app);
 
   // A part as it is now.
   Json ValueOf(Part part) const;
@@ -133,7 +132,6 @@ class SetState {
   Json Uuid() const;
 
   tvset::Set& set_;
-  const InstalledApplications& applications_;
   const std::string main_app_;
 };
 

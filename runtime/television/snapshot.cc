@@ -70,107 +70,18 @@ ScreenSaverWait Wait(tvset::Set& set, const ShiftedClock& clock) {
 // Puts the parts of a snapshot back one by one; a part that fails leaves the others alone.
 class Restorer {
  public:
-  Restorer(const Json& snapshot, tvset::Set& set) : snapshot_(snapshot), set_(set) {}
+  explicit Restorer(const Json& snapshot) : snapshot_(snapshot) {}
 
-  void Applications(const std::string& main_app, pid_t main_pid,
-                    InstalledApplications& applications) {
-    Restore("applications", [&](const std::vector<InstalledApplication>& rows) {
-      for (const InstalledApplication& installed : rows) {
-        // The server says what the main application is.
-        if (installed.application.id != main_app) applications.Install(installed);
-      }
-    });
-    Restore("running", [&](const std::vector<RunningRow>& rows) {
-      set_.applications().Terminate(main_app);
-      for (const RunningRow& row : rows) {
-        set_.applications().Launch(row.id, row.id == main_app ? main_pid : 0);
-      }
-      // Each launch sends the one before it to the background.
-      for (const RunningRow& row : rows) set_.applications().SetState(row.id, row.state);
-    });
+  // Calls back with the part of that name, read as the type that the callback takes.
+  template <class Callback>
+  void operator()(const char* name, Callback callback) {
+    Restore(name, &Callback::operator(), callback);
   }
-
-  // After the windows, which may give the focus away.
-  void Focus() {
-    Restore("focused", [&](const std::string& focused) {
-      if (focused.empty()) return set_.applications().ClearFocus();
-      // Taking the focus raises the application and may change its state.
-      const auto state = set_.applications().State(focused);
-      if (set_.applications().focused() != focused) set_.applications().SetFocus(focused);
-      if (state) set_.applications().SetState(focused, *state);
-    });
-  }
-
-  void Profile() {
-    Restore("profile", [&](const std::string& profile) {
-      if (profile != set_.profile().string()) set_.UseProfile(profile);
-    });
-  }
-
-  // As they were changed since the profile was read.
-  void Features() {
-    Restore("features", [&](const std::vector<tvset::Feature>& features) {
-      for (const tvset::Feature& feature : set_.features().list()) {
-        set_.features().Remove(feature.key);
-      }
-      for (const tvset::Feature& feature : features) {
-        set_.features().Set(feature.key, feature.type, feature.text, feature.group);
-      }
-    });
-  }
-
-  void Windows() {
-    Restore("windows", [&](const WindowsState& windows) {
-      for (const WindowRow& row : windows.list) Window(row.app, row.window);
-    });
-  }
-
-  void InputMethod() {
-    Restore("inputMethod", [&](const tvset::InputMethodState& state) {
-      tvset::InputMethod& input_method = set_.input_method();
-      input_method.SetRecommendedWords(state.recommended_words);
-      input_method.SetRecommendedWordsType(state.recommended_words_enabled ? 1 : 0);
-      // A keyboard that stays where it is may have been moved before.
-      if (state.positioned) input_method.SetPosition(state.x, state.y, state.align);
-      input_method.set_dynamic_style(state.dynamic_style);
-    });
-  }
-
-  void KeyGrabs() {
-    Restore("keyGrabs", [&](const std::vector<tvset::KeyGrab>& grabs) {
-      for (const tvset::KeyGrab& grab : grabs) {
-        set_.key_grabs().Grab(grab.app, grab.key_name, grab.mode);
-      }
-    });
-  }
-
-  void ScreenSaver(ShiftedClock& clock) {
-    Restore("screenSaver", [&](ScreenSaverWait wait) {
-      clock.Advance(milliseconds(wait.clock_shift_ms));
-      const auto idle = clock.Now().time_since_epoch() - milliseconds(wait.since_ms);
-      wait.state.idle = std::max(idle, std::chrono::nanoseconds(0));
-      set_.screen_saver().GoOn(wait.state);
-    });
-  }
-
-  void Faults() {
-    Restore("faults", [&](const std::vector<tvset::Fault>& faults) {
-      for (const tvset::Fault& fault : faults) {
-        set_.faults().Fail(fault.function, fault.code, fault.mode, fault.hits);
-      }
-    });
-  }
-
   std::vector<std::string> TakeWarnings() { return std::move(warnings_); }
 
  private:
-  // Calls back with the part of that name, read as the type that the callback takes.
-  template <class Callback>
-  void Restore(const char* name, Callback callback) {
-    Read(name, &Callback::operator(), callback);
-  }
   template <class Callback, class Value>
-  void Read(const char* name, void (Callback::*)(Value) const, const Callback& callback) {
+  void Restore(const char* name, void (Callback::*)(Value) const, const Callback& callback) {
     try {
       std::decay_t<Value> part;
       base::fields::Reader(snapshot_, "the snapshot")(name, part);
@@ -180,28 +91,97 @@ class Restorer {
     }
   }
 
-  void Window(const std::string& app, const tvset::Window& window) {
-    tvset::WindowManager& windows = set_.windows();
-    windows.SetStackMode(app, window.stack_mode);
-    if (window.quarter_position) windows.SetQuarterPosition(app, *window.quarter_position);
-    if (window.position) windows.MoveTo(app, window.position->first, window.position->second);
-    for (const auto& [key, text] : window.hints) windows.SetHint(app, key, text);
-    if (!window.focus_wanted) windows.SetFocusWanted(app, false);
-  }
-
   const Json& snapshot_;
-  tvset::Set& set_;
   std::vector<std::string> warnings_;
 };
+
+void RestoreDevice(Restorer& restore, tvset::Set& set) {
+  restore("profile", [&](const std::string& profile) {
+    if (profile != set.profile().string()) set.UseProfile(profile);
+  });
+  // As they were changed since the profile was read.
+  restore("features", [&](const std::vector<tvset::Feature>& features) {
+    for (const tvset::Feature& feature : set.features().list()) set.features().Remove(feature.key);
+    for (const tvset::Feature& feature : features) {
+      set.features().Set(feature.key, feature.type, feature.text, feature.group);
+    }
+  });
+}
+
+void RestoreApplications(Restorer& restore, const std::string& main_app, pid_t main_pid,
+                         tvset::Applications& applications) {
+  restore("applications", [&](const std::vector<tvset::Application>& rows) {
+    for (const tvset::Application& application : rows) {
+      // The server says what the main application is.
+      if (application.id != main_app) applications.Install(application);
+    }
+  });
+  restore("running", [&](const std::vector<RunningRow>& rows) {
+    applications.Terminate(main_app);
+    for (const RunningRow& row : rows) {
+      applications.Launch(row.id, row.id == main_app ? main_pid : 0);
+    }
+    // Each launch sends the one before it to the background.
+    for (const RunningRow& row : rows) applications.SetState(row.id, row.state);
+  });
+}
+
+void RestoreWindow(const std::string& app, const tvset::Window& window,
+                   tvset::WindowManager& windows) {
+  windows.SetStackMode(app, window.stack_mode);
+  if (window.quarter_position) windows.SetQuarterPosition(app, *window.quarter_position);
+  if (window.position) windows.MoveTo(app, window.position->first, window.position->second);
+  for (const auto& [key, text] : window.hints) windows.SetHint(app, key, text);
+  if (!window.focus_wanted) windows.SetFocusWanted(app, false);
+}
+
+void RestoreScreen(Restorer& restore, tvset::Set& set) {
+  restore("windows", [&](const WindowsState& windows) {
+    for (const WindowRow& row : windows.list) RestoreWindow(row.app, row.window, set.windows());
+  });
+  // After the windows, which may give the focus away.
+  restore("focused", [&](const std::string& focused) {
+    if (focused.empty()) return set.applications().ClearFocus();
+    // Taking the focus raises the application and may change its state.
+    const auto state = set.applications().State(focused);
+    if (set.applications().focused() != focused) set.applications().SetFocus(focused);
+    if (state) set.applications().SetState(focused, *state);
+  });
+}
+
+void RestoreServices(Restorer& restore, tvset::Set& set, ShiftedClock& clock) {
+  restore("inputMethod", [&](const tvset::InputMethodState& state) {
+    tvset::InputMethod& input_method = set.input_method();
+    input_method.SetRecommendedWords(state.recommended_words);
+    input_method.SetRecommendedWordsType(state.recommended_words_enabled ? 1 : 0);
+    // A keyboard that stays where it is may have been moved before.
+    if (state.positioned) input_method.SetPosition(state.x, state.y, state.align);
+    input_method.set_dynamic_style(state.dynamic_style);
+  });
+  restore("keyGrabs", [&](const std::vector<tvset::KeyGrab>& grabs) {
+    for (const tvset::KeyGrab& grab : grabs) {
+      set.key_grabs().Grab(grab.app, grab.key_name, grab.mode);
+    }
+  });
+  restore("screenSaver", [&](ScreenSaverWait wait) {
+    clock.Advance(milliseconds(wait.clock_shift_ms));
+    const auto idle = clock.Now().time_since_epoch() - milliseconds(wait.since_ms);
+    wait.state.idle = std::max(idle, std::chrono::nanoseconds(0));
+    set.screen_saver().GoOn(wait.state);
+  });
+  restore("faults", [&](const std::vector<tvset::Fault>& faults) {
+    for (const tvset::Fault& fault : faults) {
+      set.faults().Fail(fault.function, fault.code, fault.mode, fault.hits);
+    }
+  });
+}
 
 }  // namespace
 
 Json TakeSnapshot(tvset::Set& set, const SetState& state, const ShiftedClock& clock) {
-  std::vector<InstalledApplication> installed;
-  for (ApplicationRow& row : state.Applications()) installed.push_back(std::move(row.installed));
   return {{"profile", set.profile().string()},
           {"features", state.ValueOf(Part::kFeatures)},
-          {"applications", base::ToJson(installed)},
+          {"applications", base::ToJson(set.applications().list())},
           {"running", base::ToJson(Running(set))},
           {"focused", state.ValueOf(Part::kFocus)},
           {"windows", state.ValueOf(Part::kWindows)},
@@ -212,19 +192,13 @@ Json TakeSnapshot(tvset::Set& set, const SetState& state, const ShiftedClock& cl
 }
 
 std::vector<std::string> RestoreSnapshot(const Json& snapshot, const std::string& main_app,
-                                         pid_t main_pid, tvset::Set& set,
-                                         InstalledApplications& applications, ShiftedClock& clock) {
-  Restorer restorer(snapshot, set);
-  restorer.Profile();
-  restorer.Features();
-  restorer.Applications(main_app, main_pid, applications);
-  restorer.Windows();
-  restorer.Focus();
-  restorer.InputMethod();
-  restorer.KeyGrabs();
-  restorer.ScreenSaver(clock);
-  restorer.Faults();
-  return restorer.TakeWarnings();
+                                         pid_t main_pid, tvset::Set& set, ShiftedClock& clock) {
+  Restorer restore(snapshot);
+  RestoreDevice(restore, set);
+  RestoreApplications(restore, main_app, main_pid, set.applications());
+  RestoreScreen(restore, set);
+  RestoreServices(restore, set, clock);
+  return restore.TakeWarnings();
 }
 
 }  // namespace orvane::television

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "base/json.h"
-#include "television/installed_applications.h"
 #include "television/set_state.h"
 #include "television/shifted_clock.h"
 #include "tvset/set.h"
@@ -25,7 +24,6 @@ Json TakeSnapshot(tvset::Set& set, const SetState& state, const ShiftedClock& cl
 // `main_app` gets this process's id. A part that cannot be restored is left out, with a warning: a
 // damaged snapshot must not keep the set from starting.
 std::vector<std::string> RestoreSnapshot(const Json& snapshot, const std::string& main_app,
-                                         pid_t main_pid, tvset::Set& set,
-                                         InstalledApplications& applications, ShiftedClock& clock);
+                                         pid_t main_pid, tvset::Set& set, ShiftedClock& clock);
 
 }  // namespace orvane::television

@@ -33,14 +33,13 @@ Television::Television(TelevisionOptions options, ShippedParts shipped, const Js
       listener_(listener),
       running_set_(options_, !snapshot.is_null()),
       clock_(ShiftedClock::Create()),
-      applications_(set().applications()),
-      state_(set(), applications_, app_id()),
+      state_(set(), app_id()),
       services_(set(), app_id(),
                 [this](const std::string& text) { listener_.OnExplanation(text); }) {
   set().screen_saver().set_clock(clock_);
   set().key_grabs().AddKnownKeys(shipped_.device_keys);
   warnings_ = set().features().warnings();
-  applications_.Install(options_.app);
+  set().applications().Install(options_.app);
   set().applications().Launch(app_id(), app_pid());
   Restore(snapshot);
 }
@@ -58,8 +57,7 @@ void Television::Restore(const Json& snapshot) {
     }
     return;
   }
-  for (std::string& warning :
-       RestoreSnapshot(snapshot, app_id(), app_pid(), set(), applications_, *clock_)) {
+  for (std::string& warning : RestoreSnapshot(snapshot, app_id(), app_pid(), set(), *clock_)) {
     warnings_.push_back(std::move(warning));
   }
 }

@@ -9,7 +9,6 @@
 
 #include "base/json.h"
 #include "extensions/extension_host.h"
-#include "television/installed_applications.h"
 #include "television/runtime_services.h"
 #include "television/set_state.h"
 #include "television/shifted_clock.h"
@@ -59,12 +58,11 @@ class Television {
   tvset::Set& set() { return tvset::Set::Current(); }
   extensions::ExtensionHost& host() { return *host_; }
   RuntimeServices& services() { return services_; }
-  InstalledApplications& applications() { return applications_; }
   ShiftedClock& clock() { return *clock_; }
   TelevisionListener& listener() { return listener_; }
   const SetState& state() const { return state_; }
   const TelevisionOptions& options() const { return options_; }
-  const std::string& app_id() const { return options_.app.application.id; }
+  const std::string& app_id() const { return options_.app.id; }
   pid_t app_pid() const;
 
   // What could not be used as it was meant, in the profile and in the snapshot.
@@ -93,7 +91,6 @@ class Television {
   TelevisionListener& listener_;
   RunningSet running_set_;
   const std::shared_ptr<ShiftedClock> clock_;
-  InstalledApplications applications_;
   const SetState state_;
   std::vector<std::string> warnings_;
   RuntimeServices services_;

@@ -18,6 +18,13 @@ namespace {
 
 }  // namespace
 
+tvset::Application ToInstall(const app::WebApplication& loaded) {
+  tvset::Application application{loaded.id,     loaded.package,  loaded.name,
+                                 loaded.folder, loaded.metadata, loaded.privileges};
+  if (!loaded.version.empty()) application.version = loaded.version;
+  return application;
+}
+
 tvset::Fault ParseFault(const std::string& text) {
   const size_t equals = text.find('=');
   if (equals == std::string::npos || equals == 0) Refuse(text);

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "app/web_application.h"
 #include "base/json_fields.h"
-#include "television/installed_applications.h"
-#include "tvset/faults.h"
+#include "television/set_fields.h"
 #include "tvset/keys.h"
 
 namespace orvane::television {
@@ -21,7 +21,7 @@ namespace orvane::television {
 struct TelevisionOptions {
   std::string state_folder;  // empty: the set's default
   std::string profile;       // empty: the set's default
-  InstalledApplication app;
+  tvset::Application app;
   pid_t pid = 0;                        // of the application; 0: this process
   std::vector<std::string> faults;      // as ParseFault takes them
   std::vector<std::string> extensions;  // libraries or folders, before the program's own
@@ -47,6 +47,9 @@ struct ShippedParts {
   std::filesystem::path extension;            // the project's own; empty: there is none
   std::vector<tvset::RemoteKey> device_keys;  // beyond those of every set
 };
+
+// The application as the set installs it.
+tvset::Application ToInstall(const app::WebApplication& loaded);
 
 // "FUNCTION=CODE" or "FUNCTION=CODE:once", as the option --fail has it. Throws RequestError.
 // Whether there is such a function is for the set to say.

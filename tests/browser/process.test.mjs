@@ -43,7 +43,8 @@ test('the set goes on after its process has died, and the pages with it', async 
   await until(async () => (await run.call('process.get')).deaths.length === 1, 'the death');
   await until(async () => (await run.call('process.get')).state === 'running', 'the restart');
   await until(async () => (await page.evaluate(state)) === 'FOREGROUND', 'an answer');
-  const { value } = await run.call('settings.get', { key: 'db/test/kept' });
+  const { settings } = await run.call('state.get');
+  const { value } = settings.find(({ key }) => key === 'db/test/kept');
   assert.equal(value, 'yes');
 });
 

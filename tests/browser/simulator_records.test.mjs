@@ -127,7 +127,7 @@ test('a line is read in full, with the keyboard too', async () => {
 test('of thirty thousand lines that come at once none is dropped', async () => {
   const simulator = await openLog();
   for (let batch = 0; batch < 6; ++batch) {
-    await simulator.call('log.write', { tag: 'QM_WEBAPI', text: 'flood', count: 5000 });
+    await simulator.call('debug.log', { tag: 'QM_WEBAPI', text: 'flood', count: 5000 });
   }
   await simulator.write('the last');
   await simulator.shows('.toolbar-count', '30,001 of 30,001 lines');

@@ -179,7 +179,10 @@ test('a setting of the page is one of the panel, and the other way round', async
   await field.fill('42');
   await field.press('Enter');
   await until(
-    async () => (await run.call('settings.get', { key: 'db/test/answer' })).value === 42,
+    async () =>
+      (await run.call('state.get')).settings.some(
+        ({ key, value }) => key === 'db/test/answer' && value === 42
+      ),
     'the setting'
   );
 });
@@ -242,7 +245,7 @@ test('the application opens in a tab without the television around it', async ()
 });
 
 test('a reload is another page, and keys reach that one', async () => {
-  const { run, page, app } = await openRun('examples/media');
+  const { run, page, app } = await openRun('examples/media', { args: ['--test-hooks'] });
   await app.locator('.poster').first().waitFor();
   const before = (await run.call('pages.list')).map((each) => each.context);
   await page.click('[aria-label="Reload the application\'s page"]');
@@ -257,7 +260,7 @@ test('a reload is another page, and keys reach that one', async () => {
 });
 
 test('two tabs of the application have an instance each', async () => {
-  const { run, page, app } = await openRun('examples/media');
+  const { run, page, app } = await openRun('examples/media', { args: ['--test-hooks'] });
   await app.locator('.poster').first().waitFor();
   const second = await scene.open(run.appUrl);
   await second.locator('.poster').first().waitFor();
@@ -284,11 +287,11 @@ test('a refusal is explained where it happens', async () => {
 });
 
 test('of twenty thousand lines from the library none is dropped', async () => {
-  const { run, page, app } = await openRun('examples/media');
+  const { run, page, app } = await openRun('examples/media', { args: ['--test-hooks'] });
   await app.locator('.poster').first().waitFor();
   await page.getByLabel('Tag').fill('FLOOD');
   for (let batch = 0; batch < 40; ++batch) {
-    await run.call('log.write', { priority: 4, tag: 'FLOOD', text: 'flood', count: 500 });
+    await run.call('debug.log', { priority: 4, tag: 'FLOOD', text: 'flood', count: 500 });
   }
   await shows(page, '.toolbar-count', '20,000 of');
 });

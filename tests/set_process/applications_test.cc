@@ -5,8 +5,6 @@
 namespace orvane::television {
 namespace {
 
-using picojson::array;
-using picojson::value;
 using testing::HasSubstr;
 
 constexpr char kTour[] = "OrvaneTour.Tour";
@@ -15,10 +13,10 @@ class ApplicationsTest : public SetProcessTest {
  protected:
   ApplicationsTest() { Start(); }
   void InstallTour() { Control("applications.install", R"({"folder":")" EXAMPLES R"(/tour"})"); }
-  value App(const std::string& id) {
-    const value applications = State("applications");
-    for (const value& app : applications.get<array>()) {
-      if (app.get("id").to_str() == id) return app;
+  Json App(const std::string& id) {
+    const Json applications = State("applications");
+    for (const Json& app : applications) {
+      if (app.at("id").get<std::string>() == id) return app;
     }
     return {};
   }
@@ -26,46 +24,46 @@ class ApplicationsTest : public SetProcessTest {
 
 TEST_F(ApplicationsTest, InstallsAFolderWithWhatItsConfigSays) {
   InstallTour();
-  const value tour = App(kTour);
-  EXPECT_EQ(tour.get("name").to_str(), "Orvane tour");
-  EXPECT_FALSE(tour.get("running").get<bool>());
-  EXPECT_TRUE(tour.get("state").is<picojson::null>());
-  EXPECT_FALSE(tour.get("privileges").get<array>().empty());
+  const Json tour = App(kTour);
+  EXPECT_EQ(tour.at("name"), "Orvane tour");
+  EXPECT_FALSE(tour.at("running").get<bool>());
+  EXPECT_TRUE(tour.at("state").is_null());
+  EXPECT_FALSE(tour.at("privileges").empty());
 }
 
 TEST_F(ApplicationsTest, LaunchesOneInFrontOfTheOther) {
   InstallTour();
   Control("applications.launch", R"({"id":"OrvaneTour.Tour"})");
-  EXPECT_EQ(State("focused").to_str(), kTour);
-  EXPECT_EQ(App(kTour).get("stateName").to_str(), "FOREGROUND");
-  EXPECT_TRUE(App(kTour).get("pid").is<picojson::null>());
-  EXPECT_EQ(App(kApp).get("stateName").to_str(), "BACKGROUND");
-  EXPECT_EQ(Orvane(7, "getForegroundAppId").get("result").to_str(), kTour);
+  EXPECT_EQ(State("focused"), kTour);
+  EXPECT_EQ(App(kTour).at("stateName"), "FOREGROUND");
+  EXPECT_TRUE(App(kTour).at("pid").is_null());
+  EXPECT_EQ(App(kApp).at("stateName"), "BACKGROUND");
+  EXPECT_EQ(Orvane(7, "getForegroundAppId").at("result"), kTour);
   Control("applications.terminate", R"({"id":"OrvaneTour.Tour"})");
-  EXPECT_FALSE(App(kTour).get("running").get<bool>());
+  EXPECT_FALSE(App(kTour).at("running").get<bool>());
 }
 
 TEST_F(ApplicationsTest, GivesTheFocusAndTakesIt) {
   Control("applications.focus", R"({"id":""})");
-  EXPECT_EQ(State("focused").to_str(), "");
+  EXPECT_EQ(State("focused"), "");
   Control("applications.focus", R"({"id":"aBcDe01234.App"})");
-  EXPECT_EQ(State("focused").to_str(), kApp);
-  WaitForEvent("focus", [](const value& data) { return data.to_str() == kApp; });
+  EXPECT_EQ(State("focused"), kApp);
+  WaitForEvent("focus", [](const Json& data) { return data.get<std::string>() == kApp; });
 }
 
 TEST_F(ApplicationsTest, TakesAStateByNameAndByNumber) {
   Control("applications.setState", R"({"id":"aBcDe01234.App","state":"SERVICE"})");
-  EXPECT_EQ(App(kApp).get("stateName").to_str(), "SERVICE");
-  EXPECT_EQ(Orvane(7, "getAppState", R"({"appid":""})").get("result").to_str(), "SERVICE");
+  EXPECT_EQ(App(kApp).at("stateName"), "SERVICE");
+  EXPECT_EQ(Orvane(7, "getAppState", R"({"appid":""})").at("result"), "SERVICE");
   Control("applications.setState", R"({"id":"aBcDe01234.App","state":2})");
-  EXPECT_EQ(App(kApp).get("stateName").to_str(), "BACKGROUND");
+  EXPECT_EQ(App(kApp).at("stateName"), "BACKGROUND");
 }
 
 TEST_F(ApplicationsTest, KnowsItselfAfterBeingLaunchedAgain) {
   Control("applications.terminate", R"({"id":"aBcDe01234.App"})");
   Control("applications.launch", R"({"id":"aBcDe01234.App"})");
-  EXPECT_EQ(App(kApp).get("pid").get<double>(), pid());
-  EXPECT_EQ(Orvane(7, "getAppState", R"({"appid":""})").get("result").to_str(), "FOREGROUND");
+  EXPECT_EQ(App(kApp).at("pid"), pid());
+  EXPECT_EQ(Orvane(7, "getAppState", R"({"appid":""})").at("result"), "FOREGROUND");
 }
 
 TEST_F(ApplicationsTest, RefusesWhatIsNoneWithARemedy) {

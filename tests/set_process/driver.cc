@@ -15,23 +15,14 @@
 namespace orvane::television {
 
 namespace fs = std::filesystem;
-using picojson::object;
-using picojson::value;
 
 namespace {
 
 constexpr time_t kMostSeconds = 60;  // of one wait
 
-std::string OpOf(const value& frame) { return frame.get("op").to_str(); }
+std::string OpOf(const Json& frame) { return frame.at("op").get<std::string>(); }
 
 }  // namespace
-
-value Json(std::string_view text) {
-  value parsed;
-  const std::string error = picojson::parse(parsed, std::string(text));
-  if (!error.empty()) throw std::logic_error(std::string(text) + ": " + error);
-  return parsed;
-}
 
 SetProcessTest::SetProcessTest() {
   std::string name = (fs::temp_directory_path() / "orvane-test-XXXXXX").string();
@@ -67,106 +58,96 @@ void SetProcessTest::Spawn() {
   kept_.clear();
 }
 
-object SetProcessTest::DefaultOptions() const {
-  object options = Json(R"({"profile":"uhd","testHooks":true,"app":{
+Json SetProcessTest::DefaultOptions() const {
+  Json options = base::ParseJson(R"({"profile":"uhd","testHooks":true,"app":{
       "id":"aBcDe01234.App","package":"aBcDe01234","name":"App","version":"1.2.0",
       "metadata":[["a key","a value"]],
-      "privileges":["http://tizen.org/privilege/tv.inputdevice"]}})")
-                       .get<object>();
-  options["state"] = value(state_folder().string());
-  options["app"].get<object>()["folder"] = value(folder_.string());
-  options["extensions"] = value(picojson::array{value(TESTER_EXTENSION)});
+      "privileges":["http://tizen.org/privilege/tv.inputdevice"]}})");
+  options["state"] = state_folder().string();
+  options["app"]["folder"] = folder_.string();
+  options["extensions"] = Json::array({TESTER_EXTENSION});
   return options;
 }
 
-value SetProcessTest::Start(const object& changes, const value& snapshot) {
+Json SetProcessTest::Start(const Json& changes, const Json& snapshot) {
   if (pid_ == 0) Spawn();
-  object options = DefaultOptions();
-  for (const auto& [name, changed] : changes) options[name] = changed;
-  SendFrame(
-      value(object{{"op", value("start")}, {"options", value(options)}, {"snapshot", snapshot}}));
+  Json options = DefaultOptions();
+  options.update(changes);
+  SendFrame({{"op", "start"}, {"options", options}, {"snapshot", snapshot}});
   return WaitFor(
-      [](const value& frame) { return OpOf(frame) == "started" || OpOf(frame) == "failed"; });
+      [](const Json& frame) { return OpOf(frame) == "started" || OpOf(frame) == "failed"; });
 }
 
-value SetProcessTest::Call(object request) {
-  const auto id = static_cast<double>(++last_id_);
-  request["id"] = value(id);
-  SendFrame(value(request));
-  return WaitForAnswer(id);
+Json SetProcessTest::Call(Json request) {
+  request["id"] = ++last_id_;
+  SendFrame(request);
+  return WaitForAnswer(last_id_);
 }
 
-value SetProcessTest::WaitForAnswer(double id) {
-  return WaitFor([&](const value& frame) {
-    return OpOf(frame) == "answer" && frame.get("id").get<double>() == id;
-  });
+Json SetProcessTest::WaitForAnswer(int64_t id) {
+  return WaitFor(
+      [&](const Json& frame) { return OpOf(frame) == "answer" && frame.at("id") == id; });
 }
 
-value SetProcessTest::Sync(int context, const std::string& text, const std::string& extension) {
-  return Call({{"op", value("sync")},
-               {"context", value(static_cast<double>(context))},
-               {"extension", value(extension)},
-               {"text", value(text)}});
+Json SetProcessTest::Sync(int context, const std::string& text, const std::string& extension) {
+  return Call({{"op", "sync"}, {"context", context}, {"extension", extension}, {"text", text}});
 }
 
-value SetProcessTest::Orvane(int context, const std::string& command, const std::string& args) {
-  const value answer =
+Json SetProcessTest::Orvane(int context, const std::string& command, const std::string& args) {
+  const Json answer =
       Sync(context, R"({"cmd":"OrvaneManager_)" + command + R"(","args":)" + args + "}");
-  return Json(answer.get("result").get<std::string>());
+  return base::ParseJson(answer.at("result").get<std::string>());
 }
 
 std::string SetProcessTest::Runtime(const std::string& kind, const std::string& uri,
                                     const std::string& text) {
-  return Call({{"op", value("runtime")},
-               {"context", value(1.0)},
-               {"kind", value(kind)},
-               {"uri", value(uri)},
-               {"text", value(text)}})
-      .get("result")
-      .to_str();
+  const Json result =
+      Call({{"op", "runtime"}, {"context", 1}, {"kind", kind}, {"uri", uri}, {"text", text}})
+          .at("result");
+  return result.is_string() ? result.get<std::string>() : result.dump();
 }
 
 void SetProcessTest::Post(int context, const std::string& text, const std::string& extension) {
-  SendFrame(value(object{{"op", value("post")},
-                         {"context", value(static_cast<double>(context))},
-                         {"extension", value(extension)},
-                         {"text", value(text)}}));
+  SendFrame({{"op", "post"}, {"context", context}, {"extension", extension}, {"text", text}});
 }
 
-void SetProcessTest::Close(int context) {
-  Call({{"op", value("close")}, {"context", value(static_cast<double>(context))}});
-}
+void SetProcessTest::Close(int context) { Call({{"op", "close"}, {"context", context}}); }
 
-value SetProcessTest::Control(const std::string& method, const std::string& parameters) {
-  const value answer =
-      Call({{"op", value("control")}, {"method", value(method)}, {"params", Json(parameters)}});
-  EXPECT_FALSE(answer.contains("error")) << method << ": " << answer.get("error").to_str();
-  return answer.get("result");
+Json SetProcessTest::Control(const std::string& method, const std::string& parameters) {
+  const Json answer =
+      Call({{"op", "control"}, {"method", method}, {"params", base::ParseJson(parameters)}});
+  EXPECT_FALSE(answer.contains("error")) << method << ": " << answer.at("error").get<std::string>();
+  return answer.at("result");
 }
 
 std::string SetProcessTest::ControlError(const std::string& method, const std::string& parameters) {
-  const value answer =
-      Call({{"op", value("control")}, {"method", value(method)}, {"params", Json(parameters)}});
-  EXPECT_TRUE(answer.contains("error")) << method << " gave " << answer.serialize();
-  return answer.get("error").to_str();
+  const Json answer =
+      Call({{"op", "control"}, {"method", method}, {"params", base::ParseJson(parameters)}});
+  EXPECT_TRUE(answer.contains("error")) << method << " gave " << answer.dump();
+  return answer.at("error").get<std::string>();
 }
 
-value SetProcessTest::State(const std::string& part) { return Control("state.get").get(part); }
+Json SetProcessTest::State(const std::string& part) { return Control("state.get").at(part); }
+
+Json SetProcessTest::Setting(const std::string& key) {
+  for (const Json& setting : State("settings")) {
+    if (setting.at("key") == key) return setting;
+  }
+  return nullptr;
+}
 
 // What a page wrote is the frame's body, the snapshot too.
-void SetProcessTest::SendFrame(const value& frame) {
-  object head = frame.get<object>();
+void SetProcessTest::SendFrame(const Json& frame) {
+  Json head = frame;
   std::string body;
   for (const char* const name : {"text", "args", "snapshot"}) {
     const auto member = head.find(name);
     if (member == head.end()) continue;
-    if (!member->second.is<picojson::null>()) {
-      body =
-          member->second.is<std::string>() ? member->second.to_str() : member->second.serialize();
-    }
+    if (!member->is_null())
+      body = member->is_string() ? member->get<std::string>() : member->dump();
     head.erase(member);
   }
-  SendFrame(value(head).serialize(), body);
+  SendFrame(head.dump(), body);
 }
 
 void SetProcessTest::SendFrame(std::string_view head, std::string_view body) {
@@ -177,68 +158,66 @@ void SetProcessTest::SendFrame(std::string_view head, std::string_view body) {
 
 void SetProcessTest::SendRaw(std::string_view bytes) { base::SendBytes(socket_, bytes); }
 
-value SetProcessTest::WaitFor(const Predicate& predicate) {
+Json SetProcessTest::WaitFor(const Predicate& predicate) {
   for (auto frame = kept_.begin(); frame != kept_.end(); ++frame) {
     if (!predicate(*frame)) continue;
-    value found = std::move(*frame);
+    Json found = std::move(*frame);
     kept_.erase(frame);
     return found;
   }
-  while (const std::optional<value> frame = Receive()) {
+  while (const std::optional<Json> frame = Receive()) {
     if (predicate(*frame)) return *frame;
     kept_.push_back(*frame);
   }
   throw std::runtime_error("the frame that was waited for did not come");
 }
 
-value SetProcessTest::WaitForOp(const std::string& op) {
-  return WaitFor([&](const value& frame) { return OpOf(frame) == op; });
+Json SetProcessTest::WaitForOp(const std::string& op) {
+  return WaitFor([&](const Json& frame) { return OpOf(frame) == op; });
 }
 
-value SetProcessTest::WaitForHandling() {
-  return WaitFor([](const value& frame) {
-    return OpOf(frame) == "handling" && frame.get("what").to_str() != "load";
-  });
+Json SetProcessTest::WaitForHandling() {
+  return WaitFor(
+      [](const Json& frame) { return OpOf(frame) == "handling" && frame.at("what") != "load"; });
 }
 
-value SetProcessTest::WaitForEvent(const std::string& name, const Predicate& of_data) {
-  return WaitFor([&](const value& frame) {
-           return OpOf(frame) == "event" && frame.get("name").to_str() == name &&
-                  (!of_data || of_data(frame.get("data")));
+Json SetProcessTest::WaitForEvent(const std::string& name, const Predicate& of_data) {
+  return WaitFor([&](const Json& frame) {
+           return OpOf(frame) == "event" && frame.at("name") == name &&
+                  (!of_data || of_data(frame.at("data")));
          })
-      .get("data");
+      .at("data");
 }
 
 std::vector<std::string> SetProcessTest::WaitForLog(const std::string& tag, size_t count) {
   std::vector<std::string> texts;
   while (texts.size() < count) {
-    const value lines = WaitForEvent("log");
-    for (const value& line : lines.get<picojson::array>()) {
-      if (line.get("tag").to_str() == tag) texts.push_back(line.get("text").to_str());
+    const Json lines = WaitForEvent("log");
+    for (const Json& line : lines) {
+      if (line.at("tag") == tag) texts.push_back(line.at("text"));
     }
   }
   return texts;
 }
 
-std::optional<value> SetProcessTest::Receive() {
+std::optional<Json> SetProcessTest::Receive() {
   const auto received = base::ReceiveFrame(socket_, &reader_);
   if (!received) return std::nullopt;
-  value frame = Json(base::JsonText(received->head));
-  object& members = frame.get<object>();
-  if (members.count("error") != 0) members["error"] = value(members["error"]).get("message");
+  Json frame = received->head;
+  const std::string body(received->body);
+  if (frame.contains("error")) frame["error"] = Json(frame["error"]["message"]);
   if (OpOf(frame) == "answer") {
-    if (members.count("result") + members.count("error") == 0) {
-      members["result"] = value(std::string(received->body));
-    }
+    if (!frame.contains("result") && !frame.contains("error")) frame["result"] = body;
   } else if (OpOf(frame) == "snapshot") {
-    members["data"] = Json(received->body);
-  } else if (frame.get("name").to_str() == "log" && OpOf(frame) == "event") {
-    picojson::array lines;
-    std::istringstream text{std::string(received->body)};
-    for (std::string line; std::getline(text, line);) lines.push_back(Json(line));
-    members["data"] = value(lines);
+    frame["data"] = base::ParseJson(body);
+  } else if (OpOf(frame) == "event" && frame.at("name") == "log") {
+    frame["data"] = Json::array();
+    std::istringstream lines(body);
+    for (std::string line; std::getline(lines, line);) {
+      frame["data"].push_back(base::ParseJson(line));
+    }
   } else {
-    members["text"] = value(std::string(received->body));
+    frame["text"] = body;
   }
   return frame;
 }

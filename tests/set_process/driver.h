@@ -15,9 +15,9 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <picojson.h>
 
 #include "base/frame.h"
+#include "base/json.h"
 
 namespace orvane::television {
 
@@ -25,15 +25,11 @@ inline constexpr char kOrvane[] = "dravelt.orvane";
 inline constexpr char kTester[] = "example.tester";
 inline constexpr char kApp[] = "aBcDe01234.App";
 
-picojson::value Json(std::string_view text);  // of a test's own; throws when it is none
-
 // The real set process, with the test in the server's place. Every wait has a bound, after
 // which it throws.
 class SetProcessTest : public testing::Test {
  protected:
-  using Object = picojson::object;
-  using Value = picojson::value;
-  using Predicate = std::function<bool(const Value& frame)>;
+  using Predicate = std::function<bool(const Json& frame)>;
 
   SetProcessTest();
   ~SetProcessTest() override;
@@ -41,33 +37,35 @@ class SetProcessTest : public testing::Test {
   void Spawn();
   // Spawns it when that is not done, and starts the set with an application that may register keys.
   // `changes` replace members of the options. Gives "started" or "failed".
-  Value Start(const Object& changes = {}, const Value& snapshot = Value());
-  Object DefaultOptions() const;
+  Json Start(const Json& changes = Json::object(), const Json& snapshot = Json());
+  Json DefaultOptions() const;
 
   // One request, and its answer's frame.
-  Value Call(Object request);
-  Value Sync(int context, const std::string& text, const std::string& extension = kOrvane);
+  Json Call(Json request);
+  Json Sync(int context, const std::string& text, const std::string& extension = kOrvane);
   // A native message of the library, and its reply.
-  Value Orvane(int context, const std::string& command, const std::string& args = "{}");
+  Json Orvane(int context, const std::string& command, const std::string& args = "{}");
   std::string Runtime(const std::string& kind, const std::string& uri, const std::string& text);
   void Post(int context, const std::string& text, const std::string& extension = kOrvane);
   void Close(int context);
 
   // The result of a control method; the parameters as JSON text. An error fails the test.
-  Value Control(const std::string& method, const std::string& parameters = "{}");
+  Json Control(const std::string& method, const std::string& parameters = "{}");
   std::string ControlError(const std::string& method, const std::string& parameters = "{}");
-  Value State(const std::string& part);
+  Json State(const std::string& part);
+  // Its row in the state; null: there is none.
+  Json Setting(const std::string& key);
 
-  void SendFrame(const Value& frame);
+  void SendFrame(const Json& frame);
   void SendFrame(std::string_view head, std::string_view body);
   void SendRaw(std::string_view bytes);
   // The next frame for which the predicate holds; those before it stay to be asked for.
-  Value WaitFor(const Predicate& predicate);
-  Value WaitForOp(const std::string& op);
-  Value WaitForAnswer(double id);
-  Value WaitForHandling();  // of a request, as against an extension that is loaded
+  Json WaitFor(const Predicate& predicate);
+  Json WaitForOp(const std::string& op);
+  Json WaitForAnswer(int64_t id);
+  Json WaitForHandling();  // of a request, as against an extension that is loaded
   // The event's data.
-  Value WaitForEvent(const std::string& name, const Predicate& of_data = nullptr);
+  Json WaitForEvent(const std::string& name, const Predicate& of_data = nullptr);
   // Texts of the log lines with that tag, until there are so many.
   std::vector<std::string> WaitForLog(const std::string& tag, size_t count);
 
@@ -80,14 +78,14 @@ class SetProcessTest : public testing::Test {
   const std::filesystem::path& folder() const { return folder_; }
 
  private:
-  std::optional<Value> Receive();  // empty: closed
+  std::optional<Json> Receive();  // empty: closed
 
   std::filesystem::path folder_;
   pid_t pid_ = 0;
   int socket_ = -1;
   int64_t last_id_ = 0;
   base::FrameReader reader_;
-  std::list<Value> kept_;  // received and not asked for yet
+  std::list<Json> kept_;  // received and not asked for yet
 };
 
 }  // namespace orvane::television

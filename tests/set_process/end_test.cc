@@ -8,8 +8,6 @@
 namespace orvane::television {
 namespace {
 
-using picojson::object;
-using picojson::value;
 using std::chrono::steady_clock;
 using testing::HasSubstr;
 
@@ -18,14 +16,14 @@ using EndTest = SetProcessTest;
 TEST_F(EndTest, EndsWhenTheServerSaysSo) {
   Start();
   Sync(7, "hello", kTester);
-  SendFrame(value(object{{"op", value("shutdown")}}));
+  SendFrame({{"op", "shutdown"}});
   EXPECT_EQ(WaitForExit(), 0);
 }
 
 TEST_F(EndTest, DestroysInstancesOnTheWay) {
   Start();
   Sync(7, "hello", kTester);
-  SendFrame(value(object{{"op", value("shutdown")}}));
+  SendFrame({{"op", "shutdown"}});
   EXPECT_THAT(WaitForLog("TESTER", 2), testing::ElementsAre("created", "destroyed"));
 }
 
@@ -48,23 +46,25 @@ TEST_F(EndTest, EndsWhenTheServerIsGoneWhileAHandlerIsBusy) {
 TEST_F(EndTest, NamesTheMessageThatEndedIt) {
   Start();
   Post(9, "abort:now", kTester);
-  const value handling = WaitForHandling();
-  EXPECT_EQ(handling.get("context").get<double>(), 9);
-  EXPECT_EQ(handling.get("text").to_str(), "abort:now");
+  const Json handling = WaitForHandling();
+  EXPECT_EQ(handling.at("context"), 9);
+  EXPECT_EQ(handling.at("text"), "abort:now");
   EXPECT_EQ(WaitForExit(), 128 + SIGABRT);
 }
 
 TEST_F(EndTest, CrashesForATestThatAsksForIt) {
   Start();
-  SendFrame(Json(R"({"op":"control","id":1,"method":"debug.crash","params":{"signal":11}})"));
-  EXPECT_EQ(WaitForHandling().get("name").to_str(), "debug.crash");
+  SendFrame(
+      base::ParseJson(R"({"op":"control","id":1,"method":"debug.crash","params":{"signal":11}})"));
+  EXPECT_EQ(WaitForHandling().at("name"), "debug.crash");
   // A sanitizer may answer the signal in its own way, but the process ends.
   EXPECT_NE(WaitForExit(), 0);
 }
 
 TEST_F(EndTest, CrashesForNobodyElse) {
-  Start({{"testHooks", value(false)}});
+  Start({{"testHooks", false}});
   EXPECT_THAT(ControlError("debug.crash"), HasSubstr("for tests"));
+  EXPECT_THAT(ControlError("debug.log", R"({"text":"x"})"), HasSubstr("for tests"));
 }
 
 TEST_F(EndTest, EndsAfterBytesThatAreNoFrames) {
@@ -76,7 +76,7 @@ TEST_F(EndTest, EndsAfterBytesThatAreNoFrames) {
 TEST_F(EndTest, LeavesTheTerminalsInterruptToTheServer) {
   Start();
   kill(pid(), SIGINT);
-  EXPECT_EQ(Sync(7, "still here", kTester).get("result").to_str(), "did still here");
+  EXPECT_EQ(Sync(7, "still here", kTester).at("result"), "did still here");
 }
 
 }  // namespace

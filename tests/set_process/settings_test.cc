@@ -9,16 +9,14 @@
 namespace orvane::television {
 namespace {
 
-using picojson::array;
-using picojson::value;
 using testing::HasSubstr;
 
 class SettingsTest : public SetProcessTest {
  protected:
   SettingsTest() { Start(); }
   std::string Get(const std::string& key) {
-    const value setting = Control("settings.get", R"({"key":")" + key + "\"}");
-    return setting.get("type").to_str() + " " + setting.get("value").serialize();
+    const Json setting = Setting(key);
+    return setting.at("type").get<std::string>() + " " + setting.at("value").dump();
   }
 };
 
@@ -31,7 +29,7 @@ TEST_F(SettingsTest, TakesTheTypeFromTheValue) {
   EXPECT_EQ(Get("db/b"), R"(int 7)");
   EXPECT_EQ(Get("db/c"), R"(double 0.5)");
   EXPECT_EQ(Get("memory/d"), R"(bool true)");
-  EXPECT_EQ(Control("settings.list").get<array>().size(), 4U);
+  EXPECT_EQ(State("settings").size(), 4U);
 }
 
 TEST_F(SettingsTest, TakesTheTypeThatIsGiven) {
@@ -43,8 +41,8 @@ TEST_F(SettingsTest, TakesTheTypeThatIsGiven) {
 
 TEST_F(SettingsTest, TellsEachChange) {
   const auto is_told = [this](const char* row) {
-    const value expected = Json(row);
-    WaitForEvent("changed", [&](const value& data) { return data == expected; });
+    const Json expected = base::ParseJson(row);
+    WaitForEvent("changed", [&](const Json& data) { return data == expected; });
   };
   Control("settings.set", R"({"key":"db/a","value":"text"})");
   is_told(R"({"part":"settings","key":"db/a",
@@ -55,7 +53,8 @@ TEST_F(SettingsTest, TellsEachChange) {
 
 TEST_F(SettingsTest, TellsAChangeByAnotherProcess) {
   const auto is_told = [this](const std::string& key) {
-    WaitForEvent("changed", [&](const value& data) { return data.get("key").to_str() == key; });
+    WaitForEvent("changed",
+                 [&](const Json& data) { return data.at("key").get<std::string>() == key; });
   };
   tvset::EventHub events;
   const tvset::Paths paths(state_folder());
@@ -69,8 +68,8 @@ TEST_F(SettingsTest, TellsAChangeByAnotherProcess) {
 }
 
 TEST_F(SettingsTest, RefusesWhatIsNone) {
-  EXPECT_THAT(ControlError("settings.get", R"({"key":"db/a"})"), HasSubstr("no setting db/a"));
-  EXPECT_THAT(ControlError("settings.get", R"({"key":"a"})"), HasSubstr("begins with db/"));
+  EXPECT_TRUE(Setting("db/a").is_null());
+  EXPECT_THAT(ControlError("settings.unset", R"({"key":"a"})"), HasSubstr("begins with db/"));
   EXPECT_THAT(ControlError("settings.set", R"({"key":"db/../a","value":1})"),
               HasSubstr("begins with db/"));
   EXPECT_THAT(ControlError("settings.set", R"({"key":"db/a","type":"int","value":"x"})"),
@@ -79,28 +78,28 @@ TEST_F(SettingsTest, RefusesWhatIsNone) {
               HasSubstr("string, int, double and bool"));
   EXPECT_THAT(ControlError("settings.set", R"({"key":"db/a","value":[1]})"),
               HasSubstr("\"value\""));
-  EXPECT_THAT(ControlError("settings.unset", R"({"key":"db/a"})"), HasSubstr("db/a"));
+  EXPECT_THAT(ControlError("settings.unset", R"({"key":"db/a"})"), HasSubstr("no setting db/a"));
 }
 
 TEST_F(SettingsTest, ForgetsEverythingAtAFactoryReset) {
-  const std::string uuid = Orvane(7, "getUuid").get("result").to_str();
-  EXPECT_EQ(State("uuid").to_str(), uuid);
+  const std::string uuid = Orvane(7, "getUuid").at("result").get<std::string>();
+  EXPECT_EQ(State("uuid"), uuid);
   Control("settings.set", R"({"key":"db/a","value":"text"})");
   Control("faults.set", R"({"function":"vconf_set_str","code":-1})");
   Control("features.set", R"({"key":"my.feature","type":"bool","text":"true"})");
   Control("factoryReset");
-  const value state = Control("state.get");
-  EXPECT_TRUE(state.get("uuid").is<picojson::null>());
-  EXPECT_TRUE(state.get("settings").get<array>().empty());
-  EXPECT_TRUE(state.get("faults").get<array>().empty());
-  EXPECT_THAT(state.get("features").serialize(), testing::Not(HasSubstr("my.feature")));
-  WaitForEvent("settings", [](const value& data) { return data.get<array>().empty(); });
+  const Json state = Control("state.get");
+  EXPECT_TRUE(state.at("uuid").is_null());
+  EXPECT_TRUE(state.at("settings").empty());
+  EXPECT_TRUE(state.at("faults").empty());
+  EXPECT_THAT(state.at("features").dump(), testing::Not(HasSubstr("my.feature")));
+  WaitForEvent("settings", [](const Json& data) { return data.empty(); });
 }
 
 TEST_F(SettingsTest, LeavesTheApplicationRunningAfterAFactoryReset) {
   Control("factoryReset");
-  EXPECT_EQ(Orvane(7, "getUuid").get("status").to_str(), "success");
-  EXPECT_EQ(State("focused").to_str(), kApp);
+  EXPECT_EQ(Orvane(7, "getUuid").at("status"), "success");
+  EXPECT_EQ(State("focused"), kApp);
 }
 
 }  // namespace

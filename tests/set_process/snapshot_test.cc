@@ -7,10 +7,6 @@
 namespace orvane::television {
 namespace {
 
-using picojson::array;
-using picojson::object;
-using picojson::value;
-
 class SnapshotTest : public SetProcessTest {
  protected:
   SnapshotTest() { Start(); }
@@ -18,20 +14,20 @@ class SnapshotTest : public SetProcessTest {
   // What the set was like before is what it is like in the next process.
   void KillAndStartAgain() {
     Kill();
-    EXPECT_EQ(Start({}, snapshot_).get("warnings").serialize(), "[]");
+    EXPECT_EQ(Start(Json::object(), snapshot_).at("warnings").dump(), "[]");
   }
 
   // Keeps the snapshot in which the value stands.
   void WaitForSnapshotWith(const std::string& part, const std::string& text) {
-    snapshot_ = WaitFor([&](const value& frame) {
-                  return frame.get("op").to_str() == "snapshot" &&
-                         frame.get("data").get(part).serialize().find(text) != std::string::npos;
-                }).get("data");
+    snapshot_ = WaitFor([&](const Json& frame) {
+                  return frame.at("op").get<std::string>() == "snapshot" &&
+                         frame.at("data").at(part).dump().find(text) != std::string::npos;
+                }).at("data");
   }
-  void WaitForSnapshot() { snapshot_ = WaitForOp("snapshot").get("data"); }
+  void WaitForSnapshot() { snapshot_ = WaitForOp("snapshot").at("data"); }
 
  private:
-  value snapshot_;
+  Json snapshot_;
 };
 
 TEST_F(SnapshotTest, BringsTheSetBackInTheNextProcess) {
@@ -54,27 +50,27 @@ TEST_F(SnapshotTest, BringsTheSetBackInTheNextProcess) {
   Control("settings.set", R"({"key":"db/b","value":true})");
   Control("faults.set", R"({"function":"vconf_set_str","code":-7})");
   WaitForSnapshotWith("faults", "-7");
-  const value before = Control("state.get");
+  const Json before = Control("state.get");
   KillAndStartAgain();
-  const value after = Control("state.get");
+  const Json after = Control("state.get");
   for (const char* part : {"features", "focused", "windows", "inputMethod", "keyGrabs", "settings",
                            "faults", "panel"}) {
-    EXPECT_EQ(after.get(part).serialize(), before.get(part).serialize()) << part;
+    EXPECT_EQ(after.at(part).dump(), before.at(part).dump()) << part;
   }
-  EXPECT_EQ(after.get("profile").get("name").to_str(), "fhd");
-  EXPECT_EQ(after.get("applications").get(0).get("stateName").to_str(), "SERVICE");
-  EXPECT_EQ(after.get("applications").get(1).get("stateName").to_str(), "FOREGROUND");
-  EXPECT_EQ(after.get("applications").get(1).get("pid").get<double>(), pid());
+  EXPECT_EQ(after.at("profile").at("name"), "fhd");
+  EXPECT_EQ(after.at("applications").at(0).at("stateName"), "SERVICE");
+  EXPECT_EQ(after.at("applications").at(1).at("stateName"), "FOREGROUND");
+  EXPECT_EQ(after.at("applications").at(1).at("pid"), pid());
 }
 
 TEST_F(SnapshotTest, KeepsTheScreenSaversOwnerAndTheMovedClock) {
   Control("clock.advance", R"({"ms":1000})");
   WaitForSnapshotWith("screenSaver", R"("clockShiftMs":1000)");
   KillAndStartAgain();
-  const value saver = State("screenSaver");
-  EXPECT_EQ(saver.get("owner").to_str(), "DEFAULT");
-  EXPECT_FALSE(saver.get("on").get<bool>());
-  EXPECT_GT(saver.get("remainingMs").get<double>(), 200000);
+  const Json saver = State("screenSaver");
+  EXPECT_EQ(saver.at("owner"), "DEFAULT");
+  EXPECT_FALSE(saver.at("on").get<bool>());
+  EXPECT_GT(saver.at("remainingMs").get<double>(), 200000);
 }
 
 TEST_F(SnapshotTest, KeepsTheWaitOfTheScreenSaver) {
@@ -82,19 +78,19 @@ TEST_F(SnapshotTest, KeepsTheWaitOfTheScreenSaver) {
   Control("clock.advance", R"({"ms":250000})");
   WaitForSnapshotWith("screenSaver", R"("clockShiftMs":250000)");
   KillAndStartAgain();
-  const value saver = State("screenSaver");
-  EXPECT_LE(saver.get("remainingMs").get<double>(), 50000);
-  EXPECT_EQ(saver.get("inputs").get<double>(), 1);
-  EXPECT_TRUE(Control("clock.advance", R"({"ms":50000})").get("on").get<bool>());
+  const Json saver = State("screenSaver");
+  EXPECT_LE(saver.at("remainingMs").get<double>(), 50000);
+  EXPECT_EQ(saver.at("inputs"), 1);
+  EXPECT_TRUE(Control("clock.advance", R"({"ms":50000})").at("on").get<bool>());
 }
 
 TEST_F(SnapshotTest, KeepsAScreenSaverThatIsOn) {
   Control("clock.advance", R"({"ms":400000})");
   WaitForSnapshotWith("screenSaver", R"("clockShiftMs":400000)");
   KillAndStartAgain();
-  EXPECT_TRUE(State("screenSaver").get("on").get<bool>());
+  EXPECT_TRUE(State("screenSaver").at("on").get<bool>());
   Control("keys.press", R"({"name":"Left"})");
-  EXPECT_FALSE(State("screenSaver").get("on").get<bool>());
+  EXPECT_FALSE(State("screenSaver").at("on").get<bool>());
 }
 
 TEST_F(SnapshotTest, KeepsHowOftenAFunctionFailed) {
@@ -102,7 +98,7 @@ TEST_F(SnapshotTest, KeepsHowOftenAFunctionFailed) {
   Orvane(7, "requestTvContextTask", R"({"target":0,"action":0})");
   WaitForSnapshotWith("faults", R"("hits":1)");
   KillAndStartAgain();
-  EXPECT_EQ(State("faults").get(0).get("hits").get<double>(), 1);
+  EXPECT_EQ(State("faults").at(0).at("hits"), 1);
 }
 
 TEST_F(SnapshotTest, KeepsASettingInMemoryThatWasWrittenAMomentBeforeTheEnd) {
@@ -110,7 +106,7 @@ TEST_F(SnapshotTest, KeepsASettingInMemoryThatWasWrittenAMomentBeforeTheEnd) {
   WaitForSnapshot();
   Control("settings.set", R"({"key":"memory/late","value":"here"})");
   KillAndStartAgain();
-  EXPECT_EQ(Control("settings.get", R"({"key":"memory/late"})").get("value").to_str(), "here");
+  EXPECT_EQ(Setting("memory/late").at("value"), "here");
 }
 
 TEST_F(SnapshotTest, IsToldBeforeAMessageThatEndsTheProcess) {
@@ -124,25 +120,26 @@ TEST_F(SnapshotTest, KeepsAnApplicationThatWasEnded) {
   Control("applications.terminate", R"({"id":"aBcDe01234.App"})");
   WaitForSnapshotWith("running", "[]");
   KillAndStartAgain();
-  EXPECT_FALSE(State("applications").get(0).get("running").get<bool>());
+  EXPECT_FALSE(State("applications").at(0).at("running").get<bool>());
 }
 
 TEST_F(SnapshotTest, ServesInTheNextProcess) {
   Control("keys.press", R"({"name":"Left"})");
   WaitForSnapshot();
   KillAndStartAgain();
-  EXPECT_EQ(Orvane(7, "getVersion").get("result").to_str(), "3.9");
-  EXPECT_EQ(Orvane(7, "getAppState", R"({"appid":""})").get("result").to_str(), "FOREGROUND");
+  EXPECT_EQ(Orvane(7, "getVersion").at("result"), "3.9");
+  EXPECT_EQ(Orvane(7, "getAppState", R"({"appid":""})").at("result"), "FOREGROUND");
 }
 
 TEST_F(SnapshotTest, StartsWithADamagedOneAndSaysWhatIsLost) {
   Kill();
-  const value started = Start({}, Json(R"({"features":[1],"running":"x","focused":7,
+  const Json started =
+      Start(Json::object(), base::ParseJson(R"({"features":[1],"running":"x","focused":7,
       "keyGrabs":[{"app":1}],"windows":{"list":[{"app":"aBcDe01234.App","stackMode":"NONE",
       "position":[1e300,0],"hints":{}}]},"screenSaver":{"sinceMs":-1},"faults":[{"function":"x"}]})"));
-  EXPECT_EQ(started.get("op").to_str(), "started");
-  EXPECT_GE(started.get("warnings").get<array>().size(), 6U);
-  EXPECT_EQ(Orvane(7, "getVersion").get("result").to_str(), "3.9");
+  EXPECT_EQ(started.at("op"), "started");
+  EXPECT_GE(started.at("warnings").size(), 6U);
+  EXPECT_EQ(Orvane(7, "getVersion").at("result"), "3.9");
 }
 
 }  // namespace

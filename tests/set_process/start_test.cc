@@ -5,76 +5,73 @@
 namespace orvane::television {
 namespace {
 
-using picojson::array;
-using picojson::object;
-using picojson::value;
 using testing::HasSubstr;
 
 using StartTest = SetProcessTest;
 
 TEST_F(StartTest, ListsTheExtensionsWithTheirScripts) {
-  const value started = Start();
-  EXPECT_EQ(started.get("op").to_str(), "started");
-  const value& catalogue = started.get("catalogue");
-  ASSERT_EQ(catalogue.get<array>().size(), 2U);
-  EXPECT_EQ(catalogue.get(0).get("name").to_str(), kTester);
-  EXPECT_EQ(catalogue.get(1).get("name").to_str(), kOrvane);
-  EXPECT_EQ(started.get("scripts").get(kTester).to_str(), "exports.here = true;");
-  EXPECT_THAT(started.get("scripts").get(kOrvane).to_str(), HasSubstr("getVersion"));
+  const Json started = Start();
+  EXPECT_EQ(started.at("op"), "started");
+  const Json& catalogue = started.at("catalogue");
+  ASSERT_EQ(catalogue.size(), 2U);
+  EXPECT_EQ(catalogue.at(0).at("name"), kTester);
+  EXPECT_EQ(catalogue.at(1).at("name"), kOrvane);
+  EXPECT_EQ(started.at("scripts").at(kTester), "exports.here = true;");
+  EXPECT_THAT(started.at("scripts").at(kOrvane).get<std::string>(), HasSubstr("getVersion"));
 }
 
 TEST_F(StartTest, RunsTheApplicationInFrontAsThisProcess) {
   Start();
-  const value app = State("applications").get(0);
-  EXPECT_EQ(app.get("id").to_str(), kApp);
-  EXPECT_EQ(app.get("version").to_str(), "1.2.0");
-  EXPECT_EQ(app.get("stateName").to_str(), "FOREGROUND");
-  EXPECT_EQ(app.get("pid").get<double>(), pid());
-  EXPECT_EQ(State("focused").to_str(), kApp);
+  const Json app = State("applications").at(0);
+  EXPECT_EQ(app.at("id"), kApp);
+  EXPECT_EQ(app.at("version"), "1.2.0");
+  EXPECT_EQ(app.at("stateName"), "FOREGROUND");
+  EXPECT_EQ(app.at("pid"), pid());
+  EXPECT_EQ(State("focused"), kApp);
 }
 
 TEST_F(StartTest, SaysWhatIsWrongAndTakesAnotherStart) {
-  const value failed = Start({{"profile", value("no-such-profile")}});
-  EXPECT_EQ(failed.get("op").to_str(), "failed");
-  EXPECT_THAT(failed.get("error").to_str(), HasSubstr("no-such-profile"));
-  EXPECT_EQ(Start().get("op").to_str(), "started");
+  const Json failed = Start({{"profile", "no-such-profile"}});
+  EXPECT_EQ(failed.at("op"), "failed");
+  EXPECT_THAT(failed.at("error").get<std::string>(), HasSubstr("no-such-profile"));
+  EXPECT_EQ(Start().at("op"), "started");
 }
 
 TEST_F(StartTest, RefusesOptionsOfAWrongType) {
-  const value failed = Start({{"app", value("not an object")}});
-  EXPECT_THAT(failed.get("error").to_str(),
+  const Json failed = Start({{"app", "not an object"}});
+  EXPECT_THAT(failed.at("error").get<std::string>(),
               HasSubstr("\"app\" of \"options\" of the frame has to be"));
 }
 
 TEST_F(StartTest, RefusesAnExtensionThatCannotBeLoaded) {
-  const value failed = Start({{"extensions", value(array{value("/no/such/lib.so")})}});
-  EXPECT_EQ(failed.get("op").to_str(), "failed");
-  EXPECT_THAT(failed.get("error").to_str(), HasSubstr("/no/such/lib.so"));
+  const Json failed = Start({{"extensions", Json::array({"/no/such/lib.so"})}});
+  EXPECT_EQ(failed.at("op"), "failed");
+  EXPECT_THAT(failed.at("error").get<std::string>(), HasSubstr("/no/such/lib.so"));
 }
 
 TEST_F(StartTest, TellsWhichExtensionItLoads) {
   Start();
-  const value loading = WaitForOp("handling");
-  EXPECT_EQ(loading.get("what").to_str(), "load");
-  EXPECT_EQ(loading.get("name").to_str(), TESTER_EXTENSION);
+  const Json loading = WaitForOp("handling");
+  EXPECT_EQ(loading.at("what"), "load");
+  EXPECT_EQ(loading.at("name"), TESTER_EXTENSION);
   WaitForOp("handled");
 }
 
 TEST_F(StartTest, RefusesASecondStart) {
   Start();
-  EXPECT_THAT(Start().get("error").to_str(), HasSubstr("runs already"));
+  EXPECT_THAT(Start().at("error").get<std::string>(), HasSubstr("runs already"));
 }
 
 TEST_F(StartTest, FailsPlatformFunctionsAsTheOptionsSay) {
-  Start({{"faults", value(array{value("vconf_set_str=-3"), value("dlog_print=-1:once")})}});
-  const value faults = State("faults");
-  ASSERT_EQ(faults.get<array>().size(), 2U);
-  EXPECT_EQ(faults.get(1).get("code").get<double>(), -3);
+  Start({{"faults", Json::array({"vconf_set_str=-3", "dlog_print=-1:once"})}});
+  const Json faults = State("faults");
+  ASSERT_EQ(faults.size(), 2U);
+  EXPECT_EQ(faults.at(1).at("code"), -3);
 }
 
 TEST_F(StartTest, RefusesAFaultThatIsNone) {
-  const value failed = Start({{"faults", value(array{value("vconf_set_str")})}});
-  EXPECT_THAT(failed.get("error").to_str(), HasSubstr("FUNCTION=CODE"));
+  const Json failed = Start({{"faults", Json::array({"vconf_set_str"})}});
+  EXPECT_THAT(failed.at("error").get<std::string>(), HasSubstr("FUNCTION=CODE"));
 }
 
 TEST_F(StartTest, AnswersRequestsBeforeItWithWhatToDo) {

@@ -34,9 +34,9 @@ class TelevisionTest : public ::testing::Test, public TelevisionListener {
     if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("mkdtemp " + name);
     folder_ = name;
     options_.state_folder = (folder_ / "state").string();
-    options_.app.application.id = kApp;
-    options_.app.application.package = "aBcDe01234";
-    options_.app.application.metadata = {{"a key", "a value"}};
+    options_.app.id = kApp;
+    options_.app.package = "aBcDe01234";
+    options_.app.metadata = {{"a key", "a value"}};
     options_.app.version = "1.2.0";
     shipped_.extension = ORVANE_EXTENSION;
   }
@@ -152,7 +152,7 @@ TEST_F(TelevisionTest, TellsTheRowOfAKeyAlone) {
 
 TEST_F(TelevisionTest, GoesOnFromASnapshotAsText) {
   options_.faults = {"vconf_set_str=-3"};
-  options_.app.application.privileges = {tvset::kKeyPrivilege};
+  options_.app.privileges = {tvset::kKeyPrivilege};
   Start();
   television_->services().SendSync("tizen://api/inputdevice/registerKey", "XF86Red");
   television_->services().MoveWindow(3, 4);
@@ -206,13 +206,13 @@ TEST_F(ControlTest, RefusesParametersThatAreNoObject) {
 }
 
 TEST_F(ControlTest, KeepsWholeNumbersOfSettingsWhole) {
+  const auto row = [&] { return television_->state().RowOf(Part::kSettings, "db/a"); };
   Call(*control_, "settings.set", R"({"key":"db/a","type":"double","value":7})");
-  EXPECT_EQ(base::JsonText(Call(*control_, "settings.get", R"({"key":"db/a"})")),
-            R"({"key":"db/a","type":"double","value":7})");
+  EXPECT_EQ(base::JsonText(row()), R"({"key":"db/a","type":"double","value":7})");
   Call(*control_, "settings.set", R"({"key":"db/a","value":-2147483648})");
-  EXPECT_EQ(Call(*control_, "settings.get", R"({"key":"db/a"})")["type"], "int");
+  EXPECT_EQ(row()["type"], "int");
   Call(*control_, "settings.set", R"({"key":"db/a","value":2147483648})");
-  EXPECT_EQ(Call(*control_, "settings.get", R"({"key":"db/a"})")["type"], "double");
+  EXPECT_EQ(row()["type"], "double");
 }
 
 TEST_F(ControlTest, TellsWhatTheSetsObserversDoNotHear) {

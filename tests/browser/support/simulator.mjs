@@ -94,7 +94,7 @@ class SimulatorPage {
     await once(socket, 'open');
     for (let id = 0; id < count; ++id) {
       const params = { tag: 'QM_WEBAPI', text: count > 1 ? `${text} ${id}` : text, ...line };
-      socket.send(JSON.stringify({ id, method: 'log.write', params }));
+      socket.send(JSON.stringify({ id, method: 'debug.log', params }));
     }
     await done;
     socket.close();

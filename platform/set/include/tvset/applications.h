@@ -30,6 +30,7 @@ struct Application {
   std::filesystem::path folder;  // where its config.xml is; empty: it has no files here
   std::vector<std::pair<std::string, std::string>> metadata;  // key and value, as it declares them
   std::vector<std::string> privileges;                        // URIs
+  std::optional<std::string> version{};                       // empty: its config.xml has none
 };
 
 // A running application as it was when it was asked for.
