@@ -4,12 +4,12 @@
 
 #include <algorithm>
 #include <regex>
-#include <sstream>
 #include <string_view>
+#include <system_error>
 
-#include "app/start_file.h"
 #include "app/xml_document.h"
 #include "base/near_names.h"
+#include "base/utf8.h"
 
 namespace orvane::app {
 
@@ -23,40 +23,37 @@ bool Matches(const std::string& text, const char* pattern) {
   return text.size() <= kLongest && std::regex_match(text, std::regex(pattern));
 }
 
-std::string Trimmed(std::string_view text) {
-  constexpr char kSpace[] = " \t\r\n";
-  const size_t begin = text.find_first_not_of(kSpace);
-  if (begin == std::string_view::npos) return {};
-  return std::string(text.substr(begin, text.find_last_not_of(kSpace) - begin + 1));
+// What the expression finds in the element, as one line.
+std::string TextOf(const pugi::xml_node& element, const std::string& expression) {
+  return pugi::xpath_query(("normalize-space(" + expression + ")").c_str())
+      .evaluate_string(element);
 }
 
-// Everything written in the element, as one line.
-std::string TextOf(pugi::xml_node element) {
-  struct Collector : pugi::xml_tree_walker {
-    bool for_each(pugi::xml_node& node) override {
-      text += node.value();  // empty for an element
-      return true;
-    }
-    std::string text;
-  } collector;
-  element.traverse(collector);
-  std::istringstream words(collector.text);
-  std::string line;
-  for (std::string word; words >> word;) line += (line.empty() ? "" : " ") + word;
-  return line;
-}
-
-std::string Quoted(std::string_view name, std::string_view value) {
-  constexpr size_t kLongestShown = 80;
-  std::string text(name);
-  text.append("=\"").append(value.substr(0, kLongestShown));
-  return text + (value.size() > kLongestShown ? "…\"" : "\"");
+std::string Quoted(const std::string& name, std::string_view value) {
+  return name + "=\"" + base::Shortened(value, 80) + "\"";
 }
 
 bool LooksLikeUri(std::string_view text) {
   const size_t colon = text.find("://");
   return colon != std::string_view::npos && colon > 0 &&
          text.find_first_of(" \t\r\n\"<>") == std::string_view::npos;
+}
+
+// Says why `source` cannot be the start page of the application in `folder`, and what to do; empty
+// when it can. A page elsewhere (http or https) is not looked for.
+std::string WhyNoStartFile(const std::filesystem::path& folder, const std::string& source) {
+  if (source.rfind("http://", 0) == 0 || source.rfind("https://", 0) == 0) return {};
+  const std::string name = source.substr(0, source.find_first_of("?#"));
+  if (name.empty()) return "src names no file. Give the start page's, such as src=\"index.html\".";
+  const std::filesystem::path path(name);
+  if (path.is_absolute() || std::find(path.begin(), path.end(), "..") != path.end()) {
+    return "src=\"" + source +
+           "\" leads out of the application. Give a path relative to the folder of config.xml.";
+  }
+  std::error_code error;
+  if (std::filesystem::is_regular_file(folder / path, error)) return {};
+  return "the start file \"" + name + "\" does not exist in " + folder.string() +
+         ". Add it, or correct src.";
 }
 
 // One reading of one config.xml; each Read… method takes one element.
@@ -267,7 +264,7 @@ void ConfigReader::ReadMetadata(const pugi::xml_node& element) {
 }
 
 void ConfigReader::ReadPrivilege(const pugi::xml_node& element) {
-  const std::string name = Trimmed(element.attribute("name").value());
+  const std::string name = TextOf(element, "@name");
   if (name.empty()) {
     Error(element,
           "the attribute name is missing. Write the privilege's address, such as "
@@ -299,7 +296,7 @@ void ConfigReader::ReadName(const pugi::xml_node& element) {
   const bool neutral = !element.attribute("xml:lang");
   if (name_ && (!neutral || !name_.attribute("xml:lang"))) return;
   name_ = element;
-  application_.name = TextOf(element);
+  application_.name = TextOf(element, ".");
 }
 
 void ConfigReader::TakeContent(const pugi::xml_node& element, pugi::xml_node* place) {
@@ -330,8 +327,8 @@ void ConfigReader::Conclude(const pugi::xml_node& root) {
 void ConfigReader::ChooseStartFile(const pugi::xml_node& root) {
   const pugi::xml_node element = tizen_content_ ? tizen_content_ : content_;
   if (!element) {
-    application_.content = kDefaultStartFile;
-    if (!WhyNoStartFile(application_.folder, kDefaultStartFile).empty()) {
+    application_.content = "index.html";
+    if (!WhyNoStartFile(application_.folder, application_.content).empty()) {
       Error(root,
             "there is no <content>, and the start file that counts then, index.html, does "
             "not exist. Add the file, or <content src=\"…\"/>.");

@@ -4,7 +4,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -13,7 +12,12 @@
 #include <string_view>
 #include <system_error>
 
+#include <boost/algorithm/string/predicate.hpp>
+
 #include "app/problem.h"
+#include "base/utf8.h"
+#include "posix/unique_fd.h"
+#include "posix/write_all.h"
 
 namespace orvane::app {
 
@@ -21,39 +25,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr char kConfig[] = "config.xml";
-
 struct FileCloser {
   void operator()(zip_file_t* file) const { zip_fclose(file); }
-};
-
-class OutputFile {
- public:
-  // Fails rather than follow a link or write into a file that is there already.
-  explicit OutputFile(const fs::path& path)
-      : descriptor_(
-            open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644)) {}
-  OutputFile(const OutputFile&) = delete;
-  OutputFile& operator=(const OutputFile&) = delete;
-  ~OutputFile() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-
-  bool is_open() const { return descriptor_ >= 0; }
-
-  bool Write(const char* bytes, size_t count) const {
-    while (count > 0) {
-      const ssize_t written = write(descriptor_, bytes, count);
-      if (written < 0 && errno == EINTR) continue;
-      if (written <= 0) return false;
-      bytes += written;
-      count -= static_cast<size_t>(written);
-    }
-    return true;
-  }
-
- private:
-  const int descriptor_;
 };
 
 // What is wrong with an entry's name; empty when nothing is.
@@ -77,12 +50,11 @@ std::string WhyBadName(const std::string& name) {
 
 // A name for messages: nothing that a terminal would act upon, and not too long.
 std::string Shown(const std::string& name) {
-  constexpr size_t kLongestShown = 100;
-  std::string shown = name.substr(0, kLongestShown);
+  std::string shown = base::Shortened(name, 100);
   std::replace_if(
       shown.begin(), shown.end(),
       [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }, '?');
-  return "\"" + shown + (name.size() > kLongestShown ? "…\"" : "\"");
+  return "\"" + shown + "\"";
 }
 
 }  // namespace
@@ -159,13 +131,11 @@ void PackageArchive::CheckKind(zip_uint64_t index, const std::string& name) cons
 }
 
 void PackageArchive::CheckConfigIsThere() const {
-  const auto ends_with_config = [](const Entry& entry) {
-    constexpr std::string_view kTail = "/config.xml";
-    return entry.name.size() > kTail.size() &&
-           entry.name.compare(entry.name.size() - kTail.size(), kTail.size(), kTail) == 0;
-  };
   const auto is_config = [](const Entry& entry) {
-    return entry.name == kConfig && !entry.is_folder;
+    return entry.name == "config.xml" && !entry.is_folder;
+  };
+  const auto ends_with_config = [](const Entry& entry) {
+    return boost::ends_with(entry.name, "/config.xml");
   };
   if (std::any_of(entries_.begin(), entries_.end(), is_config)) return;
   const auto deeper = std::find_if(entries_.begin(), entries_.end(), ends_with_config);
@@ -190,8 +160,10 @@ void PackageArchive::ExtractFile(const Entry& entry, const fs::path& target) {
   if (!file) {
     Refuse("cannot be unpacked: " + Shown(entry.name) + ": " + zip_strerror(archive_.get()) + ".");
   }
-  const OutputFile output(target);
-  if (!output.is_open()) {
+  // Fails rather than follow a link or write into a file that is there already.
+  const base::UniqueFd output(
+      open(target.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
+  if (!output) {
     Refuse("cannot be unpacked: " + target.string() + ": " + std::strerror(errno) + ".");
   }
   std::uint64_t file_bytes_left = limits_.file_bytes;
@@ -208,14 +180,12 @@ void PackageArchive::ExtractFile(const Entry& entry, const fs::path& target) {
     }
     file_bytes_left -= bytes;
     bytes_left_ -= bytes;
-    if (!output.Write(buffer, static_cast<size_t>(count))) {
+    if (!base::WriteAll(output.get(), {buffer, static_cast<size_t>(count)})) {
       Refuse("cannot be unpacked: " + target.string() + ": " + std::strerror(errno) + ".");
     }
   }
 }
 
-void PackageArchive::Refuse(const std::string& text) const {
-  throw AppError({file_.string(), 0, "", text});
-}
+void PackageArchive::Refuse(const std::string& text) const { throw AppError(file_, text); }
 
 }  // namespace orvane::app

@@ -37,8 +37,7 @@ std::string Digest(std::string_view text) {
 std::string Stamp(const fs::path& archive) {
   struct stat status {};
   if (stat(archive.c_str(), &status) != 0) {
-    throw AppError(
-        {archive.string(), 0, "", std::string("cannot be read: ") + std::strerror(errno) + "."});
+    throw AppError(archive, std::string("cannot be read: ") + std::strerror(errno) + ".");
   }
   const auto time = [](const timespec& at) {
     return std::to_string(at.tv_sec) + "." + std::to_string(at.tv_nsec);
@@ -57,10 +56,9 @@ class ScratchFolder {
     fs::create_directories(root, error);
     std::string name = (root / (std::string(kScratchPrefix) + "XXXXXX")).string();
     if (error || mkdtemp(name.data()) == nullptr) {
-      throw AppError({root.string(), 0, "",
-                      "no folder can be made here to unpack the application into: " +
-                          (error ? error.message() : std::string(std::strerror(errno))) +
-                          ". Check that this folder may be written to."});
+      throw AppError(root, "no folder can be made here to unpack the application into: " +
+                               (error ? error.message() : std::string(std::strerror(errno))) +
+                               ". Check that this folder may be written to.");
     }
     path_ = name;
   }
@@ -77,9 +75,10 @@ class ScratchFolder {
   fs::path path_;
 };
 
-// Removes all but the newest few folders whose names begin with `prefix`.
-void RemoveOlder(const fs::path& root, const std::string& prefix) {
-  constexpr size_t kKept = 3;
+// Removes the folders whose names begin with `prefix`, but for the newest `kept` and those that
+// were written to after `oldest`.
+void RemoveOlder(const fs::path& root, const std::string& prefix, size_t kept,
+                 fs::file_time_type oldest) {
   std::error_code error;
   std::vector<std::pair<fs::file_time_type, fs::path>> folders;
   for (const fs::directory_entry& entry : fs::directory_iterator(root, error)) {
@@ -87,17 +86,8 @@ void RemoveOlder(const fs::path& root, const std::string& prefix) {
     folders.emplace_back(entry.last_write_time(error), entry.path());
   }
   std::sort(folders.rbegin(), folders.rend());
-  for (size_t i = kKept; i < folders.size(); ++i) fs::remove_all(folders[i].second, error);
-}
-
-// Removes what unpackings left behind that were killed on the way; one that is under way is young.
-void RemoveAbandoned(const fs::path& root) {
-  constexpr std::chrono::hours kLongestUnpacking{1};
-  const auto oldest = fs::file_time_type::clock::now() - kLongestUnpacking;
-  std::error_code error;
-  for (const fs::directory_entry& entry : fs::directory_iterator(root, error)) {
-    if (entry.path().filename().string().rfind(kScratchPrefix, 0) != 0) continue;
-    if (entry.last_write_time(error) < oldest) fs::remove_all(entry.path(), error);
+  for (size_t i = kept; i < folders.size(); ++i) {
+    if (folders[i].first < oldest) fs::remove_all(folders[i].second, error);
   }
 }
 
@@ -114,10 +104,11 @@ fs::path Unpack(const fs::path& archive, const fs::path& root, const UnpackLimit
   fs::rename(scratch.path(), folder, error);
   // Another process that unpacked the same archive at the same time may have been first.
   if (error && !fs::is_directory(folder)) {
-    throw AppError({folder.string(), 0, "", "cannot be made: " + error.message() + "."});
+    throw AppError(folder, "cannot be made: " + error.message() + ".");
   }
-  RemoveOlder(root, prefix);
-  RemoveAbandoned(root);
+  RemoveOlder(root, prefix, 3, fs::file_time_type::max());
+  // What unpackings left behind that were killed on the way; one that is under way is young.
+  RemoveOlder(root, kScratchPrefix, 0, fs::file_time_type::clock::now() - std::chrono::hours(1));
   return folder;
 }
 

@@ -26,6 +26,9 @@ std::string Describe(const Problem& problem) {
   return text + ": " + problem.text;
 }
 
+AppError::AppError(const std::filesystem::path& file, std::string text)
+    : AppError(Problem{file.string(), 0, "", std::move(text)}) {}
+
 AppError::AppError(Problem problem) : AppError(std::vector<Problem>{std::move(problem)}) {}
 
 AppError::AppError(std::vector<Problem> problems)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -13,8 +14,8 @@ namespace orvane::app {
 struct Problem {
   std::string file;
   int line = 0;  // 1-based; 0 when the problem is the whole file's
-  std::string
-      element;  // as the author wrote it, "tizen:application"; empty when no element is to blame
+  // As the author wrote it, "tizen:application"; empty when no element is to blame.
+  std::string element;
   std::string text;  // what is wrong, and what to do about it
 };
 
@@ -26,6 +27,8 @@ std::string Describe(const Problem& problem);
 // has one line for each.
 class AppError : public std::runtime_error {
  public:
+  // A problem of the whole file.
+  AppError(const std::filesystem::path& file, std::string text);
   explicit AppError(Problem problem);
   explicit AppError(std::vector<Problem> problems);
 

@@ -4,6 +4,8 @@
 
 #include <system_error>
 
+#include <boost/algorithm/string/replace.hpp>
+
 #include "app/config_reader.h"
 #include "app/package_unpacker.h"
 
@@ -13,19 +15,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void ReplaceAll(std::string* text, const std::string& from, const std::string& to) {
-  for (size_t at = text->find(from); at != std::string::npos; at = text->find(from, at)) {
-    text->replace(at, from.size(), to);
-    at += to.size();
-  }
-}
-
 // The author knows the archive, and not the folder that it was unpacked to.
 void NameTheArchive(std::vector<Problem>* problems, const fs::path& unpacked,
                     const fs::path& archive) {
   for (Problem& problem : *problems) {
-    ReplaceAll(&problem.file, unpacked.string(), archive.string());
-    ReplaceAll(&problem.text, unpacked.string(), archive.string());
+    boost::replace_all(problem.file, unpacked.string(), archive.string());
+    boost::replace_all(problem.text, unpacked.string(), archive.string());
   }
 }
 
@@ -48,18 +43,17 @@ WebApplication Load(const fs::path& folder_or_wgt, const fs::path& unpack_root) 
   std::error_code error;
   const fs::file_status status = fs::status(folder_or_wgt, error);
   if (status.type() == fs::file_type::not_found) {
-    throw AppError({folder_or_wgt.string(), 0, "",
-                    "there is no such file or folder. Give an application's folder (the one with "
-                    "config.xml in it) or its .wgt file."});
+    throw AppError(folder_or_wgt,
+                   "there is no such file or folder. Give an application's folder (the one with "
+                   "config.xml in it) or its .wgt file.");
   }
-  if (error) throw AppError({folder_or_wgt.string(), 0, "", "cannot be read: " + error.message()});
+  if (error) throw AppError(folder_or_wgt, "cannot be read: " + error.message());
   if (fs::is_directory(status)) return ReadConfig(fs::canonical(folder_or_wgt));
   if (fs::is_regular_file(status)) {
     return LoadArchive(fs::canonical(folder_or_wgt), unpack_root);
   }
-  throw AppError(
-      {folder_or_wgt.string(), 0, "",
-       "is neither a folder nor a file. Give an application's folder or its .wgt file."});
+  throw AppError(folder_or_wgt,
+                 "is neither a folder nor a file. Give an application's folder or its .wgt file.");
 }
 
 }  // namespace orvane::app

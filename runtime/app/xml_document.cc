@@ -7,6 +7,8 @@
 #include <fstream>
 #include <system_error>
 
+#include <glib.h>
+
 #include "app/problem.h"
 
 namespace orvane::app {
@@ -19,42 +21,30 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 std::string ReadFile(const fs::path& file) {
   std::error_code error;
-  if (!fs::exists(file, error))
-    throw AppError({file.string(), 0, "",
-                    "there is no such file, and an application has one. Is it another folder?"});
-  if (!fs::is_regular_file(file, error)) throw AppError({file.string(), 0, "", "is not a file."});
+  if (!fs::exists(file, error)) {
+    throw AppError(file,
+                   "there is no such file, and an application has one. Is it another folder?");
+  }
+  if (!fs::is_regular_file(file, error)) throw AppError(file, "is not a file.");
   // Read to one byte beyond the limit rather than trusting a size that may change meanwhile.
   std::string text(XmlDocument::kMaxBytes + 1, '\0');
   std::ifstream stream(file, std::ios::binary);
   stream.read(text.data(), static_cast<std::streamsize>(text.size()));
   if (stream.bad() || (!stream.is_open())) {
-    throw AppError({file.string(), 0, "", "cannot be read: check that you may read it."});
+    throw AppError(file, "cannot be read: check that you may read it.");
   }
   text.resize(static_cast<size_t>(stream.gcount()));
   if (text.size() > XmlDocument::kMaxBytes) {
-    throw AppError({file.string(), 0, "",
-                    "is larger than " + std::to_string(XmlDocument::kMaxBytes / 1024) +
-                        " KiB, which no configuration is. Is it another file by mistake?"});
+    throw AppError(file, "is larger than " + std::to_string(XmlDocument::kMaxBytes / 1024) +
+                             " KiB, which no configuration is. Is it another file by mistake?");
   }
   return text;
 }
 
-// The length of the well-formed UTF-8 sequence at `position` that XML allows; 0 when there is none.
-size_t SequenceLength(const std::string& text, size_t position) {
-  const auto byte = [&](size_t i) {
-    return position + i < text.size() ? static_cast<unsigned char>(text[position + i]) : 0U;
-  };
-  const unsigned first = byte(0);
-  if (first < 0x80) return first >= 0x20 || first == '\t' || first == '\n' || first == '\r' ? 1 : 0;
-  const size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4) return 0;
-  for (size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80) return 0;
-  }
-  const unsigned second = byte(1);
-  const bool overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-  const bool outside = (first == 0xED && second > 0x9F) || (first == 0xF4 && second > 0x8F);
-  return overlong || outside ? 0 : length;
+// What XML does not allow, and UTF-8 does.
+bool IsControl(char character) {
+  const bool is_space = character == '\t' || character == '\n' || character == '\r';
+  return static_cast<unsigned char>(character) < 0x20 && !is_space;
 }
 
 std::string WhatToDo(pugi::xml_parse_status status) {
@@ -129,15 +119,15 @@ std::string XmlDocument::ElementAt(size_t offset) const {
 }
 
 void XmlDocument::CheckText(const std::string& file) const {
-  for (size_t at = 0; at < text_.size();) {
-    const size_t length = SequenceLength(text_, at);
-    if (length == 0) {
-      throw AppError({file, LineAt(at), "",
-                      "byte " + std::to_string(at + 1) +
-                          " of the file is not text in UTF-8. Save the file as UTF-8."});
-    }
-    at += length;
-  }
+  const char* const end = text_.data() + text_.size();
+  const char* bad = nullptr;
+  g_utf8_validate(text_.data(), static_cast<gssize>(text_.size()), &bad);
+  bad = std::find_if(text_.data(), bad, IsControl);
+  if (bad == end) return;
+  const auto at = static_cast<size_t>(bad - text_.data());
+  throw AppError({file, LineAt(at), "",
+                  "byte " + std::to_string(at + 1) +
+                      " of the file is not text in UTF-8. Save the file as UTF-8."});
 }
 
 std::string_view Prefix(const pugi::xml_node& element) {
