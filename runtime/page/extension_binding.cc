@@ -126,8 +126,7 @@ JSValueRef ExtensionBinding::SendSyncMessage(const NativeCall& call) {
 }
 
 JSValueRef ExtensionBinding::SetPendingReplies(const NativeCall& call) {
-  const double count = call.Number(0);
-  pending_replies_ = count >= 1 && count < 1e15 ? static_cast<size_t>(count) : 0;
+  pending_replies_ = std::max(call.Int(0), 0);
   return JSValueMakeUndefined(call.context);
 }
 

@@ -36,7 +36,7 @@ class ExtensionBinding final : public NativeObject, public extensions::InstanceC
   ExtensionBinding(const ExtensionBinding&) = delete;
   ExtensionBinding& operator=(const ExtensionBinding&) = delete;
 
-  size_t pending_replies() const { return pending_replies_; }
+  int pending_replies() const { return pending_replies_; }
 
   // The page closes: nothing reaches the script from now on.
   void DropListener() { listener_.Reset(); }
@@ -68,7 +68,7 @@ class ExtensionBinding final : public NativeObject, public extensions::InstanceC
   Clock& clock_;
 
   ProtectedFunction listener_;
-  size_t pending_replies_ = 0;
+  int pending_replies_ = 0;
   std::string text_;  // of the message being sent; kept for its memory
   std::unique_ptr<extensions::Instance> instance_;
 };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "page/native_object.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -20,19 +21,13 @@ std::string NativeCall::Text(size_t index) const {
   return text;
 }
 
-double NativeCall::Number(size_t index) const {
+int NativeCall::Int(size_t index) const {
+  using Limits = std::numeric_limits<int>;
   JSValueRef exception = nullptr;
   const double number = JSValueToNumber(context, (*this)[index], &exception);
   if (exception != nullptr) throw ThrownValue{exception};
-  return number;
-}
-
-int NativeCall::Int(size_t index) const {
-  const double number = Number(index);
   if (std::isnan(number)) return 0;
-  if (number <= std::numeric_limits<int>::min()) return std::numeric_limits<int>::min();
-  if (number >= std::numeric_limits<int>::max()) return std::numeric_limits<int>::max();
-  return static_cast<int>(number);
+  return static_cast<int>(std::clamp<double>(number, Limits::min(), Limits::max()));
 }
 
 JSObjectRef NativeCall::Function(size_t index, const char* what) const {

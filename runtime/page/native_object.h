@@ -54,7 +54,6 @@ struct NativeCall {
   // The argument's text as String() gives it. Throws ThrownValue.
   void ReadText(size_t index, std::string* text) const;
   std::string Text(size_t index) const;
-  double Number(size_t index) const;
   int Int(size_t index) const;  // cut to the range of int; 0 for what is no number
   // The argument, which must be a function. Throws std::invalid_argument with `what` in its text.
   JSObjectRef Function(size_t index, const char* what) const;

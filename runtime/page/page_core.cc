@@ -23,7 +23,6 @@ PageCore::PageCore(PageRuntime& runtime, PageOptions options)
 
 PageCore::~PageCore() {
   timers_.Clear();
-  timer_functions_.clear();
   waiting_answers_.clear();
   for (const auto& [id, binding] : bindings_) binding->DropListener();
   while (!bindings_.empty()) bindings_.erase(std::prev(bindings_.end()));
@@ -91,25 +90,12 @@ bool PageCore::RunOneTurn() {
   for (const PageWork& work : posted) work(*this);
   timers_.BeginTurn(runtime_.clock().Now());
   bool ran = !posted.empty();
-  while (const std::optional<int32_t> timer = timers_.TakeDue(runtime_.clock().Now())) {
-    RunTimer(*timer);
+  while (const TimerQueue::Handler handler = timers_.TakeDue(runtime_.clock().Now())) {
+    handler();
+    timers_.EndTimer();
     ran = true;
   }
   return ran;
-}
-
-void PageCore::RunTimer(int32_t timer) {
-  const auto found = timer_functions_.find(timer);
-  if (timers_.contains(timer)) {
-    // An interval may clear itself, so its function is held by the engine's stack alone while it
-    // runs.
-    Call(found->second.get(), 0, nullptr);
-  } else {
-    const ProtectedFunction function = std::move(found->second);
-    timer_functions_.erase(found);
-    Call(function.get(), 0, nullptr);
-  }
-  timers_.EndTimer();
 }
 
 }  // namespace orvane::page

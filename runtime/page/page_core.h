@@ -83,7 +83,6 @@ class PageCore final : public NativeObject {
   void StartScripts();
   bool RunOneTurn();  // whether there was anything to run
   bool IsIdle() const;
-  void RunTimer(int32_t timer);
   RuntimeMessages& RequireRuntime() const;
   template <typename Ask>
   std::string AskRuntime(const NativeCall& call, TraceKind kind, Ask&& ask) const;
@@ -96,7 +95,6 @@ class PageCore final : public NativeObject {
   uint64_t last_binding_ = 0;
   std::map<uint64_t, std::unique_ptr<ExtensionBinding>> bindings_;  // by number
   TimerQueue timers_;
-  std::unordered_map<int32_t, ProtectedFunction> timer_functions_;
   uint64_t last_answer_ = 0;
   std::unordered_map<uint64_t, WaitingAnswer> waiting_answers_;
   std::vector<std::unique_ptr<ScriptFunction>> script_functions_;

@@ -57,19 +57,18 @@ JSValueRef PageCore::CreateInstance(const NativeCall& call) {
 
 // (function, delay in ms, repeats) -> the timer's number
 JSValueRef PageCore::AddTimer(const NativeCall& call) {
-  ProtectedFunction function(context_, call.Function(0, "A timer's handler"));
+  const auto function =
+      std::make_shared<ProtectedFunction>(context_, call.Function(0, "A timer's handler"));
   const bool repeats = JSValueToBoolean(call.context, call[2]);
-  const int32_t timer = timers_.Add(
-      std::chrono::milliseconds(call.Int(1)),
-      repeats ? TimerQueue::Repeat::kInterval : TimerQueue::Repeat::kOnce, runtime_.clock().Now());
-  timer_functions_.emplace(timer, std::move(function));
+  const int32_t timer =
+      timers_.Add(std::chrono::milliseconds(call.Int(1)),
+                  repeats ? TimerQueue::Repeat::kInterval : TimerQueue::Repeat::kOnce,
+                  runtime_.clock().Now(), [this, function] { Call(function->get(), 0, nullptr); });
   return JSValueMakeNumber(call.context, timer);
 }
 
 JSValueRef PageCore::RemoveTimer(const NativeCall& call) {
-  const int timer = call.Int(0);
-  timers_.Remove(timer);
-  timer_functions_.erase(timer);
+  timers_.Remove(call.Int(0));
   return JSValueMakeUndefined(call.context);
 }
 

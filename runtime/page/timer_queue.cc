@@ -12,9 +12,11 @@ constexpr std::chrono::milliseconds kNestedMinimum{4};
 
 }  // namespace
 
-int32_t TimerQueue::Add(std::chrono::milliseconds delay, Repeat repeat, Clock::TimePoint now) {
+int32_t TimerQueue::Add(std::chrono::milliseconds delay, Repeat repeat, Clock::TimePoint now,
+                        Handler handler) {
   const int32_t timer = ++last_timer_;
-  Schedule(timer, Timer{{}, 0, std::max(delay, {}), repeat, running_level_ + 1}, now);
+  Schedule(timer, Timer{{}, 0, std::max(delay, {}), repeat, running_level_ + 1, std::move(handler)},
+           now);
   return timer;
 }
 
@@ -40,23 +42,18 @@ void TimerQueue::BeginTurn(Clock::TimePoint now) {
   turn_last_order_ = last_order_;
 }
 
-std::optional<int32_t> TimerQueue::TakeDue(Clock::TimePoint now) {
+TimerQueue::Handler TimerQueue::TakeDue(Clock::TimePoint now) {
   const auto next = std::find_if(due_.begin(), due_.end(), [this](const auto& entry) {
     return entry.first.first > turn_now_ || entry.first.second <= turn_last_order_;
   });
-  if (next == due_.end() || next->first.first > turn_now_) return std::nullopt;
+  if (next == due_.end() || next->first.first > turn_now_) return {};
   const int32_t timer = next->second;
   due_.erase(next);
-  const auto found = timers_.find(timer);
-  running_level_ = found->second.level;
-  if (found->second.repeat == Repeat::kInterval) {
-    Timer again = found->second;
-    ++again.level;
-    Schedule(timer, again, now);
-  } else {
-    timers_.erase(found);
-  }
-  return timer;
+  Timer taken = std::move(timers_.extract(timer).mapped());
+  running_level_ = taken.level++;
+  Handler handler = taken.handler;
+  if (taken.repeat == Repeat::kInterval) Schedule(timer, std::move(taken), now);
+  return handler;
 }
 
 void TimerQueue::Schedule(int32_t timer, Timer state, Clock::TimePoint now) {
@@ -65,7 +62,7 @@ void TimerQueue::Schedule(int32_t timer, Timer state, Clock::TimePoint now) {
   state.due = now + delay;
   state.order = ++last_order_;
   due_.emplace(Key{state.due, state.order}, timer);
-  timers_[timer] = state;
+  timers_[timer] = std::move(state);
 }
 
 }  // namespace orvane::page

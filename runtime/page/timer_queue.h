@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <unordered_map>
@@ -13,29 +14,30 @@
 
 namespace orvane::page {
 
-// The timers of one page: which is due when, and in which order. Holds numbers only; the page keeps
-// the functions. Timers run in the order of the times they are due, those due at the same time in
-// the order they were set. One thread only.
+// The timers of one page: which is due when, in which order, and what it does then. Timers run in
+// the order of the times they are due, those due at the same time in the order they were set. One
+// thread only.
 class TimerQueue {
  public:
   enum class Repeat { kOnce, kInterval };
+  using Handler = std::function<void()>;
 
   // Returns the timer's number, from 1. A timer set by a timer set by a timer … is not run more
   // often than every 4 ms from the sixth level on, as in browsers.
-  int32_t Add(std::chrono::milliseconds delay, Repeat repeat, Clock::TimePoint now);
+  int32_t Add(std::chrono::milliseconds delay, Repeat repeat, Clock::TimePoint now,
+              Handler handler);
   void Remove(int32_t timer);  // nothing happens for a number that is not in use
   void Clear();
 
   bool empty() const { return due_.empty(); }
-  bool contains(int32_t timer) const { return timers_.count(timer) != 0; }
   std::optional<Clock::TimePoint> NextDue() const;
 
   // Begins a turn: only what is due now and was set before takes part in it, so that a timer that
   // sets itself anew cannot hold up a page.
   void BeginTurn(Clock::TimePoint now);
-  // The turn's next timer, or nothing when the turn is over. A timer that is not repeated is no
-  // longer in use then; one that is repeated is due again `now` plus its interval.
-  std::optional<int32_t> TakeDue(Clock::TimePoint now);
+  // The handler of the turn's next timer; empty when the turn is over. A timer that is not repeated
+  // is no longer in use then; one that is repeated is due again `now` plus its interval.
+  Handler TakeDue(Clock::TimePoint now);
   // The timers that are set until the next call are set by the timer that was taken last.
   void EndTimer() { running_level_ = 0; }
 
@@ -46,6 +48,7 @@ class TimerQueue {
     std::chrono::milliseconds interval{0};
     Repeat repeat = Repeat::kOnce;
     int level = 0;
+    Handler handler;
   };
   using Key = std::pair<Clock::TimePoint, uint64_t>;
 

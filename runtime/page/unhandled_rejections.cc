@@ -15,12 +15,6 @@ JSValueRef DoNothing(JSContextRef context, JSObjectRef, JSObjectRef, size_t, con
   return JSValueMakeUndefined(context);
 }
 
-void SetHandler(JSGlobalContextRef context, JSObjectRef handler) {
-  if (JSGlobalContextSetUnhandledRejectionCallback == nullptr) return;
-  JSValueRef exception = nullptr;
-  JSGlobalContextSetUnhandledRejectionCallback(context, handler, &exception);
-}
-
 }  // namespace
 
 UnhandledRejections::~UnhandledRejections() {
@@ -30,7 +24,9 @@ UnhandledRejections::~UnhandledRejections() {
 }
 
 void UnhandledRejections::Watch(JSGlobalContextRef context, JSObjectRef handler) {
-  SetHandler(context, handler);
+  if (JSGlobalContextSetUnhandledRejectionCallback == nullptr) return;
+  JSValueRef exception = nullptr;
+  JSGlobalContextSetUnhandledRejectionCallback(context, handler, &exception);
 }
 
 void UnhandledRejections::Unwatch(JSGlobalContextRef context) {
@@ -39,7 +35,7 @@ void UnhandledRejections::Unwatch(JSGlobalContextRef context) {
     spare_handler_ = JSObjectMakeFunctionWithCallback(spare_context_, nullptr, DoNothing);
     JSValueProtect(spare_context_, spare_handler_);
   }
-  SetHandler(context, spare_handler_);
+  Watch(context, spare_handler_);
 }
 
 }  // namespace orvane::page
