@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "base/json.h"
-#include "extensions/dotted_name.h"
 #include "extensions/host_error.h"
 #include "extensions/warnings.h"
 
@@ -18,7 +17,24 @@ bool Claims(const CatalogueItem& item, const std::string& name) {
   return item.name == name || std::find(others.begin(), others.end(), name) != others.end();
 }
 
+bool IsIdentifier(std::string_view part) {
+  constexpr std::string_view kDigits = "0123456789";
+  const bool known = std::all_of(part.begin(), part.end(), [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '$';
+  });
+  return known && !part.empty() && kDigits.find(part.front()) == std::string_view::npos;
+}
+
 }  // namespace
+
+bool IsDottedName(std::string_view name) {
+  for (size_t dot = name.find('.'); dot != std::string_view::npos; dot = name.find('.')) {
+    if (!IsIdentifier(name.substr(0, dot))) return false;
+    name.remove_prefix(dot + 1);
+  }
+  return IsIdentifier(name);
+}
 
 void Catalogue::Check(const char* kind, const std::string& name,
                       const CatalogueItem& claimant) const {
@@ -43,11 +59,8 @@ void Catalogue::Add(CatalogueItem item) {
         " has no name. The library is not used; its XW_Initialize must call SetExtensionName.");
   }
   Check("name", item.name, item);
-  for (const std::string& entry_point : item.entry_points) Check("entry point", entry_point, item);
-
-  const std::vector<std::string> entry_points = std::exchange(item.entry_points, {});
+  AddEntryPoints(item, std::exchange(item.entry_points, {}));
   items_.push_back(std::make_unique<CatalogueItem>(std::move(item)));
-  AddEntryPoints(*items_.back(), entry_points);
 }
 
 void Catalogue::AddEntryPoints(CatalogueItem& item, const std::vector<std::string>& entry_points) {

@@ -5,11 +5,16 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace orvane::extensions {
 
 class Extension;
+
+// Whether `name` is one or more ASCII identifiers joined by dots, as "dravelt.orvane". An
+// identifier begins with a letter, "_" or "$", digits may follow.
+bool IsDottedName(std::string_view name);
 
 // An extension that a page may touch.
 struct CatalogueItem {

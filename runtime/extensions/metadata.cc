@@ -6,9 +6,7 @@
 #include <utility>
 
 #include "base/json_fields.h"
-#include "extensions/dotted_name.h"
 #include "extensions/host_error.h"
-#include "extensions/warnings.h"
 
 namespace orvane::extensions {
 
@@ -27,21 +25,12 @@ bool IsFileName(const std::string& text) {
   return !text.empty() && text.find('\0') == std::string::npos;
 }
 
-void RequireDottedName(const char* what, const std::string& name) {
-  if (IsDottedName(name)) return;
-  throw HostError(what + base::JsonText(Excerpt(name)) +
-                  ", which is no dotted name. Write identifiers joined by dots, such as "
-                  "\"maker.product\".");
-}
-
 MetadataEntry ReadEntry(const Json& json) {
   auto entry = base::FromJson<MetadataEntry>(json, "the entry");
   if (!IsFileName(entry.library)) {
     throw HostError(
         "\"lib\" is no file name. Give the library's file, relative to this folder or absolute.");
   }
-  RequireDottedName("\"name\" is ", entry.name);
-  for (const std::string& name : entry.entry_points) RequireDottedName("an entry point is ", name);
   return entry;
 }
 

@@ -10,12 +10,12 @@
 
 namespace orvane::extensions {
 
-// One object of a metadata file that can be used.
+// One object of a metadata file that can be used, if the Catalogue takes its names.
 struct MetadataEntry {
-  std::string name;                       // dotted
-  std::string library;                    // as written: relative to the file's folder, or absolute
-  std::vector<std::string> entry_points;  // dotted
-  size_t number = 0;                      // in its file, from 1
+  std::string name;
+  std::string library;  // as written: relative to the file's folder, or absolute
+  std::vector<std::string> entry_points;
+  size_t number = 0;  // in its file, from 1
 };
 
 // What a metadata file says, as far as it can be understood.

@@ -34,12 +34,8 @@ std::string DeadHandleText(HandleKind kind, int32_t handle) {
 
 }  // namespace
 
-void WarnAboutCall(Extension& extension, const char* call, const std::string& text) noexcept {
-  try {
-    extension.context().Warn(std::string(call) + ": " + text + " (" + extension.Describe() + ")");
-  } catch (...) {
-    // No memory for the text.
-  }
+void WarnAboutCall(Extension& extension, const char* call, const std::string& text) {
+  extension.context().Warn(std::string(call) + ": " + text + " (" + extension.Describe() + ")");
 }
 
 void WarnAboutCall(const char* call, const std::string& text) noexcept {
@@ -55,12 +51,8 @@ void WarnAboutCall(const char* call, const std::string& text) noexcept {
   }
 }
 
-void WarnAboutDeadHandle(HandleKind kind, const char* call, int32_t handle) noexcept {
-  try {
-    WarnAboutCall(call, DeadHandleText(kind, handle));
-  } catch (...) {
-    // No memory for the text.
-  }
+void WarnAboutDeadHandle(HandleKind kind, const char* call, int32_t handle) {
+  WarnAboutCall(call, DeadHandleText(kind, handle));
 }
 
 }  // namespace orvane::extensions

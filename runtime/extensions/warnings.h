@@ -17,17 +17,17 @@ class Extension;
 // The beginning of what an extension or a page wrote, as a text for people shows it.
 inline std::string Excerpt(std::string_view text) { return base::Shortened(text, 200); }
 
-// Warnings about calls of the C interface. Any thread; they never throw. Each text begins with the
-// call's name.
+// Warnings about calls of the C interface. Any thread. Each text begins with the call's name.
 
 // By an extension that is known.
-void WarnAboutCall(Extension& extension, const char* call, const std::string& text) noexcept;
+void WarnAboutCall(Extension& extension, const char* call, const std::string& text);
 
 // By someone unknown: goes to the host whose callback runs on this thread, or else to every host.
+// Never throws.
 void WarnAboutCall(const char* call, const std::string& text) noexcept;
 
 enum class HandleKind { kExtension, kInstance };
-void WarnAboutDeadHandle(HandleKind kind, const char* call, int32_t handle) noexcept;
+void WarnAboutDeadHandle(HandleKind kind, const char* call, int32_t handle);
 
 // The guard that every C entry point of the host passes: runs `body`, answers `otherwise` after a
 // warning when an exception escapes it.

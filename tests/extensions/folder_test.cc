@@ -154,6 +154,18 @@ TEST_F(FolderTest, DoesNotLoadLibraryWhoseMetadataIsWrong) {
   EXPECT_THAT(journal(), IsEmpty());
 }
 
+TEST_F(FolderTest, DoesNotLoadLibraryWhoseMetadataHasABadEntryPoint) {
+  CopyExtension("named");
+  WriteMetadata("named.json", "test.named", "libnamed.so", R"(["test.two", "b."])");
+
+  host().LoadFolder(folder());
+
+  EXPECT_THAT(warnings(), ElementsAre(AllOf(HasSubstr("named.json"), HasSubstr("entry 1"),
+                                            HasSubstr("\"b.\""), HasSubstr("no dotted name"))));
+  EXPECT_THAT(host().catalogue(), IsEmpty());
+  EXPECT_THAT(journal(), IsEmpty());
+}
+
 TEST_F(FolderTest, WarnsAboutMetadataWhoseLibraryIsMissing) {
   WriteMetadata("none.json", "test.none", "libnone.so");
 

@@ -10,7 +10,6 @@
 namespace orvane::extensions {
 namespace {
 
-using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -79,21 +78,17 @@ TEST(ExtensionMetadata, NamesTheFieldThatIsWrong) {
               HasSubstr("\"name\" of the entry has to be a string, but is not given"));
   EXPECT_THAT(ProblemOf(R"({"name": [], "lib": "a.so", "entry_points": []})"),
               HasSubstr("\"name\" of the entry has to be a string, but is []"));
-  EXPECT_THAT(ProblemOf(R"({"name": "a b", "lib": "a.so", "entry_points": []})"),
-              AllOf(HasSubstr("\"a b\""), HasSubstr("no dotted name")));
   EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so"})"),
               HasSubstr("\"entry_points\" of the entry has to be an array, but is not given"));
   EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so", "entry_points": "b"})"),
               HasSubstr("\"entry_points\" of the entry has to be an array, but is \"b\""));
   EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so", "entry_points": [1]})"),
               HasSubstr("an entry of \"entry_points\" of the entry has to be a string, but is 1"));
-  EXPECT_THAT(ProblemOf(R"({"name": "a", "lib": "a.so", "entry_points": ["b."]})"),
-              HasSubstr("an entry point is \"b.\""));
 }
 
 TEST(ExtensionMetadata, KeepsGoodEntriesNextToBadOnes) {
   const Metadata metadata = ParseMetadata(R"([
-    {"name": "bad name", "lib": "bad.so", "entry_points": []},
+    {"name": 1, "lib": "bad.so", "entry_points": []},
     {"name": "good", "lib": "good.so", "entry_points": []}])");
 
   ASSERT_EQ(metadata.entries.size(), 1u);

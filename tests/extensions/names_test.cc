@@ -3,7 +3,7 @@
 
 // Names and entry points: what they may be, and who gets them.
 
-#include "extensions/dotted_name.h"
+#include "extensions/catalogue.h"
 #include "host_fixture.h"
 
 namespace orvane::extensions {
