@@ -23,12 +23,6 @@ bool Matches(const std::string& text, const char* pattern) {
   return text.size() <= kLongest && std::regex_match(text, std::regex(pattern));
 }
 
-// What the expression finds in the element, as one line.
-std::string TextOf(const pugi::xml_node& element, const std::string& expression) {
-  return pugi::xpath_query(("normalize-space(" + expression + ")").c_str())
-      .evaluate_string(element);
-}
-
 std::string Quoted(const std::string& name, std::string_view value) {
   return name + "=\"" + base::Shortened(value, 80) + "\"";
 }
@@ -128,9 +122,9 @@ const ConfigReader::Row ConfigReader::kRows[] = {
 };
 
 void ConfigReader::CheckRoot(const pugi::xml_node& root) {
-  if (LocalName(root) != "widget") {
+  if (TextOf(root, "local-name()") != "widget") {
     Error(root, "the outermost element must be <widget>.");
-  } else if (NamespaceOf(root) != kWidgets) {
+  } else if (TextOf(root, "namespace-uri()") != kWidgets) {
     Error(root, "the element is not in the widget namespace. Write <widget xmlns=\"" +
                     std::string(kWidgets) + "\" xmlns:tizen=\"" + std::string(kTizen) + "\">.");
   }
@@ -153,19 +147,19 @@ void ConfigReader::ReadVersion(const pugi::xml_node& root) {
 }
 
 void ConfigReader::ReadElement(const pugi::xml_node& element) {
-  const auto space = NamespaceOf(element);
-  if (!space) {
-    const std::string prefix(Prefix(element));
+  const std::string prefix(Prefix(element));
+  const std::string space = TextOf(element, "namespace-uri()");
+  if (space.empty() && !prefix.empty() && prefix != "xml") {
     const bool known = prefix == "tizen";
     Error(element, "the prefix " + prefix + " is declared nowhere. Add xmlns:" + prefix + "=\"" +
                        (known ? std::string(kTizen) : std::string("…")) + "\" to <widget>.");
     return;
   }
-  const std::string_view name = LocalName(element);
+  const std::string name = TextOf(element, "local-name()");
   for (const Row& row : kRows) {
-    if (row.space == *space && row.name == name) return (this->*row.read)(element);
+    if (row.space == space && row.name == name) return (this->*row.read)(element);
   }
-  WarnOfMisspelling(element, *space);
+  WarnOfMisspelling(element, space);
 }
 
 // Elements that nothing here reads are the set's own business, unless they look like a slip.
@@ -186,7 +180,7 @@ void ConfigReader::WarnOfMisspelling(const pugi::xml_node& element, std::string_
                                                  "preference",
                                                  "service",
                                                  "setting"};
-  const std::string name(LocalName(element));
+  const std::string name = TextOf(element, "local-name()");
   if (std::find(std::begin(kOthers), std::end(kOthers), name) != std::end(kOthers)) return;
   std::vector<std::string> near;
   for (const Row& row : kRows) {
@@ -264,7 +258,7 @@ void ConfigReader::ReadMetadata(const pugi::xml_node& element) {
 }
 
 void ConfigReader::ReadPrivilege(const pugi::xml_node& element) {
-  const std::string name = TextOf(element, "@name");
+  const std::string name = TextOf(element, "normalize-space(@name)");
   if (name.empty()) {
     Error(element,
           "the attribute name is missing. Write the privilege's address, such as "
@@ -296,7 +290,7 @@ void ConfigReader::ReadName(const pugi::xml_node& element) {
   const bool neutral = !element.attribute("xml:lang");
   if (name_ && (!neutral || !name_.attribute("xml:lang"))) return;
   name_ = element;
-  application_.name = TextOf(element, ".");
+  application_.name = TextOf(element, "normalize-space()");
 }
 
 void ConfigReader::TakeContent(const pugi::xml_node& element, pugi::xml_node* place) {

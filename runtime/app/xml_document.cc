@@ -137,20 +137,8 @@ std::string_view Prefix(const pugi::xml_node& element) {
              : std::string_view(element.name(), static_cast<size_t>(colon - element.name()));
 }
 
-std::string_view LocalName(const pugi::xml_node& element) {
-  const char* colon = std::strchr(element.name(), ':');
-  return colon == nullptr ? element.name() : colon + 1;
-}
-
-std::optional<std::string_view> NamespaceOf(const pugi::xml_node& element) {
-  const std::string_view prefix = Prefix(element);
-  std::string declaration = "xmlns";
-  if (!prefix.empty()) declaration.append(":").append(prefix);
-  for (pugi::xml_node node = element; node; node = node.parent()) {
-    if (const pugi::xml_attribute found = node.attribute(declaration.c_str())) return found.value();
-  }
-  if (prefix == "xml") return "http://www.w3.org/XML/1998/namespace";
-  return prefix.empty() ? std::optional<std::string_view>("") : std::nullopt;
+std::string TextOf(const pugi::xml_node& element, const char* expression) {
+  return pugi::xpath_query(expression).evaluate_string(element);
 }
 
 }  // namespace orvane::app

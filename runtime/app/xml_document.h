@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +12,7 @@
 
 namespace orvane::app {
 
-// An XML file read for people: it knows the line of each element, and an element's namespace
-// whatever prefix the author chose for it. One thread only.
+// An XML file read for people: it knows the line of each element. One thread only.
 class XmlDocument {
  public:
   static constexpr std::uintmax_t kMaxBytes = 1024 * 1024;
@@ -37,11 +35,9 @@ class XmlDocument {
   pugi::xml_document document_;
 };
 
-// The part of an element's name after its prefix.
-std::string_view LocalName(const pugi::xml_node& element);
-// The part before it; empty when there is none.
+// The part of an element's name before its colon; empty when there is none.
 std::string_view Prefix(const pugi::xml_node& element);
-// The namespace that the element is in, "" for none; nullopt when its prefix is declared nowhere.
-std::optional<std::string_view> NamespaceOf(const pugi::xml_node& element);
+// What an XPath expression, such as "local-name()", gives for the element.
+std::string TextOf(const pugi::xml_node& element, const char* expression);
 
 }  // namespace orvane::app
