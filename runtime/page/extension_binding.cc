@@ -109,8 +109,8 @@ bool ExtensionBinding::PostBytes(const NativeCall& call) {
 JSValueRef ExtensionBinding::SetMessageListener(const NativeCall& call) {
   const JSValueRef listener = call[0];
   listener_ = JSValueIsUndefined(call.context, listener) || JSValueIsNull(call.context, listener)
-                  ? ProtectedFunction()
-                  : ProtectedFunction(page_.context(), call.Function(0, "The message listener"));
+                  ? nullptr
+                  : Protect(page_.context(), call.Function(0, "The message listener"));
   return JSValueMakeUndefined(call.context);
 }
 
@@ -133,7 +133,7 @@ JSValueRef ExtensionBinding::SetPendingReplies(const NativeCall& call) {
 void ExtensionBinding::Deliver(TraceKind kind, const std::string& payload,
                                Clock::TimePoint posted) {
   Trace(TraceDirection::kToPage, kind, payload, posted);
-  if (listener_.get() == nullptr) return;
+  if (listener_ == nullptr) return;
   const JSValueRef value = kind == TraceKind::kNativeBinary ? MakeBuffer(page_.context(), payload)
                                                             : MakeText(page_.context(), payload);
   page_.Call(listener_.get(), 1, &value);

@@ -39,7 +39,7 @@ class ExtensionBinding final : public NativeObject, public extensions::InstanceC
   int pending_replies() const { return pending_replies_; }
 
   // The page closes: nothing reaches the script from now on.
-  void DropListener() { listener_.Reset(); }
+  void DropListener() { listener_.reset(); }
 
   void OnMessage(std::string_view text) override { Post(TraceKind::kNativePost, text); }
   void OnBinaryMessage(std::string_view bytes) override { Post(TraceKind::kNativeBinary, bytes); }

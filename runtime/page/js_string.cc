@@ -48,19 +48,18 @@ JsString WithReplacements(JSStringRef string) {
 
 JsString::JsString(const std::string& utf8) : string_(JSStringCreateWithUTF8CString(utf8.c_str())) {
   // The engine makes an empty string of a text that it cannot read.
-  if (!utf8.empty() && utf8[0] != '\0' && JSStringGetLength(string_) == 0) {
-    JSStringRelease(string_);
-    string_ = JSStringCreateWithUTF8CString(base::WellFormedUtf8(utf8.c_str()).c_str());
+  if (!utf8.empty() && utf8[0] != '\0' && JSStringGetLength(get()) == 0) {
+    string_.reset(JSStringCreateWithUTF8CString(base::WellFormedUtf8(utf8.c_str()).c_str()));
   }
 }
 
 void JsString::CopyTo(std::string* utf8) const {
-  utf8->resize(JSStringGetMaximumUTF8CStringSize(string_));
-  const size_t size = JSStringGetUTF8CString(string_, utf8->data(), utf8->size());
+  utf8->resize(JSStringGetMaximumUTF8CStringSize(get()));
+  const size_t size = JSStringGetUTF8CString(get(), utf8->data(), utf8->size());
   utf8->resize(size > 0 ? size - 1 : 0);
   // The engine stops at a lone surrogate.
-  if (CountUnits(*utf8) != JSStringGetLength(string_)) {
-    return WithReplacements(string_).CopyTo(utf8);
+  if (CountUnits(*utf8) != JSStringGetLength(get())) {
+    return WithReplacements(get()).CopyTo(utf8);
   }
   if (utf8->capacity() > kKeptCapacity) utf8->shrink_to_fit();
 }

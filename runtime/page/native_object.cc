@@ -55,4 +55,9 @@ JSClassRef MakeNativeClass(const char* name, const JSStaticFunction* functions,
   return JSClassCreate(&definition);
 }
 
+ProtectedFunction Protect(JSContextRef context, JSObjectRef function) {
+  JSValueProtect(context, function);
+  return {function, [context](JSObjectRef kept) { JSValueUnprotect(context, kept); }};
+}
+
 }  // namespace orvane::page

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <exception>
+#include <memory>
 #include <stdexcept>
 
 #include <JavaScriptCore/JavaScript.h>
@@ -96,34 +97,9 @@ constexpr JSStaticFunction NativeFunction(const char* name) {
   return {name, CallNative<Self, kFunction>, kJSPropertyAttributeReadOnly};
 }
 
-// Keeps a value from being collected for as long as this lives, which must not be longer than its
-// context.
-class ProtectedFunction {
- public:
-  ProtectedFunction() = default;
-  ProtectedFunction(JSContextRef context, JSObjectRef function)
-      : context_(context), function_(function) {
-    JSValueProtect(context_, function_);
-  }
-  ~ProtectedFunction() { Reset(); }
-  ProtectedFunction(const ProtectedFunction&) = delete;
-  ProtectedFunction& operator=(const ProtectedFunction&) = delete;
-  ProtectedFunction(ProtectedFunction&& other) noexcept
-      : context_(other.context_), function_(std::exchange(other.function_, nullptr)) {}
-  ProtectedFunction& operator=(ProtectedFunction&& other) noexcept {
-    std::swap(context_, other.context_);
-    std::swap(function_, other.function_);
-    return *this;
-  }
-
-  void Reset() {
-    if (function_ != nullptr) JSValueUnprotect(context_, std::exchange(function_, nullptr));
-  }
-  JSObjectRef get() const { return function_; }
-
- private:
-  JSContextRef context_ = nullptr;
-  JSObjectRef function_ = nullptr;
-};
+// Keeps a function from being collected for as long as one of these lives, which must not be longer
+// than its context.
+using ProtectedFunction = std::shared_ptr<OpaqueJSValue>;
+ProtectedFunction Protect(JSContextRef context, JSObjectRef function);
 
 }  // namespace orvane::page

@@ -57,13 +57,12 @@ JSValueRef PageCore::CreateInstance(const NativeCall& call) {
 
 // (function, delay in ms, repeats) -> the timer's number
 JSValueRef PageCore::AddTimer(const NativeCall& call) {
-  const auto function =
-      std::make_shared<ProtectedFunction>(context_, call.Function(0, "A timer's handler"));
+  const ProtectedFunction function = Protect(context_, call.Function(0, "A timer's handler"));
   const bool repeats = JSValueToBoolean(call.context, call[2]);
   const int32_t timer =
       timers_.Add(std::chrono::milliseconds(call.Int(1)),
                   repeats ? TimerQueue::Repeat::kInterval : TimerQueue::Repeat::kOnce,
-                  runtime_.clock().Now(), [this, function] { Call(function->get(), 0, nullptr); });
+                  runtime_.clock().Now(), [this, function] { Call(function.get(), 0, nullptr); });
   return JSValueMakeNumber(call.context, timer);
 }
 

@@ -47,11 +47,12 @@ JSValueRef PageCore::SendSync(const NativeCall& call) {
 JSValueRef PageCore::SendAsync(const NativeCall& call) {
   const std::string uri = call.Text(0);
   const std::string text = call.Text(1);
-  ProtectedFunction callback(context_, call.Function(2, "The callback of a runtime message"));
+  const ProtectedFunction callback =
+      Protect(context_, call.Function(2, "The callback of a runtime message"));
   RuntimeMessages& messages = RequireRuntime();
   Trace(TraceDirection::kFromPage, TraceKind::kRuntimeAsync, uri, text, {});
   const uint64_t number = ++last_answer_;
-  waiting_answers_.emplace(number, WaitingAnswer{uri, std::move(callback), runtime_.clock().Now()});
+  waiting_answers_.emplace(number, WaitingAnswer{uri, callback, runtime_.clock().Now()});
   try {
     messages.SendAsync(uri, text, [work_queue = work_queue_, number](const std::string& answer) {
       work_queue->Post([number, answer](PageCore& page) { page.Answer(number, answer); });

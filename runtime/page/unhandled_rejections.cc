@@ -19,7 +19,7 @@ JSValueRef DoNothing(JSContextRef context, JSObjectRef, JSObjectRef, size_t, con
 
 UnhandledRejections::~UnhandledRejections() {
   if (spare_context_ == nullptr) return;
-  JSValueUnprotect(spare_context_, spare_handler_);
+  spare_handler_.reset();
   JSGlobalContextRelease(spare_context_);
 }
 
@@ -32,10 +32,10 @@ void UnhandledRejections::Watch(JSGlobalContextRef context, JSObjectRef handler)
 void UnhandledRejections::Unwatch(JSGlobalContextRef context) {
   if (spare_context_ == nullptr) {
     spare_context_ = JSGlobalContextCreateInGroup(group_, nullptr);
-    spare_handler_ = JSObjectMakeFunctionWithCallback(spare_context_, nullptr, DoNothing);
-    JSValueProtect(spare_context_, spare_handler_);
+    spare_handler_ = Protect(spare_context_,
+                             JSObjectMakeFunctionWithCallback(spare_context_, nullptr, DoNothing));
   }
-  Watch(context, spare_handler_);
+  Watch(context, spare_handler_.get());
 }
 
 }  // namespace orvane::page

@@ -4,6 +4,8 @@
 
 #include <JavaScriptCore/JavaScript.h>
 
+#include "page/native_object.h"
+
 namespace orvane::page {
 
 // Tells of promises that are rejected and that nothing handles. Owned by the PageRuntime of the
@@ -28,7 +30,7 @@ class UnhandledRejections {
  private:
   const JSContextGroupRef group_;
   JSGlobalContextRef spare_context_ = nullptr;
-  JSObjectRef spare_handler_ = nullptr;
+  ProtectedFunction spare_handler_;
 };
 
 }  // namespace orvane::page
