@@ -77,30 +77,42 @@ ExtensionHost::~ExtensionHost() {
 
 bool ExtensionHost::LoadFile(const std::filesystem::path& library, std::string* error) {
   context_->Enter("ExtensionHost::LoadFile");
+  return Load(library, FindWaiting(*catalogue_, library), error);
+}
+
+bool ExtensionHost::Load(const std::filesystem::path& library, CatalogueItem* waiting,
+                         std::string* error) {
   try {
-    CatalogueItem* waiting = FindWaiting(*catalogue_, library);
-    if (waiting != nullptr) {
-      LoadWaiting(*waiting);
-    } else {
-      LoadNew(library);
-    }
+    extensions_.reserve(extensions_.size() + 1);
+    LoadedExtension extension = Extension::Load(context_, library);
+    Publish(*extension, waiting);
+    extensions_.push_back(std::move(extension));
     return true;
   } catch (const std::exception& exception) {
-    if (error != nullptr) {
-      *error = exception.what();
-    } else {
+    if (waiting != nullptr) catalogue_->Remove(*waiting);
+    if (error == nullptr) {
       context_->Warn(exception.what());
+    } else {
+      *error = exception.what();
     }
     return false;
   }
 }
 
-void ExtensionHost::LoadNew(const std::filesystem::path& library) {
-  extensions_.reserve(extensions_.size() + 1);
-  LoadedExtension extension = Extension::Load(context_, library);
-  catalogue_->Add({extension->name(), extension->registration().entry_points, extension->path(),
-                   extension->path().string(), extension.get()});
-  extensions_.push_back(std::move(extension));
+void ExtensionHost::Publish(Extension& extension, CatalogueItem* waiting) {
+  const std::vector<std::string>& entry_points = extension.registration().entry_points;
+  if (waiting == nullptr) {
+    return catalogue_->Add(
+        {extension.name(), entry_points, extension.path(), extension.path().string(), &extension});
+  }
+  if (extension.name() != waiting->name) {
+    throw HostError("The library " + waiting->library.string() + " names itself " +
+                    base::JsonText(extension.name()) + ", but " + waiting->source + " names it " +
+                    base::JsonText(waiting->name) +
+                    ". The library is not used; correct the entry.");
+  }
+  catalogue_->AddEntryPoints(*waiting, entry_points);
+  waiting->extension = &extension;
 }
 
 void ExtensionHost::LoadFolder(const std::filesystem::path& folder) {
@@ -170,35 +182,7 @@ Extension* ExtensionHost::Find(const std::string& dotted_name) {
   CatalogueItem* item = catalogue_->Find(dotted_name);
   if (item == nullptr) return nullptr;
   if (item->extension != nullptr) return item->extension;
-  try {
-    LoadWaiting(*item);
-    return item->extension;
-  } catch (const std::exception& exception) {
-    context_->Warn(exception.what());
-    return nullptr;
-  }
-}
-
-void ExtensionHost::LoadWaiting(CatalogueItem& item) {
-  try {
-    LoadItem(item);
-  } catch (...) {
-    catalogue_->Remove(item);
-    throw;
-  }
-}
-
-void ExtensionHost::LoadItem(CatalogueItem& item) {
-  extensions_.reserve(extensions_.size() + 1);
-  LoadedExtension extension = Extension::Load(context_, item.library);
-  if (extension->name() != item.name) {
-    throw HostError("The library " + item.library.string() + " names itself " +
-                    base::JsonText(extension->name()) + ", but " + item.source + " names it " +
-                    base::JsonText(item.name) + ". The library is not used; correct the entry.");
-  }
-  catalogue_->AddEntryPoints(item, extension->registration().entry_points);
-  item.extension = extension.get();
-  extensions_.push_back(std::move(extension));
+  return Load(item->library, item, nullptr) ? item->extension : nullptr;
 }
 
 }  // namespace orvane::extensions

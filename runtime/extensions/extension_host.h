@@ -62,9 +62,9 @@ class ExtensionHost {
   void ReadMetadata(const std::filesystem::path& file,
                     std::vector<std::filesystem::path>* named_libraries);
   void AddLazily(CatalogueItem item, const std::vector<std::filesystem::path>& named_libraries);
-  void LoadNew(const std::filesystem::path& library);
-  void LoadWaiting(CatalogueItem& item);  // removes the item when it throws
-  void LoadItem(CatalogueItem& item);
+  // `waiting` is the item that is loaded late, or null; it is removed when that fails.
+  bool Load(const std::filesystem::path& library, CatalogueItem* waiting, std::string* error);
+  void Publish(Extension& extension, CatalogueItem* waiting);
 
   std::shared_ptr<HostContext> context_;
   std::unique_ptr<Catalogue> catalogue_;

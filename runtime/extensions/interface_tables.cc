@@ -52,14 +52,11 @@ void RegisterShutdownCallback(XW_Extension extension, XW_ShutdownCallback shutdo
 }
 
 void SetInstanceData(XW_Instance instance, void* data) {
-  WithInstance("SetInstanceData", instance, false, [&](InstanceState& state) {
-    state.set_data(data);
-    return true;
-  });
+  WithInstance("SetInstanceData", instance, [&](InstanceState& state) { state.set_data(data); });
 }
 
 void* GetInstanceData(XW_Instance instance) {
-  return WithInstance("GetInstanceData", instance, static_cast<void*>(nullptr),
+  return WithInstance("GetInstanceData", instance,
                       [](InstanceState& state) { return state.data(); });
 }
 
@@ -68,10 +65,8 @@ void* GetInstanceData(XW_Instance instance) {
 // `deliver(InstanceClient&)` hands the message to the page.
 template <typename Deliver>
 void Post(const char* call, XW_Instance handle, Deliver&& deliver) {
-  WithInstance(call, handle, false, [&](InstanceState& instance) {
-    if (instance.Post(deliver)) return true;
-    WarnAboutDeadHandle(HandleKind::kInstance, call, handle);
-    return false;
+  WithInstance(call, handle, [&](InstanceState& instance) {
+    if (!instance.Post(deliver)) WarnAboutDeadHandle(HandleKind::kInstance, call, handle);
   });
 }
 
@@ -108,24 +103,19 @@ void RegisterSyncMessageHandler(XW_Extension extension, XW_HandleSyncMessageCall
             [&](Registration& registration) { registration.handle_sync_message = handler; });
 }
 
-void WarnAboutLostReply(Extension& extension, SyncCalls::Effect effect, const char* reply) {
-  const std::string why = effect == SyncCalls::Effect::kSecondReply
-                              ? "the message has a reply already; the second one is ignored: "
-                              : "no synchronous message waits for a reply; it is ignored: ";
-  WarnAboutCall(extension, "SetSyncReply", why + Excerpt(reply));
-}
-
 void SetSyncReply(XW_Instance instance, const char* reply) {
   constexpr char kCall[] = "SetSyncReply";
   if (reply == nullptr) {
     WarnAboutCall(kCall, "was called with NULL, which counts as an empty reply. Pass a text.");
     reply = "";
   }
-  WithInstance(kCall, instance, false, [&](InstanceState& state) {
+  WithInstance(kCall, instance, [&](InstanceState& state) {
     const SyncCalls::Effect effect = state.sync_calls().Reply(reply);
-    if (effect == SyncCalls::Effect::kTaken) return true;
-    WarnAboutLostReply(state.extension(), effect, reply);
-    return false;
+    if (effect == SyncCalls::Effect::kTaken) return;
+    const char* const why = effect == SyncCalls::Effect::kSecondReply
+                                ? "the message has a reply already; the second one is ignored: "
+                                : "no synchronous message waits for a reply; it is ignored: ";
+    WarnAboutCall(state.extension(), kCall, why + Excerpt(reply));
   });
 }
 
@@ -157,18 +147,16 @@ std::string RuntimeVariable(const Extension& extension, const char* key) {
 void GetRuntimeVariableString(XW_Extension extension, const char* key, char* value,
                               size_t value_size) {
   constexpr char kCall[] = "GetRuntimeVariableString";
-  WithExtension(kCall, extension, false, [&](Extension& state) {
-    if (value == nullptr || value_size == 0) return false;
+  WithExtension(kCall, extension, [&](Extension& state) {
+    if (value == nullptr || value_size == 0) return;
     value[0] = '\0';
     if (key == nullptr) {
-      WarnAboutCall(state, kCall, "was called without a key, and gave an empty text.");
-      return false;
+      return WarnAboutCall(state, kCall, "was called without a key, and gave an empty text.");
     }
     const std::string text = RuntimeVariable(state, key);
     const size_t length = std::min(text.size(), value_size - 1);
     std::memcpy(value, text.data(), length);
     value[length] = '\0';
-    return true;
   });
 }
 
@@ -176,16 +164,16 @@ void GetRuntimeVariableString(XW_Extension extension, const char* key, char* val
 
 int CheckApiAccessControl(XW_Extension extension, const char* api_name) {
   constexpr char kCall[] = "CheckAPIAccessControl";
-  return WithExtension(kCall, extension, int{XW_ERROR}, [&](Extension& state) -> int {
+  const bool granted = WithExtension(kCall, extension, [&](Extension& state) {
     if (api_name == nullptr) {
       WarnAboutCall(state, kCall, "was called without an API's name; access is refused.");
-      return XW_ERROR;
+      return false;
     }
     CallGate::Pass pass(state.context().calls_out());
-    if (!pass) return XW_ERROR;
     const auto& access_check = state.context().options().access_check;
-    return !access_check || access_check(api_name) ? XW_OK : XW_ERROR;
+    return pass && (!access_check || access_check(api_name));
   });
+  return granted ? XW_OK : XW_ERROR;
 }
 
 int RegisterPermissions(XW_Extension extension, const char* permission_table) {
@@ -251,7 +239,7 @@ std::string UnknownInterfaceText(const char* name) {
 
 const void* GetInterface(const char* interface_name) {
   constexpr char kCall[] = "XW_GetInterface";
-  return GuardCall(kCall, static_cast<const void*>(nullptr), [&]() -> const void* {
+  return GuardCall(kCall, [&] {
     const void* table = interface_name != nullptr ? FindTable(interface_name) : nullptr;
     if (table == nullptr) {
       WarnAboutCall(kCall,

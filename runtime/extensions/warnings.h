@@ -6,7 +6,7 @@
 #include <exception>
 #include <string>
 #include <string_view>
-#include <utility>
+#include <type_traits>
 
 #include "base/utf8.h"
 
@@ -29,18 +29,18 @@ void WarnAboutCall(const char* call, const std::string& text) noexcept;
 enum class HandleKind { kExtension, kInstance };
 void WarnAboutDeadHandle(HandleKind kind, const char* call, int32_t handle);
 
-// The guard that every C entry point of the host passes: runs `body`, answers `otherwise` after a
-// warning when an exception escapes it.
-template <typename Result, typename Body>
-Result GuardCall(const char* call, Result otherwise, Body&& body) noexcept {
+// The guard that every C entry point of the host passes: runs `body`. When an exception escapes it,
+// warns, and answers the empty value of what it returns.
+template <typename Body>
+std::invoke_result_t<Body> GuardCall(const char* call, Body&& body) noexcept {
   try {
-    return std::forward<Body>(body)();
+    return body();
   } catch (const std::exception& exception) {
     WarnAboutCall(call, exception.what());
   } catch (...) {
     WarnAboutCall(call, "failed with an exception of unknown type");
   }
-  return otherwise;
+  return std::invoke_result_t<Body>();
 }
 
 }  // namespace orvane::extensions
