@@ -10,11 +10,11 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
-#include <sstream>
+#include <memory>
 #include <system_error>
 #include <thread>
 
+#include <glib.h>
 #include <spawn.h>
 
 namespace orvane::base {
@@ -65,15 +65,10 @@ void AddStandardStreams(const ChildProcess::Descriptors& descriptors,
 }  // namespace
 
 std::string FindProgram(const std::vector<std::string>& names) {
-  const char* const path = std::getenv("PATH");
-  if (path == nullptr) return {};
   for (const std::string& name : names) {
-    std::istringstream folders(path);
-    for (std::string folder; std::getline(folders, folder, ':');) {
-      if (folder.empty()) continue;
-      std::string file = folder.append("/").append(name);
-      if (access(file.c_str(), X_OK) == 0) return file;
-    }
+    const std::unique_ptr<char, decltype(&g_free)> file(g_find_program_in_path(name.c_str()),
+                                                        &g_free);
+    if (file) return file.get();
   }
   return {};
 }
