@@ -12,9 +12,9 @@
 #include <cstdlib>
 #include <system_error>
 
-namespace orvane::set_process {
+#include "posix/write_all.h"
 
-enum class EndWatch::Order : unsigned char { kBeginGrace, kStop };
+namespace orvane::set_process {
 
 namespace {
 
@@ -31,42 +31,38 @@ int Poll(pollfd* descriptors, nfds_t count, int timeout_ms) {
 }  // namespace
 
 EndWatch::EndWatch(int socket, std::chrono::milliseconds grace) : socket_(socket), grace_(grace) {
-  if (pipe2(pipe_, O_CLOEXEC) != 0) throw std::system_error(errno, std::system_category(), "pipe2");
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) throw std::system_error(errno, std::system_category(), "pipe2");
+  orders_ = base::UniqueFd(ends[0]);
+  order_ = base::UniqueFd(ends[1]);
   thread_ = std::thread([this] { Watch(); });
 }
 
 EndWatch::~EndWatch() {
-  Tell(Order::kStop);
+  order_.Reset();
   thread_.join();
-  close(pipe_[0]);
-  close(pipe_[1]);
 }
 
-void EndWatch::BeginGrace() { Tell(Order::kBeginGrace); }
-
-void EndWatch::Tell(Order order) {
-  while (write(pipe_[1], &order, sizeof(order)) < 0 && errno == EINTR) {
-  }
-}
+void EndWatch::BeginGrace() { base::WriteAll(order_.get(), "."); }
 
 void EndWatch::Watch() {
   pthread_setname_np(pthread_self(), "end-watch");
-  pollfd descriptors[] = {{pipe_[0], POLLIN, 0}, {socket_, POLLRDHUP, 0}};
+  pollfd descriptors[] = {{orders_.get(), POLLIN, 0}, {socket_, POLLRDHUP, 0}};
   Poll(descriptors, 2, -1);
-  if ((descriptors[0].revents & POLLIN) != 0) {
-    Order order = Order::kStop;
-    if (read(pipe_[0], &order, sizeof(order)) != 1 || order == Order::kStop) return;
-  }
+  if (descriptors[0].revents != 0 && IsOver()) return;
   // From here on only the end of the process counts.
   const Clock::time_point end = Clock::now() + grace_;
   while (Clock::now() < end) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-    if (Poll(descriptors, 1, static_cast<int>(left.count())) <= 0) continue;
-    Order order = Order::kStop;
-    if (read(pipe_[0], &order, sizeof(order)) != 1 || order == Order::kStop) return;
+    if (Poll(descriptors, 1, static_cast<int>(left.count())) > 0 && IsOver()) return;
   }
   std::fputs("orvane: the set process was ended while a handler was still busy.\n", stderr);
   _exit(EXIT_FAILURE);
+}
+
+bool EndWatch::IsOver() {
+  char order = 0;
+  return read(orders_.get(), &order, sizeof(order)) != sizeof(order);
 }
 
 }  // namespace orvane::set_process

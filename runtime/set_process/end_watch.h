@@ -5,6 +5,8 @@
 #include <chrono>
 #include <thread>
 
+#include "posix/unique_fd.h"
+
 namespace orvane::set_process {
 
 // Ends the process when the other side of its socket is gone and it has not ended by itself within
@@ -21,14 +23,13 @@ class EndWatch {
   void BeginGrace();
 
  private:
-  enum class Order : unsigned char;
-
   void Watch();
-  void Tell(Order order);
+  bool IsOver();  // else an order to begin the grace is read
 
   const int socket_;
   const std::chrono::milliseconds grace_;
-  int pipe_[2] = {-1, -1};  // brings orders to the thread
+  base::UniqueFd order_;  // a byte begins the grace, closing it ends the watch
+  base::UniqueFd orders_;
   std::thread thread_;
 };
 

@@ -59,13 +59,7 @@ EventSender::~EventSender() {
   thread_.join();
 }
 
-void EventSender::OnLogLine(const tvset::LogLine& line) { AddLogLine(line); }
-
-void EventSender::OnRefusal(const tvset::Refusal& refusal) {
-  AddExplanation(refusal.text, refusal.tid);
-}
-
-void EventSender::AddLogLine(const tvset::LogLine& line) {
+void EventSender::OnLogLine(const tvset::LogLine& line) {
   std::unique_lock<std::mutex> lock(mutex_);
   // This object's own thread empties the queue, so it cannot wait for that.
   if (std::this_thread::get_id() != thread_.get_id()) {
@@ -80,11 +74,13 @@ void EventSender::AddLogLine(const tvset::LogLine& line) {
   json["seq"] = batch.last;
   batch.lines.append(base::JsonText(json)).push_back('\n');
   log_bytes_ += batch.lines.size() - before;
-  const bool first = !log_due_;
-  BeginLocked(&log_due_, kLogDelay);
   const bool full = batch.count == kBatchLines && log_.size() == 1;
-  if (full) log_due_ = TimePoint();
-  if (first || full) added_.notify_one();
+  if (full) due_.erase(Kind::kLog);
+  BeginLocked(Kind::kLog, full ? milliseconds(0) : kLogDelay);
+}
+
+void EventSender::OnRefusal(const tvset::Refusal& refusal) {
+  AddExplanation(refusal.text, refusal.tid);
 }
 
 void EventSender::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
@@ -145,17 +141,16 @@ void EventSender::OnProfileChanged() {
 void EventSender::TouchRow(Part part, const std::string& key) {
   const std::lock_guard<std::mutex> lock(mutex_);
   touched_.emplace(part, key);
-  BeginLocked(&touched_due_, kTouchedDelay);
+  BeginLocked(Kind::kTouched, kTouchedDelay);
   if (IsKept(part)) snapshot_changed_ = true;
-  if (IsKept(part) || part == Part::kScreenSaver) BeginLocked(&snapshot_due_, kSnapshotDelay);
-  added_.notify_one();
+  if (IsKept(part) || part == Part::kScreenSaver) BeginLocked(Kind::kSnapshot, kSnapshotDelay);
 }
 
 void EventSender::SendChangedSnapshot() {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     if (!snapshot_changed_) return;
-    snapshot_due_.reset();
+    due_.erase(Kind::kSnapshot);
   }
   try {
     SendSnapshot();
@@ -176,11 +171,12 @@ void EventSender::SendSnapshot() {
 void EventSender::AddEvent(std::string_view name, Json data) {
   const std::lock_guard<std::mutex> lock(mutex_);
   urgent_.push_back({{"op", "event"}, {"name", name}, {"data", std::move(data)}});
-  added_.notify_one();
+  BeginLocked(Kind::kUrgent, milliseconds(0));
 }
 
-void EventSender::BeginLocked(std::optional<TimePoint>* due, milliseconds delay) {
-  if (!*due) *due = std::chrono::steady_clock::now() + delay;
+void EventSender::BeginLocked(Kind kind, milliseconds delay) {
+  const bool begins = due_.emplace(kind, std::chrono::steady_clock::now() + delay).second;
+  if (begins) added_.notify_one();
 }
 
 void EventSender::Run() {
@@ -198,44 +194,35 @@ std::optional<EventSender::Load> EventSender::NextLoad() {
   std::unique_lock<std::mutex> lock(mutex_);
   while (true) {
     const TimePoint now = std::chrono::steady_clock::now();
-    const TimePoint due = NextDueLocked();
-    if (due <= now || (is_over_ && due != TimePoint::max())) return TakeDueLocked(now);
-    if (is_over_) return std::nullopt;
-    if (due == TimePoint::max()) {
+    const auto next = std::min_element(
+        due_.begin(), due_.end(), [](const auto& a, const auto& b) { return a.second < b.second; });
+    if (next == due_.end()) {
+      if (is_over_) return std::nullopt;
       added_.wait(lock);
+    } else if (is_over_ || next->second <= now) {
+      return TakeDueLocked(now);
     } else {
-      added_.wait_until(lock, due);
+      added_.wait_until(lock, next->second);
     }
   }
 }
 
-EventSender::TimePoint EventSender::NextDueLocked() const {
-  if (!urgent_.empty()) return {};
-  const TimePoint never = TimePoint::max();
-  return std::min(
-      {log_due_.value_or(never), touched_due_.value_or(never), snapshot_due_.value_or(never)});
-}
-
 EventSender::Load EventSender::TakeDueLocked(TimePoint now) {
-  const auto is_due = [&](const std::optional<TimePoint>& due) {
-    return due && (is_over_ || *due <= now);
+  const auto take = [&](Kind kind) {
+    const auto due = due_.find(kind);
+    if (due == due_.end() || (due->second > now && !is_over_)) return false;
+    due_.erase(due);
+    return true;
   };
   Load load;
-  load.events.swap(urgent_);
-  if (is_due(log_due_)) {
+  if (take(Kind::kUrgent)) load.events.swap(urgent_);
+  if (take(Kind::kLog)) {
     load.log.swap(log_);
     log_bytes_ = 0;
-    log_due_.reset();
     sent_.notify_all();
   }
-  if (is_due(touched_due_)) {
-    load.touched.swap(touched_);
-    touched_due_.reset();
-  }
-  if (is_due(snapshot_due_)) {
-    load.snapshot = true;
-    snapshot_due_.reset();
-  }
+  if (take(Kind::kTouched)) load.touched.swap(touched_);
+  load.snapshot = take(Kind::kSnapshot);
   return load;
 }
 

@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <set>
@@ -77,6 +76,8 @@ class EventSender final : public tvset::Observer {
 
  private:
   using TimePoint = std::chrono::steady_clock::time_point;
+  // What waits to be sent, each for a time of its own.
+  enum class Kind { kUrgent, kLog, kTouched, kSnapshot };
   // Parts of the state, each whole where the key is empty, else the row of the key.
   using Touched = std::set<std::pair<television::Part, std::string>>;
   // Log lines of one frame.
@@ -96,14 +97,12 @@ class EventSender final : public tvset::Observer {
   void Run();
   std::optional<Load> NextLoad();  // waits for it; empty: the end
   Load TakeDueLocked(TimePoint now);
-  TimePoint NextDueLocked() const;
   void Send(const Load& load);
   void SendTouched(const Touched& touched);
   void SendSnapshot();
   void AddExplanation(const std::string& text, pid_t thread);
   void AddEvent(std::string_view name, Json data);
-  void AddLogLine(const tvset::LogLine& line);
-  void BeginLocked(std::optional<TimePoint>* due, std::chrono::milliseconds delay);
+  void BeginLocked(Kind kind, std::chrono::milliseconds delay);  // unless it waits already
 
   tvset::EventHub& events_;
   const television::SetState& state_;
@@ -121,9 +120,7 @@ class EventSender final : public tvset::Observer {
   size_t log_bytes_ = 0;
   int64_t last_log_line_;
   Touched touched_;
-  std::optional<TimePoint> log_due_;
-  std::optional<TimePoint> touched_due_;
-  std::optional<TimePoint> snapshot_due_;
+  std::map<Kind, TimePoint> due_;
   bool snapshot_changed_ = false;
   bool is_over_ = false;
   std::thread thread_;  // last: begins with everything else in place

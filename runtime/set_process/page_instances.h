@@ -34,8 +34,6 @@ class PageInstances {
   // Destroys its instances. Nothing happens to one that was never used.
   void Close(int64_t context);
 
-  size_t size() const { return contexts_.size(); }
-
  private:
   class Connection;
   using Connections = std::vector<std::unique_ptr<Connection>>;
