@@ -88,10 +88,9 @@ void ResourceReader::OnMessage(std::string_view text) {
   Receiver receiver;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
-    const auto found = waiting_.find(reply.callback_id.value_or(0));
-    if (found == waiting_.end()) return;
-    receiver = std::move(found->second);
-    waiting_.erase(found);
+    const auto found = waiting_.extract(reply.callback_id.value_or(0));
+    if (found.empty()) return;
+    receiver = std::move(found.mapped());
   }
   if (!reply.error) return receiver(WithValue(std::move(reply.result)), "");
   receiver(Json(), "The library could not read it: " + TextOf(*reply.error) + ".");

@@ -3,12 +3,16 @@
 #include "television/runtime_services.h"
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "television/message_text.h"
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/split.hpp>
+
+#include "base/json.h"
 #include "television/set_fields.h"
 #include "television/shown_text.h"
 
@@ -19,14 +23,26 @@ namespace {
 constexpr char kSuccess[] = "success";
 constexpr char kError[] = "error";
 constexpr char kNotSupported[] = "notsupportederror";
+constexpr size_t kMaxMessageBytes = 64 * 1024;
+
+// A decimal number within int's range, with nothing before or after it.
+std::optional<int> ReadInteger(std::string_view text) {
+  int value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stopped, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stopped != end) return std::nullopt;
+  return value;
+}
+
+// At least one, empty ones included.
+std::vector<std::string> PartsBetweenCommas(const std::string& text) {
+  std::vector<std::string> parts;
+  return boost::algorithm::split(parts, text, boost::algorithm::is_any_of(","));
+}
 
 std::string MissingPrivilege(const std::string& privilege) {
   return "the application does not hold the privilege. Add <tizen:privilege name=\"" + privilege +
          "\"/> to its config.xml";
-}
-
-std::string UnknownKey(const std::string& key_name) {
-  return "no key of the remote control is called " + Quoted(key_name);
 }
 
 }  // namespace
@@ -62,7 +78,10 @@ std::string RuntimeServices::SendSync(const std::string& uri, const std::string&
 void RuntimeServices::SendAsync(const std::string& uri, const std::string& text,
                                 std::function<void(std::string)> answer) {
   const Outcome outcome = Handle(uri, text);
-  answer(outcome.answer == kSuccess ? SuccessReply() : ErrorReply(outcome.reason));
+  if (outcome.answer == kSuccess) return answer(R"({"status":"success"})");
+  answer(base::JsonText(
+      {{"status", "error"},
+       {"error", {{"code", 9999}, {"name", "UnknownError"}, {"message", outcome.reason}}}}));
 }
 
 RuntimeServices::Outcome RuntimeServices::Handle(const std::string& uri, const std::string& text) {
@@ -89,16 +108,7 @@ RuntimeServices::Outcome RuntimeServices::RegisterKey(const std::string& text) {
 
 RuntimeServices::Outcome RuntimeServices::UnregisterKey(const std::string& text) {
   if (!Holds(tvset::kKeyPrivilege)) return {kError, MissingPrivilege(tvset::kKeyPrivilege)};
-  switch (set_.key_grabs().Ungrab(app_id_, text)) {
-    case tvset::GrabResult::kDone:
-    case tvset::GrabResult::kNotGrabbed:  // what the page wants is so already
-      return {kSuccess, ""};
-    case tvset::GrabResult::kUnknownKey:
-      return {kError, UnknownKey(text)};
-    case tvset::GrabResult::kNotRunning:
-      return {kError, NotRunning()};
-  }
-  return {kError, ""};
+  return OfGrab(set_.key_grabs().Ungrab(app_id_, text), text);
 }
 
 // "XF86Red,2": the key's symbol and the number of the grab mode.
@@ -117,16 +127,21 @@ RuntimeServices::Outcome RuntimeServices::RegisterKeyInSpecialMode(const std::st
 
 RuntimeServices::Outcome RuntimeServices::Grab(const std::string& key_name, tvset::GrabMode mode) {
   if (!Holds(tvset::kKeyPrivilege)) return {kError, MissingPrivilege(tvset::kKeyPrivilege)};
-  switch (set_.key_grabs().Grab(app_id_, key_name, mode)) {
+  return OfGrab(set_.key_grabs().Grab(app_id_, key_name, mode), key_name);
+}
+
+RuntimeServices::Outcome RuntimeServices::OfGrab(tvset::GrabResult result,
+                                                 const std::string& key_name) const {
+  switch (result) {
     case tvset::GrabResult::kDone:
+    case tvset::GrabResult::kNotGrabbed:  // what the page wants is so already
       return {kSuccess, ""};
     case tvset::GrabResult::kNotRunning:
       return {kError, NotRunning()};
     case tvset::GrabResult::kUnknownKey:
-    case tvset::GrabResult::kNotGrabbed:
       break;
   }
-  return {kError, UnknownKey(key_name)};
+  return {kError, "no key of the remote control is called " + Quoted(key_name)};
 }
 
 RuntimeServices::Outcome RuntimeServices::SetIMERecommendedType(const std::string& text) {
@@ -141,9 +156,7 @@ RuntimeServices::Outcome RuntimeServices::SetIMERecommendedType(const std::strin
 
 RuntimeServices::Outcome RuntimeServices::SetIMERecommendedWords(const std::string& text) {
   std::vector<std::string> words;
-  if (!text.empty()) {
-    for (const std::string_view word : Split(text, ',')) words.emplace_back(word);
-  }
+  if (!text.empty()) words = PartsBetweenCommas(text);
   constexpr size_t kMaxWords = 1000;
   if (words.size() > kMaxWords) {
     return {kError, "there are more than " + std::to_string(kMaxWords) + " words"};
@@ -154,7 +167,7 @@ RuntimeServices::Outcome RuntimeServices::SetIMERecommendedWords(const std::stri
 
 // "960,1080,7": x and y in pixels and the number of the alignment.
 RuntimeServices::Outcome RuntimeServices::SetIMEPosition(const std::string& text) {
-  const std::vector<std::string_view> parts = Split(text, ',');
+  const std::vector<std::string> parts = PartsBetweenCommas(text);
   std::optional<int> numbers[3];
   for (size_t i = 0; parts.size() == 3 && i < 3; ++i) numbers[i] = ReadInteger(parts[i]);
   const std::string malformed =

@@ -60,6 +60,7 @@ class RuntimeServices final : public page::RuntimeMessages {
   Outcome SetAuxHint(const std::string& text);
 
   Outcome Grab(const std::string& key_name, tvset::GrabMode mode);
+  Outcome OfGrab(tvset::GrabResult result, const std::string& key_name) const;
   Outcome OfWindow(bool done) const;
   bool Holds(const std::string& privilege) const;
   std::string NotRunning() const;

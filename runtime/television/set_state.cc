@@ -13,6 +13,8 @@
 #include <app_context.h>
 #include <vconf.h>
 
+#include "base/wall_clock.h"
+
 namespace orvane::television {
 
 namespace fs = std::filesystem;
@@ -28,34 +30,6 @@ const std::array<base::EnumName<int>, 5> kAppStates{{{APP_STATE_UNDEFINED, "UNDE
                                                      {APP_STATE_TERMINATED, "TERMINATED"}}};
 
 namespace {
-
-struct KeyRow {
-  tvset::RemoteKey key;
-  bool mandatory = false;
-};
-template <class Map>
-void MapFields(Map& map, KeyRow& row) {
-  map("name", row.key.name);
-  map("keyCode", row.key.key_code);
-  map("hardwareCode", row.key.x_key_code);
-  map("mandatory", row.mandatory);
-  map("pageNames", row.key.page_names);
-}
-
-struct ScreenSaverRow {
-  tvset::ScreenSaverState state;
-  int64_t timeout_seconds = 0;
-  std::optional<int64_t> remaining_ms;  // empty: it is on, or never comes on
-};
-template <class Map>
-void MapFields(Map& map, ScreenSaverRow& row) {
-  map("owner", row.state.app_id);
-  map("timeoutSeconds", row.timeout_seconds);
-  map("remainingMs", row.remaining_ms);
-  map("on", row.state.on);
-  map("resets", row.state.resets);
-  map("inputs", row.state.inputs);
-}
 
 template <size_t kCount>
 std::string_view NameIn(const std::array<base::EnumName<int>, kCount>& names, int number,
@@ -93,13 +67,12 @@ Json NumberJson(const std::string& text) {
 }  // namespace
 
 std::string_view SettingTypeName(int type) { return NameIn(kSettingTypes, type, "unknown"); }
-std::string_view AppStateName(int state) { return NameIn(kAppStates, state, "UNDEFINED"); }
 
-SettingRow RowOf(const tvset::Setting& setting) {
-  SettingRow row{setting.key, std::string(SettingTypeName(setting.type)), setting.value};
-  if (setting.type == VCONF_TYPE_BOOL) row.value = setting.value == "true";
+Json RowOf(const tvset::Setting& setting) {
+  Json row{{"key", setting.key}, {"type", SettingTypeName(setting.type)}, {"value", setting.value}};
+  if (setting.type == VCONF_TYPE_BOOL) row["value"] = setting.value == "true";
   if (setting.type == VCONF_TYPE_INT || setting.type == VCONF_TYPE_DOUBLE) {
-    row.value = NumberJson(setting.value);
+    row["value"] = NumberJson(setting.value);
   }
   return row;
 }
@@ -116,11 +89,11 @@ Json SetState::ValueOf(Part part) const {
     case Part::kFeatures:
       return base::ToJson(set_.features().list());
     case Part::kApplications:
-      return base::ToJson(Applications());
+      return Applications();
     case Part::kFocus:
       return set_.applications().focused();
     case Part::kWindows:
-      return base::ToJson(Windows());
+      return Windows();
     case Part::kInputMethod:
       return base::ToJson(set_.input_method().state());
     case Part::kKeyGrabs:
@@ -138,11 +111,11 @@ Json SetState::ValueOf(Part part) const {
 Json SetState::RowOf(Part part, const std::string& key) const {
   if (part == Part::kSettings) {
     const auto setting = set_.settings().Find(key);
-    return setting ? base::ToJson(television::RowOf(*setting)) : Json();
+    return setting ? television::RowOf(*setting) : Json();
   }
   if (part == Part::kApplications) {
     const auto application = set_.applications().Find(key);
-    return application ? base::ToJson(Row(*application)) : Json();
+    return application ? Row(*application) : Json();
   }
   if (part != Part::kFaults) return {};
   for (const tvset::Fault& fault : set_.faults().list()) {
@@ -160,8 +133,7 @@ Json SetState::All() const {
   all["functions"] = tvset::FaultTable::functions();
   all["accesses"] = tvset::FaultTable::accesses();
   all["uuid"] = Uuid();
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
-  all["time_ns"] = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+  all["time_ns"] = base::NowNs();
   return all;
 }
 
@@ -177,61 +149,65 @@ Json SetState::Panel() const {
   return {{"width", uhd ? 3840 : 1920}, {"height", uhd ? 2160 : 1080}};
 }
 
-std::vector<ApplicationRow> SetState::Applications() const {
-  std::vector<ApplicationRow> rows;
+Json SetState::Applications() const {
+  Json rows = Json::array();
   for (const tvset::Application& application : set_.applications().list()) {
     rows.push_back(Row(application));
   }
   return rows;
 }
 
-ApplicationRow SetState::Row(const tvset::Application& application) const {
-  ApplicationRow row;
-  row.installed = application;
+// As it was installed, and whether and how it runs. One may run without a process of its own.
+Json SetState::Row(const tvset::Application& application) const {
+  Json row = base::ToJson(application);
   const auto running = set_.applications().Running(application.id);
-  if (!running) return row;
-  row.running = true;
-  row.state = running->state;
-  row.state_name = AppStateName(running->state);
-  if (running->pid != 0) row.pid = running->pid;
+  row["running"] = running.has_value();
+  row["state"] = running ? Json(running->state) : Json();
+  row["stateName"] = running ? Json(NameIn(kAppStates, running->state, "UNDEFINED")) : Json();
+  row["pid"] = running && running->pid != 0 ? Json(running->pid) : Json();
   return row;
 }
 
-WindowsState SetState::Windows() const {
+Json SetState::Windows() const {
   WindowsState windows;
   windows.stack = set_.windows().stack();
   for (const std::string& app : set_.applications().raise_order()) {
     windows.list.push_back({app, set_.windows().window(app)});
   }
-  return windows;
+  return base::ToJson(windows);
 }
 
 Json SetState::Keys() const {
-  std::vector<KeyRow> keys;
+  Json keys = Json::array();
   for (const tvset::RemoteKey& key : set_.key_grabs().known_keys()) {
-    keys.push_back({key, tvset::IsMandatoryKey(key.name)});
+    keys.push_back({{"name", key.name},
+                    {"keyCode", key.key_code},
+                    {"hardwareCode", key.x_key_code},
+                    {"mandatory", tvset::IsMandatoryKey(key.name)},
+                    {"pageNames", key.page_names}});
   }
-  return base::ToJson(keys);
+  return keys;
 }
 
 Json SetState::Settings() const {
   Json rows = Json::array();
   for (const tvset::Setting& setting : set_.settings().list()) {
-    rows.push_back(base::ToJson(television::RowOf(setting)));
+    rows.push_back(television::RowOf(setting));
   }
   return rows;
 }
 
+// Nothing remains where it is on, or never comes on.
 Json SetState::ScreenSaver() const {
-  using std::chrono::milliseconds;
-  ScreenSaverRow row;
-  row.state = set_.screen_saver().state();
-  row.timeout_seconds = row.state.timeout.count();
-  if (!row.state.on && row.state.timeout.count() != 0) {
-    const auto left = std::max(row.state.timeout - row.state.idle, std::chrono::nanoseconds(0));
-    row.remaining_ms = std::chrono::duration_cast<milliseconds>(left).count();
+  const tvset::ScreenSaverState state = set_.screen_saver().state();
+  Json remaining_ms;
+  if (!state.on && state.timeout.count() != 0) {
+    const auto left = std::max(state.timeout - state.idle, std::chrono::nanoseconds(0));
+    remaining_ms = std::chrono::duration_cast<std::chrono::milliseconds>(left).count();
   }
-  return base::ToJson(row);
+  return {{"owner", state.app_id},  {"timeoutSeconds", state.timeout.count()},
+          {"on", state.on},         {"remainingMs", remaining_ms},
+          {"resets", state.resets}, {"inputs", state.inputs}};
 }
 
 // As the library keeps it for the application; it makes one when the page first asks.

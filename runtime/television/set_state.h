@@ -43,23 +43,6 @@ inline constexpr std::array<base::EnumName<Part>, 11> kParts{{{Part::kProfile, "
                                                               {Part::kFaults, "faults"}}};
 constexpr auto& EnumNames(Part) { return kParts; }
 
-// An application in the state: as it was installed, and whether and how it runs.
-struct ApplicationRow {
-  tvset::Application installed;
-  bool running = false;
-  std::optional<int> state;  // app_state_e; empty, like the rest, while it does not run
-  std::optional<std::string> state_name;
-  std::optional<pid_t> pid;  // also empty for one without a process of its own
-};
-template <class Map>
-void MapFields(Map& map, ApplicationRow& row) {
-  MapFields(map, row.installed);
-  map("running", row.running);
-  map("state", row.state);
-  map("stateName", row.state_name);
-  map("pid", row.pid);
-}
-
 struct WindowRow {
   std::string app;
   tvset::Window window;
@@ -84,24 +67,14 @@ void MapFields(Map& map, WindowsState& windows) {
   map("list", windows.list);
 }
 
-struct SettingRow {
-  std::string key;
-  std::string type;  // one of kSettingTypes, or "unknown"
-  Json value;        // of the type; a text where JSON has no such number
-};
-template <class Map>
-void MapFields(Map& map, SettingRow& row) {
-  map("key", row.key);
-  map("type", row.type);
-  map("value", row.value);
-}
-SettingRow RowOf(const tvset::Setting& setting);
+// A setting as the state has it: key, type (one of kSettingTypes, or "unknown") and value, which is
+// of the type, or a text where JSON has no such number.
+Json RowOf(const tvset::Setting& setting);
 
 // Names for the platform's numbers; those of setting types are the command line's.
 extern const std::array<base::EnumName<int>, 4> kSettingTypes;  // VCONF_TYPE_…
 extern const std::array<base::EnumName<int>, 5> kAppStates;     // app_state_e
 std::string_view SettingTypeName(int type);                     // "unknown" for one without a name
-std::string_view AppStateName(int state);  // "UNDEFINED" for one without a name
 
 // The set's state, as people see it: each part as the struct that is its JSON, the events of the
 // set process, the answer of state.get and the snapshot's. Borrows the set, which outlives it. Any
@@ -119,11 +92,10 @@ class SetState {
   // Every part, and what never changes.
   Json All() const;
 
-  std::vector<ApplicationRow> Applications() const;
-  WindowsState Windows() const;
-
  private:
-  ApplicationRow Row(const tvset::Application& application) const;
+  Json Row(const tvset::Application& application) const;
+  Json Applications() const;
+  Json Windows() const;
   Json Profile() const;
   Json Panel() const;
   Json Keys() const;

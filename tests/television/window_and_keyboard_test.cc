@@ -54,7 +54,8 @@ TEST_F(KeyboardTest, SwitchesRecommendedWords) {
 }
 
 TEST_F(KeyboardTest, RefusesOtherTypesOfRecommendedWords) {
-  for (const char* text : {"2", "-1", "", "true", "1 ", "01x"}) {
+  for (const char* text :
+       {"2", "-1", "", "true", "1 ", "01x", "+1", " 1", "1.0", "0x1", "1e0", "-", "4294967297"}) {
     ExpectRefused(kWordsType, text, "is neither 0");
     EXPECT_FALSE(services_.Send(kWordsType, text)) << text;
   }
