@@ -15,6 +15,8 @@
 #include <system_error>
 #include <vector>
 
+#include <boost/scope_exit.hpp>
+
 #include "app/package_archive.h"
 #include "app/problem.h"
 
@@ -48,32 +50,17 @@ std::string Stamp(const fs::path& archive) {
 
 constexpr char kScratchPrefix[] = ".unpacking-";
 
-// A new folder that goes, with all that is in it, unless it was renamed away.
-class ScratchFolder {
- public:
-  explicit ScratchFolder(const fs::path& root) {
-    std::error_code error;
-    fs::create_directories(root, error);
-    std::string name = (root / (std::string(kScratchPrefix) + "XXXXXX")).string();
-    if (error || mkdtemp(name.data()) == nullptr) {
-      throw AppError(root, "no folder can be made here to unpack the application into: " +
-                               (error ? error.message() : std::string(std::strerror(errno))) +
-                               ". Check that this folder may be written to.");
-    }
-    path_ = name;
+fs::path MakeScratchFolder(const fs::path& root) {
+  std::error_code error;
+  fs::create_directories(root, error);
+  std::string name = (root / (std::string(kScratchPrefix) + "XXXXXX")).string();
+  if (error || mkdtemp(name.data()) == nullptr) {
+    throw AppError(root, "no folder can be made here to unpack the application into: " +
+                             (error ? error.message() : std::string(std::strerror(errno))) +
+                             ". Check that this folder may be written to.");
   }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  ~ScratchFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
+  return name;
+}
 
 // Removes the folders whose names begin with `prefix`, but for the newest `kept` and those that
 // were written to after `oldest`.
@@ -98,10 +85,12 @@ fs::path Unpack(const fs::path& archive, const fs::path& root, const UnpackLimit
   fs::path folder = fs::absolute(root) / (prefix + Digest(Stamp(archive)));
   if (fs::is_directory(folder)) return folder;
   PackageArchive package(archive, limits);
-  const ScratchFolder scratch(root);
-  package.ExtractTo(scratch.path());
   std::error_code error;
-  fs::rename(scratch.path(), folder, error);
+  const fs::path scratch = MakeScratchFolder(root);
+  // Nothing is left there when it was renamed away.
+  BOOST_SCOPE_EXIT_ALL(&) { fs::remove_all(scratch, error); };
+  package.ExtractTo(scratch);
+  fs::rename(scratch, folder, error);
   // Another process that unpacked the same archive at the same time may have been first.
   if (error && !fs::is_directory(folder)) {
     throw AppError(folder, "cannot be made: " + error.message() + ".");
