@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "page/describe_error.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -9,12 +10,6 @@
 
 namespace orvane::page {
 namespace {
-
-struct Place {
-  std::string_view file;
-  int line = 0;
-  int column = 0;
-};
 
 bool IsPagesOwn(std::string_view file) {
   return !file.empty() && file.substr(0, kRuntimeScheme.size()) != kRuntimeScheme &&
@@ -33,23 +28,26 @@ std::optional<int> TakeNumber(std::string_view* text) {
   return number;
 }
 
-// A frame of the engine's stack text: "function@file:line:column".
-std::optional<Place> ReadFrame(std::string_view frame) {
+// A frame of the engine's stack text: "function@file:line:column". Whether it is the page's own.
+bool TakePlace(std::string_view frame, ScriptError* error) {
   const std::optional<int> column = TakeNumber(&frame);
   const std::optional<int> line = TakeNumber(&frame);
-  if (!column || !line) return std::nullopt;
-  const size_t at = frame.find('@');
-  return Place{at == std::string_view::npos ? frame : frame.substr(at + 1), *line, *column};
+  const std::string_view file = frame.substr(frame.find('@') + 1);
+  if (!column || !line || !IsPagesOwn(file)) return false;
+  error->file = file;
+  error->line = *line;
+  error->column = *column;
+  return true;
 }
 
-std::optional<Place> FindPagesOwnFrame(std::string_view stack) {
+bool TakePlaceFromStack(ScriptError* error) {
+  std::string_view stack = error->stack;
   while (!stack.empty()) {
-    const size_t end = stack.find('\n');
-    const std::optional<Place> place = ReadFrame(stack.substr(0, end));
-    if (place && IsPagesOwn(place->file)) return place;
-    stack = end == std::string_view::npos ? std::string_view() : stack.substr(end + 1);
+    const size_t end = std::min(stack.find('\n'), stack.size());
+    if (TakePlace(stack.substr(0, end), error)) return true;
+    stack.remove_prefix(std::min(end + 1, stack.size()));
   }
-  return std::nullopt;
+  return false;
 }
 
 std::string TextProperty(JSContextRef context, JSObjectRef object, const char* name) {
@@ -82,12 +80,7 @@ ScriptError DescribeError(JSContextRef context, JSValueRef thrown, const std::st
       JSValueIsObject(context, thrown) ? JSValueToObject(context, thrown, nullptr) : nullptr;
   if (object == nullptr) return error;
   error.stack = TextProperty(context, object, "stack");
-  if (const std::optional<Place> place = FindPagesOwnFrame(error.stack)) {
-    error.file = place->file;
-    error.line = place->line;
-    error.column = place->column;
-    return error;
-  }
+  if (TakePlaceFromStack(&error)) return error;
   const std::string source = TextProperty(context, object, "sourceURL");
   if (!source.empty()) error.file = source;
   error.line = IntProperty(context, object, "line");

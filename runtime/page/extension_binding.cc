@@ -47,8 +47,7 @@ JSClassRef ExtensionBinding::NativeClass() {
 }
 
 ExtensionBinding::ExtensionBinding(PageCore& page, extensions::Extension& extension, uint64_t id)
-    : NativeObject(Kind::kExtension),
-      page_(page),
+    : page_(page),
       extension_(extension),
       id_(id),
       work_queue_(page.work_queue()),

@@ -25,7 +25,6 @@ class PageCore;
 // which come from any thread and post work for the page.
 class ExtensionBinding final : public NativeObject, public extensions::InstanceClient {
  public:
-  static constexpr Kind kNativeKind = Kind::kExtension;
   static JSClassRef NativeClass();
 
   // `id` is its number in its page. Creates the instance; throws HostError when the extension

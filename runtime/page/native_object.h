@@ -15,28 +15,9 @@ namespace orvane::page {
 // The C++ side of an object that only the runtime's own scripts hold. Its functions find it as
 // their `this`.
 class NativeObject {
- public:
-  enum class Kind { kPage, kExtension };
-
  protected:
-  explicit NativeObject(Kind kind) : kind_(kind) {}
-  ~NativeObject() = default;
-
- private:
-  template <typename Self>
-  friend Self& Cast(NativeObject* object);
-
-  const Kind kind_;
+  virtual ~NativeObject() = default;
 };
-
-// Scripts decide what `this` is, so the kind is checked before the cast.
-template <typename Self>
-Self& Cast(NativeObject* object) {
-  if (object == nullptr || object->kind_ != Self::kNativeKind) {
-    throw std::invalid_argument("This function belongs to another object.");
-  }
-  return static_cast<Self&>(*object);
-}
 
 // A value that a script threw, on its way through C++.
 struct ThrownValue {
@@ -86,8 +67,10 @@ template <typename Self, JSValueRef (Self::*kFunction)(const NativeCall&)>
 JSValueRef CallNative(JSContextRef context, JSObjectRef, JSObjectRef self, size_t count,
                       const JSValueRef arguments[], JSValueRef* exception) {
   return GuardNative(context, exception, [&] {
-    auto& object = Cast<Self>(static_cast<NativeObject*>(JSObjectGetPrivate(self)));
-    return (object.*kFunction)(NativeCall{context, arguments, count});
+    // Scripts decide what `this` is.
+    auto* object = dynamic_cast<Self*>(static_cast<NativeObject*>(JSObjectGetPrivate(self)));
+    if (object == nullptr) throw std::invalid_argument("This function belongs to another object.");
+    return (object->*kFunction)(NativeCall{context, arguments, count});
   });
 }
 

@@ -14,8 +14,7 @@
 namespace orvane::page {
 
 PageCore::PageCore(PageRuntime& runtime, PageOptions options)
-    : NativeObject(Kind::kPage),
-      runtime_(runtime),
+    : runtime_(runtime),
       options_(std::move(options)),
       context_(JSGlobalContextCreateInGroup(runtime.group(), nullptr)) {
   StartScripts();

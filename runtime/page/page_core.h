@@ -25,12 +25,11 @@ namespace orvane::page {
 // it comes through its PageWorkQueue.
 class PageCore final : public NativeObject {
  public:
-  static constexpr Kind kNativeKind = Kind::kPage;
   static JSClassRef NativeClass();            // of `host` in js/main.js
   static JSClassRef RejectionHandlerClass();  // of the function that hears of lost rejections
 
   PageCore(PageRuntime& runtime, PageOptions options);
-  ~PageCore();
+  ~PageCore() override;
 
   PageCore(const PageCore&) = delete;
   PageCore& operator=(const PageCore&) = delete;

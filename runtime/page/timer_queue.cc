@@ -15,7 +15,7 @@ constexpr std::chrono::milliseconds kNestedMinimum{4};
 int32_t TimerQueue::Add(std::chrono::milliseconds delay, Repeat repeat, Clock::TimePoint now,
                         Handler handler) {
   const int32_t timer = ++last_timer_;
-  Schedule(timer, Timer{{}, 0, std::max(delay, {}), repeat, running_level_ + 1, std::move(handler)},
+  Schedule(timer, Timer{{}, std::max(delay, {}), repeat, running_level_ + 1, std::move(handler)},
            now);
   return timer;
 }
@@ -23,7 +23,7 @@ int32_t TimerQueue::Add(std::chrono::milliseconds delay, Repeat repeat, Clock::T
 void TimerQueue::Remove(int32_t timer) {
   const auto found = timers_.find(timer);
   if (found == timers_.end()) return;
-  due_.erase({found->second.due, found->second.order});
+  due_.erase(found->second.due);
   timers_.erase(found);
 }
 
@@ -59,9 +59,8 @@ TimerQueue::Handler TimerQueue::TakeDue(Clock::TimePoint now) {
 void TimerQueue::Schedule(int32_t timer, Timer state, Clock::TimePoint now) {
   const auto delay =
       state.level > kFreeLevels ? std::max(state.interval, kNestedMinimum) : state.interval;
-  state.due = now + delay;
-  state.order = ++last_order_;
-  due_.emplace(Key{state.due, state.order}, timer);
+  state.due = {now + delay, ++last_order_};
+  due_.emplace(state.due, timer);
   timers_[timer] = std::move(state);
 }
 

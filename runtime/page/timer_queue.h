@@ -42,16 +42,14 @@ class TimerQueue {
   void EndTimer() { running_level_ = 0; }
 
  private:
+  using Key = std::pair<Clock::TimePoint, uint64_t>;  // when, and in which order
   struct Timer {
-    Clock::TimePoint due;
-    uint64_t order = 0;
+    Key due;
     std::chrono::milliseconds interval{0};
     Repeat repeat = Repeat::kOnce;
     int level = 0;
     Handler handler;
   };
-  using Key = std::pair<Clock::TimePoint, uint64_t>;
-
   void Schedule(int32_t timer, Timer state, Clock::TimePoint now);
 
   int32_t last_timer_ = 0;
