@@ -36,8 +36,7 @@ bool IsDottedName(std::string_view name) {
   return IsIdentifier(name);
 }
 
-void Catalogue::Check(const char* kind, const std::string& name,
-                      const CatalogueItem& claimant) const {
+void Catalogue::Check(const char* kind, const std::string& name, const CatalogueItem& claimant) {
   const std::string what =
       std::string("The ") + kind + " " + base::JsonText(Excerpt(name)) + " of " + claimant.source;
   if (!IsDottedName(name)) {
@@ -60,7 +59,7 @@ void Catalogue::Add(CatalogueItem item) {
   }
   Check("name", item.name, item);
   AddEntryPoints(item, std::exchange(item.entry_points, {}));
-  items_.push_back(std::make_unique<CatalogueItem>(std::move(item)));
+  items_.push_back(std::move(item));
 }
 
 void Catalogue::AddEntryPoints(CatalogueItem& item, const std::vector<std::string>& entry_points) {
@@ -71,15 +70,13 @@ void Catalogue::AddEntryPoints(CatalogueItem& item, const std::vector<std::strin
 }
 
 void Catalogue::Remove(const CatalogueItem& item) {
-  items_.erase(std::find_if(items_.begin(), items_.end(),
-                            [&item](const auto& known) { return known.get() == &item; }));
+  items_.remove_if([&item](const CatalogueItem& known) { return &known == &item; });
 }
 
-CatalogueItem* Catalogue::Find(const std::string& name) const {
-  for (const auto& item : items_) {
-    if (Claims(*item, name)) return item.get();
-  }
-  return nullptr;
+CatalogueItem* Catalogue::Find(const std::string& name) {
+  const auto found = std::find_if(items_.begin(), items_.end(),
+                                  [&name](const auto& item) { return Claims(item, name); });
+  return found == items_.end() ? nullptr : &*found;
 }
 
 }  // namespace orvane::extensions

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <filesystem>
-#include <memory>
+#include <list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,15 +39,16 @@ class Catalogue {
   void Remove(const CatalogueItem& item);
 
   // By name or entry point; null if there is none.
-  CatalogueItem* Find(const std::string& name) const;
+  CatalogueItem* Find(const std::string& name);
 
   // Oldest first.
-  const std::vector<std::unique_ptr<CatalogueItem>>& items() const { return items_; }
+  std::list<CatalogueItem>& items() { return items_; }
+  const std::list<CatalogueItem>& items() const { return items_; }
 
  private:
-  void Check(const char* kind, const std::string& name, const CatalogueItem& claimant) const;
+  void Check(const char* kind, const std::string& name, const CatalogueItem& claimant);
 
-  std::vector<std::unique_ptr<CatalogueItem>> items_;
+  std::list<CatalogueItem> items_;
 };
 
 }  // namespace orvane::extensions

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "base/json.h"
-#include "extensions/catalogue.h"
 #include "extensions/host_context.h"
 #include "extensions/metadata.h"
 #include "extensions/registry.h"
@@ -48,9 +47,9 @@ bool IsAnyOf(const Paths& libraries, const std::filesystem::path& file) {
 }
 
 // The item whose library this is, if it waits to be loaded. Null otherwise.
-CatalogueItem* FindWaiting(const Catalogue& catalogue, const std::filesystem::path& library) {
-  for (const auto& item : catalogue.items()) {
-    if (item->extension == nullptr && IsSameFile(item->library, library)) return item.get();
+CatalogueItem* FindWaiting(Catalogue& catalogue, const std::filesystem::path& library) {
+  for (CatalogueItem& item : catalogue.items()) {
+    if (item.extension == nullptr && IsSameFile(item.library, library)) return &item;
   }
   return nullptr;
 }
@@ -58,8 +57,7 @@ CatalogueItem* FindWaiting(const Catalogue& catalogue, const std::filesystem::pa
 }  // namespace
 
 ExtensionHost::ExtensionHost(HostOptions options)
-    : context_(std::make_shared<HostContext>(std::move(options))),
-      catalogue_(std::make_unique<Catalogue>()) {
+    : context_(std::make_shared<HostContext>(std::move(options))) {
   Registry::Process().hosts.Add(context_.get(), context_);
 }
 
@@ -77,7 +75,7 @@ ExtensionHost::~ExtensionHost() {
 
 bool ExtensionHost::LoadFile(const std::filesystem::path& library, std::string* error) {
   context_->Enter("ExtensionHost::LoadFile");
-  return Load(library, FindWaiting(*catalogue_, library), error);
+  return Load(library, FindWaiting(catalogue_, library), error);
 }
 
 bool ExtensionHost::Load(const std::filesystem::path& library, CatalogueItem* waiting,
@@ -89,7 +87,7 @@ bool ExtensionHost::Load(const std::filesystem::path& library, CatalogueItem* wa
     extensions_.push_back(std::move(extension));
     return true;
   } catch (const std::exception& exception) {
-    if (waiting != nullptr) catalogue_->Remove(*waiting);
+    if (waiting != nullptr) catalogue_.Remove(*waiting);
     if (error == nullptr) {
       context_->Warn(exception.what());
     } else {
@@ -102,7 +100,7 @@ bool ExtensionHost::Load(const std::filesystem::path& library, CatalogueItem* wa
 void ExtensionHost::Publish(Extension& extension, CatalogueItem* waiting) {
   const std::vector<std::string>& entry_points = extension.registration().entry_points;
   if (waiting == nullptr) {
-    return catalogue_->Add(
+    return catalogue_.Add(
         {extension.name(), entry_points, extension.path(), extension.path().string(), &extension});
   }
   if (extension.name() != waiting->name) {
@@ -111,7 +109,7 @@ void ExtensionHost::Publish(Extension& extension, CatalogueItem* waiting) {
                     base::JsonText(waiting->name) +
                     ". The library is not used; correct the entry.");
   }
-  catalogue_->AddEntryPoints(*waiting, entry_points);
+  catalogue_.AddEntryPoints(*waiting, entry_points);
   waiting->extension = &extension;
 }
 
@@ -165,21 +163,17 @@ void ExtensionHost::AddLazily(CatalogueItem item, const Paths& named_libraries) 
     throw HostError("The library " + item.library.string() + " of " + item.source +
                     " is named by an earlier entry, which counts. Take one of the two out.");
   }
-  catalogue_->Add(std::move(item));
+  catalogue_.Add(std::move(item));
 }
 
-std::vector<ExtensionHost::Published> ExtensionHost::catalogue() const {
+std::vector<CatalogueItem> ExtensionHost::catalogue() const {
   context_->Enter("ExtensionHost::catalogue");
-  std::vector<Published> entries;
-  for (const auto& item : catalogue_->items()) {
-    entries.push_back({item->name, item->entry_points, item->extension != nullptr});
-  }
-  return entries;
+  return {catalogue_.items().begin(), catalogue_.items().end()};
 }
 
 Extension* ExtensionHost::Find(const std::string& dotted_name) {
   context_->Enter("ExtensionHost::Find");
-  CatalogueItem* item = catalogue_->Find(dotted_name);
+  CatalogueItem* item = catalogue_.Find(dotted_name);
   if (item == nullptr) return nullptr;
   if (item->extension != nullptr) return item->extension;
   return Load(item->library, item, nullptr) ? item->extension : nullptr;

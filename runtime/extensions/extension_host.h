@@ -7,14 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "extensions/catalogue.h"
 #include "extensions/extension.h"
 #include "extensions/host_error.h"
 #include "extensions/host_options.h"
 
 namespace orvane::extensions {
-
-class Catalogue;
-struct CatalogueItem;
 
 // Hosts extensions of the C interface for the pages of one application. Owned by whoever owns the
 // pages; owns its extensions. Instances are destroyed before it (those that are left are destroyed
@@ -28,13 +26,6 @@ struct CatalogueItem;
 // says what to do; it is not loaded and takes nothing with it.
 class ExtensionHost {
  public:
-  // What a page may touch of one extension.
-  struct Published {
-    std::string name;                       // dotted: where the page finds what the script exports
-    std::vector<std::string> entry_points;  // further dotted names, which load the library as well
-    bool loaded;                            // false: its library waits for the first touch
-  };
-
   explicit ExtensionHost(HostOptions options);
   ~ExtensionHost();  // shutdown callbacks in reverse order of loading, each before its library is
                      // unloaded
@@ -52,7 +43,7 @@ class ExtensionHost {
   void LoadFolder(const std::filesystem::path& folder);
 
   // In the order in which they were found. Libraries that failed to load are not in it.
-  std::vector<Published> catalogue() const;
+  std::vector<CatalogueItem> catalogue() const;
 
   // By name or entry point; loads the library if it waits for that. Null when there is none or it
   // failed to load.
@@ -67,7 +58,7 @@ class ExtensionHost {
   void Publish(Extension& extension, CatalogueItem* waiting);
 
   std::shared_ptr<HostContext> context_;
-  std::unique_ptr<Catalogue> catalogue_;
+  Catalogue catalogue_;
   std::vector<LoadedExtension> extensions_;  // in order of loading
 };
 

@@ -31,7 +31,7 @@ TEST_F(FolderTest, LoadsLibraryWithoutMetadataAtOnce) {
 
   EXPECT_THAT(journal(), ElementsAre("loaded"));
   ASSERT_EQ(host().catalogue().size(), 1u);
-  EXPECT_TRUE(host().catalogue()[0].loaded);
+  EXPECT_TRUE(host().catalogue()[0].extension);
   EXPECT_THAT(warnings(), IsEmpty());
 }
 
@@ -43,14 +43,14 @@ TEST_F(FolderTest, LoadsLibraryWithMetadataWhenItsNameIsTouched) {
   ASSERT_EQ(before.size(), 1u);
   EXPECT_EQ(before[0].name, "test.named");
   EXPECT_THAT(before[0].entry_points, ElementsAre("test.two"));
-  EXPECT_FALSE(before[0].loaded);
+  EXPECT_FALSE(before[0].extension);
   ASSERT_THAT(journal(), IsEmpty());
 
   Extension* extension = host().Find("test.named");
 
   ASSERT_NE(extension, nullptr);
   EXPECT_THAT(journal(), ElementsAre("loaded"));
-  EXPECT_TRUE(host().catalogue()[0].loaded);
+  EXPECT_TRUE(host().catalogue()[0].extension);
   EXPECT_THAT(host().catalogue()[0].entry_points, ElementsAre("test.two", "test.named.one"));
   EXPECT_EQ(host().Find("test.named"), extension);
   EXPECT_THAT(warnings(), IsEmpty());

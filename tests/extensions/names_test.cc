@@ -45,7 +45,7 @@ TEST_F(HostTest, ListsLoadedExtensionsInOrder) {
   ASSERT_EQ(catalogue.size(), 2u);
   EXPECT_EQ(catalogue[0].name, "test.named");
   EXPECT_THAT(catalogue[0].entry_points, ElementsAre("test.named.one", "test.two"));
-  EXPECT_TRUE(catalogue[0].loaded);
+  EXPECT_TRUE(catalogue[0].extension);
   EXPECT_EQ(catalogue[1].name, "test.echo");
 }
 

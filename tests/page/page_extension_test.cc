@@ -224,7 +224,7 @@ class LazyExtension : public PageTest {
     host_.LoadFolder(folder_);
   }
 
-  bool IsLoaded() const { return host_.catalogue().at(0).loaded; }
+  bool IsLoaded() const { return host_.catalogue().at(0).extension != nullptr; }
 
   const test::TemporaryFolder temporary_;
   const std::filesystem::path& folder_ = temporary_.path();
