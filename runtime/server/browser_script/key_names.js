@@ -2,12 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Keys of the remote control as a page's key events name them. The set knows a key by its symbol.
 
+import { mandatoryKeys } from '../../../keys/keys.js';
+
+// Those that a keyboard has too. A browser's events have the page's name as key and as code.
+const ofKeyboard = mandatoryKeys.filter(({ symbol }) => !symbol.startsWith('XF86'));
+
 const named = {
-  Left: { key: 'ArrowLeft', code: 'ArrowLeft' },
-  Up: { key: 'ArrowUp', code: 'ArrowUp' },
-  Right: { key: 'ArrowRight', code: 'ArrowRight' },
-  Down: { key: 'ArrowDown', code: 'ArrowDown' },
-  Return: { key: 'Enter', code: 'Enter' },
+  ...Object.fromEntries(ofKeyboard.map(({ name, symbol }) => [symbol, { key: name, code: name }])),
   minus: { key: '-', code: 'Minus', text: '-' },
 };
 
@@ -22,11 +23,7 @@ export function eventNames(symbol) {
 
 // Keys of a keyboard that stand for keys of the remote control, by the event's code.
 const native = {
-  ArrowLeft: 'Left',
-  ArrowUp: 'Up',
-  ArrowRight: 'Right',
-  ArrowDown: 'Down',
-  Enter: 'Return',
+  ...Object.fromEntries(ofKeyboard.map(({ name, symbol }) => [name, symbol])),
   NumpadEnter: 'Return',
 };
 
