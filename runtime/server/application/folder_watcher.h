@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 
-namespace boost::asio {
-class io_context;
-}
+#include "base/net.h"
+#include "posix/folder_tree.h"
 
 namespace orvane::server {
 
@@ -23,17 +23,28 @@ class FolderWatcher {
   // The last of the files that changed, relative to the folder.
   using Changed = std::function<void(const std::string& file)>;
 
-  // Throws std::system_error when the folder cannot be watched.
-  FolderWatcher(boost::asio::io_context& io, std::filesystem::path folder, Changed changed);
+  // Borrows the loop. Throws std::system_error when the folder cannot be watched.
+  FolderWatcher(asio::io_context& loop, std::filesystem::path folder, Changed changed);
   ~FolderWatcher();  // `changed` is not called any more
   FolderWatcher(const FolderWatcher&) = delete;
   FolderWatcher& operator=(const FolderWatcher&) = delete;
 
-  bool complete() const;  // false: there are too many folders, or too few watches left
-
  private:
-  class Watch;
-  std::shared_ptr<Watch> watch_;  // shared with what the io_context still holds
+  template <class Work>
+  auto IfAlive(Work work);
+  void Wait();
+  void OnEvent(const base::FolderTree::Event& event);
+  void LookForFolder();
+  void Note(std::string file);
+
+  const Changed changed_;
+  base::FolderTree tree_;
+  asio::posix::stream_descriptor ready_;  // that of the tree, which closes it
+  asio::steady_timer quiet_;
+  asio::steady_timer absence_;
+  std::string waiting_;  // the last file of those that are still to be told
+  std::chrono::steady_clock::time_point first_;
+  const std::shared_ptr<char> alive_ = std::make_shared<char>();  // for what the loop still holds
 };
 
 }  // namespace orvane::server
