@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "base/child_process.h"
-#include "server/pictures/browser_error.h"
+#include "posix/unique_fd.h"
 #include "server/pictures/devtools_pipe.h"
 
 namespace orvane::server {
@@ -21,33 +21,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// The two ends of the browser's pipe. No other child is to have either.
-struct Ends {
-  int own = -1;
-  int browsers = -1;
-
-  Ends() {
-    int sockets[2];
-    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets) != 0) {
-      throw BrowserError("No socket can be made for the browser.");
-    }
-    own = sockets[0];
-    // Above the numbers under which the browser gets it, which would keep it from being closed.
-    constexpr int kFirst = 10;
-    browsers = fcntl(sockets[1], F_DUPFD_CLOEXEC, kFirst);
-    close(sockets[1]);
-  }
-  ~Ends() { close(browsers); }
-  Ends(const Ends&) = delete;
-  Ends& operator=(const Ends&) = delete;
-};
-
 std::string FindBrowser() {
   const char* const given = std::getenv("ORVANE_BROWSER");
   if (given != nullptr && *given != '\0') return given;
   std::string found = base::FindProgram({"chromium", "chromium-browser"});
   if (found.empty()) {
-    throw BrowserError(
+    throw std::runtime_error(
         "There is no chromium on the PATH. Install it (on Debian: apt-get install chromium), or "
         "name one in ORVANE_BROWSER.");
   }
@@ -83,7 +62,8 @@ std::unique_ptr<base::ChildProcess> StartBrowser(
   try {
     return std::make_unique<base::ChildProcess>(arguments, descriptors);
   } catch (const std::system_error& error) {
-    throw BrowserError(arguments.front() + " cannot be started: " + error.code().message() + ".");
+    throw std::runtime_error(arguments.front() + " cannot be started: " + error.code().message() +
+                             ".");
   }
 }
 
@@ -99,37 +79,23 @@ DevToolsPipe::Deadline In(std::chrono::milliseconds limit) {
 
 }  // namespace
 
-class HeadlessBrowser::Profile {
- public:
-  Profile() {
-    std::string name = (fs::temp_directory_path() / "orvane-browser-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw BrowserError("No folder can be made: " + name);
-    path_ = name;
-  }
-  ~Profile() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  Profile(const Profile&) = delete;
-  Profile& operator=(const Profile&) = delete;
-
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
 HeadlessBrowser::HeadlessBrowser(const std::string& url, ViewSize size,
                                  std::chrono::milliseconds limit)
-    : profile_(std::make_unique<Profile>()) {
+    : profile_("orvane-browser-") {
   constexpr int kBrowserReads = 3;  // by the protocol's rule
   constexpr int kBrowserWrites = 4;
-  const auto arguments = Arguments(profile_->path(), size);
+  constexpr int kFirst = 10;  // above these numbers, which would keep it from being closed
+  const auto arguments = Arguments(profile_.path(), size);
+  int sockets[2];
+  if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets) != 0) {
+    throw std::runtime_error("No socket can be made for the browser.");
+  }
+  pipe_ = std::make_unique<DevToolsPipe>(sockets[0]);
   {
-    const Ends ends;  // gone before an answer is waited for, so that the browser's end is noticed
-    pipe_ = std::make_unique<DevToolsPipe>(ends.own);
-    process_ =
-        StartBrowser(arguments, {{ends.browsers, kBrowserReads}, {ends.browsers, kBrowserWrites}});
+    // Gone before an answer is waited for, so that the browser's end is noticed.
+    const base::UniqueFd low(sockets[1]);
+    const base::UniqueFd end(fcntl(low.get(), F_DUPFD_CLOEXEC, kFirst));
+    process_ = StartBrowser(arguments, {{end.get(), kBrowserReads}, {end.get(), kBrowserWrites}});
   }
   Attach(size, In(limit));
   Open(url, In(limit));
@@ -168,7 +134,8 @@ void HeadlessBrowser::Attach(ViewSize size, Deadline deadline) {
 void HeadlessBrowser::Open(const std::string& url, Deadline deadline) {
   const std::string error =
       Text(pipe_->Call("Page.navigate", {{"url", url}}, session_, deadline), "errorText");
-  if (!error.empty()) throw BrowserError("The browser cannot open " + url + ": " + error + ".");
+  if (!error.empty())
+    throw std::runtime_error("The browser cannot open " + url + ": " + error + ".");
 }
 
 void HeadlessBrowser::WaitUntilDrawn(std::chrono::milliseconds limit) {
@@ -200,7 +167,7 @@ std::string HeadlessBrowser::ScreenshotOf(const std::string& selector, int width
                        deadline);
   const double own_width = clip.is_object() ? clip.value("width", 0.0) : 0.0;
   if (own_width < 1) {
-    throw BrowserError("The page shows nothing that is called " + selector + ".");
+    throw std::runtime_error("The page shows nothing that is called " + selector + ".");
   }
   clip["scale"] = width / own_width;
   return Capture({{"clip", clip}}, deadline);
@@ -217,7 +184,8 @@ Json HeadlessBrowser::Evaluate(const std::string& expression, Deadline deadline)
                   {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}},
                   session_, deadline);
   if (answer.contains("exceptionDetails")) {
-    throw BrowserError("The page's script failed: " + base::JsonText(answer["exceptionDetails"]));
+    throw std::runtime_error("The page's script failed: " +
+                             base::JsonText(answer["exceptionDetails"]));
   }
   const Json result = answer.value("result", Json::object());
   return result.is_object() ? result.value("value", Json()) : Json();

@@ -5,11 +5,11 @@
 #include <sys/types.h>
 
 #include <chrono>
-#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "base/json.h"
+#include "server/pictures/temporary_folder.h"
 
 namespace orvane::base {
 class ChildProcess;
@@ -28,7 +28,7 @@ struct ViewSize {
 // program is "chromium" or "chromium-browser" on the PATH, or what $ORVANE_BROWSER names.
 //
 // One thread at a time; every member may block, for as long as it is allowed to. Throws
-// BrowserError: there is no browser, it does not start, it is gone, or it takes too long.
+// std::runtime_error: there is no browser, it does not start, it is gone, or it takes too long.
 class HeadlessBrowser {
  public:
   HeadlessBrowser(const std::string& url, ViewSize size, std::chrono::milliseconds limit);
@@ -48,7 +48,6 @@ class HeadlessBrowser {
   std::string ScreenshotOf(const std::string& selector, int width, std::chrono::milliseconds limit);
 
  private:
-  class Profile;
   using Deadline = std::chrono::steady_clock::time_point;
 
   std::string FindPage(Deadline deadline);
@@ -58,7 +57,7 @@ class HeadlessBrowser {
   std::string Capture(const Json& parameters, Deadline deadline);
 
   // In this order: the profile's folder goes when the process is gone.
-  std::unique_ptr<Profile> profile_;
+  const TemporaryFolder profile_;
   std::unique_ptr<base::ChildProcess> process_;
   std::unique_ptr<DevToolsPipe> pipe_;
   std::string session_;

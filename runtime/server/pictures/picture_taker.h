@@ -2,21 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <condition_variable>
-#include <deque>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
-#include <thread>
 
-namespace boost::asio {
-class io_context;
-}
+#include <boost/asio/thread_pool.hpp>
 
-namespace orvane::server {
-class HeadlessBrowser;
-}
+#include "base/net.h"
+#include "server/pictures/headless_browser.h"
 
 namespace orvane::server {
 
@@ -32,10 +25,8 @@ class PictureTaker {
   };
   using Receiver = std::function<void(const Picture&)>;
 
-  explicit PictureTaker(boost::asio::io_context& loop);  // borrowed
-  ~PictureTaker();  // ends the browser; waits for what is under way
-  PictureTaker(const PictureTaker&) = delete;
-  PictureTaker& operator=(const PictureTaker&) = delete;
+  // Borrows the loop. The destructor ends the browser, and waits for what is under way.
+  explicit PictureTaker(asio::io_context& loop) : loop_(loop) {}
 
   // Opens the simulator's page. `failed` learns why that could not be.
   void Open(const std::string& simulator_url, std::function<void(const std::string& why)> failed);
@@ -44,17 +35,11 @@ class PictureTaker {
   void TakePicture(const std::string& app_url, Receiver receiver);
 
  private:
-  void Do(std::function<void()> job);
-  void Work();
   Picture MakePicture(const std::string& app_url);
 
-  boost::asio::io_context& loop_;
-  std::unique_ptr<server::HeadlessBrowser> browser_;  // of the thread
-  std::mutex mutex_;
-  std::condition_variable changed_;
-  std::deque<std::function<void()>> jobs_;  // guarded by mutex_
-  bool ending_ = false;                     // guarded by mutex_
-  std::thread thread_;
+  asio::io_context& loop_;
+  std::unique_ptr<HeadlessBrowser> browser_;  // of the worker
+  asio::thread_pool worker_{1};
 };
 
 }  // namespace orvane::server

@@ -11,8 +11,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "server/pictures/browser_error.h"
-
 namespace orvane::server {
 namespace {
 
@@ -51,11 +49,12 @@ TEST_F(DevToolsPipeTest, ReturnsTheResult) {
 
 TEST_F(DevToolsPipeTest, SaysWhatTheBrowserRefuses) {
   EXPECT_THAT([this] { CallAnswered(R"({"id":1,"error":{"message":"no such page"}})"); },
-              ThrowsMessage<BrowserError>(HasSubstr("Page.navigate: \"no such page\"")));
+              ThrowsMessage<std::runtime_error>(HasSubstr("Page.navigate: \"no such page\"")));
 }
 
 TEST_F(DevToolsPipeTest, SaysThatAMessageIsNoJson) {
-  EXPECT_THAT([this] { CallAnswered("{"); }, ThrowsMessage<BrowserError>(HasSubstr("no message")));
+  EXPECT_THAT([this] { CallAnswered("{"); },
+              ThrowsMessage<std::runtime_error>(HasSubstr("no message")));
 }
 
 TEST_F(DevToolsPipeTest, EndsNothingWhereAMessageNestsDeep) {
@@ -63,7 +62,7 @@ TEST_F(DevToolsPipeTest, EndsNothingWhereAMessageNestsDeep) {
   std::string text;
   for (int i = 0; i < kLevels; ++i) text += R"({"result":)";
   EXPECT_THAT([&] { CallAnswered(text + "1" + std::string(kLevels, '}')); },
-              ThrowsMessage<BrowserError>(HasSubstr("nests deeper")));
+              ThrowsMessage<std::runtime_error>(HasSubstr("nests deeper")));
 }
 
 }  // namespace
