@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/application/html_injection.h"
 
-#include <algorithm>
 #include <cstddef>
 
-#include "server/web/http_message.h"
+#include <glib.h>
 
 namespace orvane::server {
 
@@ -15,63 +14,29 @@ constexpr std::string_view kElement = R"(<script src="/.orvane/page.js"></script
 // The beginning of a document that is looked at: comments may be long, but not that long.
 constexpr size_t kMostLookedAt = size_t{256} << 10U;
 
-bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+// What stands before a document's content, up to the last tag that belongs there: the document type
+// and the start tags of "html" and "head", with blanks, comments and processing instructions
+// between them.
+constexpr char kPrologue[] = R"((?xis) \A
+    (?<between> (?: [ \t\n\r\f]++ | <!--.*?--> | <\?.*?> )*+ ){0}
+    (?<rest> (?= [ \t\n\r\f>] ) (?: "[^"]*" | '[^']*' | [^"'>]++ )*+ > ){0}
+    (?: (?&between) <(?: !doctype | html ) (?&rest) )*+
+    (?: (?&between) <head (?&rest) )?+ )";
 
-// Reads what stands before a document's content.
-class Prologue {
- public:
-  explicit Prologue(std::string_view text) : text_(text) {}
-
-  // Where the content begins, that is, behind the last tag that belongs before it.
-  size_t End() {
-    size_t end = 0;
-    while (true) {
-      SkipSpace();
-      if (SkipBetween("<!--", "-->") || SkipBetween("<?", ">")) continue;
-      if (SkipTag("!doctype") || SkipTag("html")) {
-        end = at_;
-        continue;
-      }
-      return SkipTag("head") ? at_ : end;
-    }
+// Where the content begins.
+size_t EndOfPrologue(std::string_view text) {
+  static GRegex* const prologue =
+      g_regex_new(kPrologue, static_cast<GRegexCompileFlags>(G_REGEX_RAW | G_REGEX_OPTIMIZE),
+                  static_cast<GRegexMatchFlags>(0), nullptr);
+  GMatchInfo* match = nullptr;
+  int end = 0;
+  if (g_regex_match_full(prologue, text.data(), static_cast<gssize>(text.size()), 0,
+                         static_cast<GRegexMatchFlags>(0), &match, nullptr) != FALSE) {
+    g_match_info_fetch_pos(match, 0, nullptr, &end);
   }
-
- private:
-  void SkipSpace() {
-    while (at_ < text_.size() && IsSpace(text_[at_])) ++at_;
-  }
-
-  bool SkipBetween(std::string_view open, std::string_view close) {
-    if (text_.substr(at_, open.size()) != open) return false;
-    const size_t end = text_.find(close, at_ + open.size());
-    if (end == std::string_view::npos) return false;
-    at_ = end + close.size();
-    return true;
-  }
-
-  bool SkipTag(std::string_view name) {
-    if (text_.substr(at_, 1) != "<") return false;
-    if (!EqualsIgnoringCase(text_.substr(at_ + 1, name.size()), name)) return false;
-    size_t at = at_ + 1 + name.size();
-    if (at >= text_.size() || (!IsSpace(text_[at]) && text_[at] != '>')) return false;
-    char quote = 0;
-    for (; at < text_.size(); ++at) {
-      const char c = text_[at];
-      if (quote != 0) {
-        if (c == quote) quote = 0;
-      } else if (c == '"' || c == '\'') {
-        quote = c;
-      } else if (c == '>') {
-        at_ = at + 1;
-        return true;
-      }
-    }
-    return false;
-  }
-
-  const std::string_view text_;
-  size_t at_ = 0;
-};
+  g_match_info_free(match);
+  return static_cast<size_t>(end);
+}
 
 // A document in UTF-16, each unit as one character; what is beyond ASCII matters to nobody here.
 std::string AsciiOf(std::string_view units, size_t low_byte) {
@@ -97,11 +62,11 @@ std::string InjectPageScript(std::string_view html) {
   if (beginning.substr(0, 2) == "\xff\xfe" || beginning.substr(0, 2) == "\xfe\xff") {
     const size_t low_byte = beginning[0] == '\xff' ? 0 : 1;
     const std::string text = AsciiOf(beginning.substr(2), low_byte);
-    at = 2 + 2 * Prologue(text).End();
+    at = 2 + 2 * EndOfPrologue(text);
     element = Widened(element, low_byte);
   } else {
     const size_t mark = beginning.substr(0, 3) == "\xef\xbb\xbf" ? 3 : 0;
-    at = mark + Prologue(beginning.substr(mark)).End();
+    at = mark + EndOfPrologue(beginning.substr(mark));
   }
   std::string result;
   result.reserve(html.size() + element.size());
