@@ -3,6 +3,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
 namespace orvane::cli {
 
@@ -15,10 +16,16 @@ enum class ExitCode {
   kNoSimulator = 4,  // no simulator runs on the state folder, or it does not answer
 };
 
-// Something given on the command line cannot be used; what() says which and what to do.
-class UsageError : public std::runtime_error {
+// The command cannot do what it was asked to; what() says why and what to do about it. The process
+// ends with the code.
+class CommandError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  explicit CommandError(const std::string& what, ExitCode exit_code = ExitCode::kUsage)
+      : std::runtime_error(what), exit_code_(exit_code) {}
+  ExitCode exit_code() const { return exit_code_; }
+
+ private:
+  ExitCode exit_code_;
 };
 
 }  // namespace orvane::cli

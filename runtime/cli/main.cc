@@ -9,7 +9,6 @@
 #include <CLI/CLI.hpp>
 
 #include "base/near_names.h"
-#include "cli/arguments.h"
 #include "cli/output.h"
 #include "cli/verbs/verbs.h"
 
@@ -24,15 +23,38 @@ std::string FailureMessage(const CLI::App* command, const CLI::Error& error) {
          " --help for what there is.\n";
 }
 
-// Throws UsageError when the first argument is neither an option nor a verb.
+// Throws CommandError when the first argument is neither an option nor a verb.
 void CheckVerb(const CLI::App& command, const std::vector<std::string>& arguments) {
   if (arguments.empty() || arguments[0].empty() || arguments[0][0] == '-') return;
   std::vector<std::string> verbs;
   for (const CLI::App* verb : command.get_subcommands(nullptr)) verbs.push_back(verb->get_name());
   if (std::find(verbs.begin(), verbs.end(), arguments[0]) != verbs.end()) return;
-  throw UsageError("there is no verb \"" + arguments[0] + "\"." +
-                   base::DidYouMean(base::NearNames(arguments[0], verbs)) +
-                   " Run orvane --help for those that there are.");
+  throw CommandError("there is no verb \"" + arguments[0] + "\"." +
+                     base::DidYouMean(base::NearNames(arguments[0], verbs)) +
+                     " Run orvane --help for those that there are.");
+}
+
+// The parser takes "[a,b]" apart and "-1" for an option.
+bool NeedsBlank(const std::string& argument) {
+  if (argument.empty()) return false;
+  const bool negative =
+      argument.size() > 1 && argument[0] == '-' && argument[1] >= '0' && argument[1] <= '9';
+  return negative || argument[0] == '[';
+}
+
+// The command line's arguments (without the command's name) as the parser wants them: last first,
+// and those of "call" and "fail" that it would read as something else than a value (a list, a
+// negative number) with a blank before them, which JSON and numbers allow.
+std::vector<std::string> ParserOrder(std::vector<std::string> arguments) {
+  const bool takes_json = !arguments.empty() && arguments.front() == "call";
+  const bool takes_code = !arguments.empty() && arguments.front() == "fail";
+  if (takes_json || takes_code) {
+    for (std::string& argument : arguments) {
+      if (NeedsBlank(argument)) argument.insert(0, 1, ' ');
+    }
+  }
+  std::reverse(arguments.begin(), arguments.end());
+  return arguments;
 }
 
 int Main(const std::vector<std::string>& arguments) {
@@ -49,18 +71,11 @@ int Main(const std::vector<std::string>& arguments) {
   command.get_formatter()->column_width(28);
   command.get_formatter()->label("SUBCOMMAND", "VERB");
   Run run;
-  AddRunVerb(command, run);
-  AddExecVerb(command, run);
-  AddCallVerb(command, run);
-  AddGetVerb(command, run);
-  AddSetVerb(command, run);
-  AddReplayVerb(command, run);
-  AddKeyVerb(command, run);
-  AddLogVerb(command, run);
-  AddScreenshotVerb(command, run);
-  AddFailVerb(command, run);
-  AddAppsVerb(command, run);
-  AddSetProcessVerb(command, run);
+  for (const auto add :
+       {AddRunVerb, AddExecVerb, AddCallVerb, AddGetVerb, AddSetVerb, AddReplayVerb, AddKeyVerb,
+        AddLogVerb, AddScreenshotVerb, AddFailVerb, AddAppsVerb, AddSetProcessVerb}) {
+    add(command, run);
+  }
   command.failure_message(FailureMessage);
   try {
     CheckVerb(command, arguments);
@@ -70,6 +85,9 @@ int Main(const std::vector<std::string>& arguments) {
   } catch (const CLI::ParseError& error) {
     // Help and version come this way too.
     return command.exit(error) == 0 ? 0 : static_cast<int>(ExitCode::kUsage);
+  } catch (const CommandError& error) {
+    Complain(error.what());
+    return static_cast<int>(error.exit_code());
   } catch (const std::exception& error) {
     Complain(error.what());
     return static_cast<int>(ExitCode::kUsage);

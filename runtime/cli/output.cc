@@ -3,7 +3,12 @@
 #include "cli/output.h"
 
 #include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <sstream>
 #include <string_view>
+
+#include "cli/exit_code.h"
 
 namespace orvane::cli {
 
@@ -13,23 +18,9 @@ void Write(FILE* stream, const std::string& text) {
   std::fwrite(text.data(), 1, text.size(), stream);
 }
 
-const char* NameOf(page::TraceKind kind) {
-  switch (kind) {
-    case page::TraceKind::kNativeSync:
-      return "native sync";
-    case page::TraceKind::kNativePost:
-      return "native post";
-    case page::TraceKind::kNativeBinary:
-      return "native binary";
-    case page::TraceKind::kRuntimePlain:
-      return "runtime plain";
-    case page::TraceKind::kRuntimeSync:
-      return "runtime sync";
-    case page::TraceKind::kRuntimeAsync:
-      return "runtime async";
-  }
-  return "message";
-}
+// By page::TraceKind.
+constexpr const char* kKindNames[] = {"native sync",   "native post",  "native binary",
+                                      "runtime plain", "runtime sync", "runtime async"};
 
 // One line whatever the payload holds, and nothing that a terminal acts upon.
 std::string Shown(std::string_view payload) {
@@ -51,10 +42,27 @@ std::string Shown(std::string_view payload) {
 
 void Complain(const std::string& text) { Write(stderr, "orvane: " + text + "\n"); }
 
-void PrintJson(const Json& json) {
-  const std::string line = base::JsonText(json) + '\n';
-  std::fwrite(line.data(), 1, line.size(), stdout);
+std::string TextOf(const Json& json) {
+  if (json.is_null()) return "";
+  return json.is_string() ? json.get<std::string>() : base::JsonText(json);
 }
+
+std::string ReadInput(const std::string& path, const std::string& kind) {
+  std::ostringstream text;
+  if (path == "-") {
+    text << std::cin.rdbuf();
+    return text.str();
+  }
+  std::ifstream stream(path, std::ios::binary);
+  if (!stream) {
+    throw CommandError(path + ": there is no such " + kind +
+                       ", or it may not be read. Check the path.");
+  }
+  text << stream.rdbuf();
+  return text.str();
+}
+
+void PrintJson(const Json& json) { Write(stdout, base::JsonText(json) + '\n'); }
 
 void RefusalPrinter::Print(const std::string& reason) {
   Complain("refused: " + reason);
@@ -81,7 +89,7 @@ void TracePrinter::OnTrace(const page::TracedMessage& record) {
   char head[96];
   const char* const arrow = record.direction == page::TraceDirection::kFromPage ? "->" : "<-";
   std::snprintf(head, sizeof head, "trace: %9.1f us  %s %-13s ", record.microseconds, arrow,
-                NameOf(record.kind));
+                kKindNames[static_cast<size_t>(record.kind)]);
   const std::string payload = record.kind == page::TraceKind::kNativeBinary
                                   ? std::to_string(record.payload.size()) + " bytes"
                                   : Shown(record.payload);

@@ -15,6 +15,13 @@ namespace orvane::cli {
 // Writes a line to the standard error stream in one piece, with the command's name before it.
 void Complain(const std::string& text);
 
+// Texts as they are, nothing for null, everything else as JSON.
+std::string TextOf(const Json& json);
+
+// What is in the file, of a kind that people know by that name; "-" is the standard input. Throws
+// CommandError for one that cannot be read.
+std::string ReadInput(const std::string& path, const std::string& kind);
+
 // JSON on one line of the standard output.
 void PrintJson(const Json& json);
 

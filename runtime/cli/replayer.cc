@@ -8,6 +8,7 @@
 #include "base/base64.h"
 #include "base/json_fields.h"
 #include "cli/exit_code.h"
+#include "cli/output.h"
 
 namespace orvane::cli {
 
@@ -91,7 +92,7 @@ Replayer::Replayer(set_process::SetProcessOptions process, Comparison comparison
     : process_(loop_, *this, std::move(process)), comparison_(comparison), patience_(patience) {
   process_.Start();
   while (!is_started_ && failure_.empty()) loop_.run_one();
-  if (!is_started_) throw UsageError(failure_);
+  if (!is_started_) throw CommandError(failure_);
 }
 
 Replayer::~Replayer() {

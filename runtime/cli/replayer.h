@@ -36,7 +36,7 @@ enum class Comparison {
 class Replayer final : private set_process::SetProcessListener {
  public:
   // `patience` is how long all waits for posted messages may take together. Starts the process;
-  // throws UsageError when no such set can be started.
+  // throws CommandError when no such set can be started.
   Replayer(set_process::SetProcessOptions process, Comparison comparison,
            std::chrono::milliseconds patience);
   ~Replayer() override;  // when the process has ended

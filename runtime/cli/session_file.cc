@@ -3,33 +3,19 @@
 #include "cli/session_file.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iostream>
-#include <sstream>
 #include <utility>
 
 #include "base/json_fields.h"
 #include "cli/exit_code.h"
+#include "cli/output.h"
 
 namespace orvane::cli {
 
 namespace {
 
-std::string ReadText(const std::string& path) {
-  std::ostringstream text;
-  if (path == "-") {
-    text << std::cin.rdbuf();
-    return text.str();
-  }
-  std::ifstream stream(path, std::ios::binary);
-  if (!stream) throw UsageError(path + ": there is no such file, or it may not be read.");
-  text << stream.rdbuf();
-  return text.str();
-}
-
 [[noreturn]] void Refuse(const std::string& path, const std::string& why) {
-  throw UsageError(path + " is no recorded session: " + why +
-                   " The simulator's Messages panel exports one.");
+  throw CommandError(path + " is no recorded session: " + why +
+                     " The simulator's Messages panel exports one.");
 }
 
 Json Member(const Json& of, const char* name) { return of.value(name, Json()); }
@@ -57,7 +43,7 @@ RecordedMessage ReadMessage(const Json& json, size_t place) {
 }
 
 Json ReadSession(const std::string& path) {
-  const std::string text = ReadText(path);
+  const std::string text = ReadInput(path, "file");
   if (text.empty()) Refuse(path, "it is empty.");
   try {
     Json json = base::ParseJson(text);
@@ -73,11 +59,6 @@ Json ReadSession(const std::string& path) {
 }
 
 }  // namespace
-
-std::string TextOf(const Json& json) {
-  if (json.is_null()) return "";
-  return json.is_string() ? json.get<std::string>() : base::JsonText(json);
-}
 
 SessionFile ReadSessionFile(const std::string& path) {
   const Json json = ReadSession(path);

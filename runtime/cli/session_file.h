@@ -32,10 +32,7 @@ struct SessionFile {
   std::vector<RecordedMessage> messages;
 };
 
-// Texts as they are, nothing for null, everything else as JSON.
-std::string TextOf(const Json& json);
-
-// Throws UsageError for a file that cannot be read or is no session.
+// Throws CommandError for a file that cannot be read or is no session.
 SessionFile ReadSessionFile(const std::string& path);
 
 }  // namespace orvane::cli

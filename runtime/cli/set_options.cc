@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdint>
 
-#include "cli/exit_code.h"
 #include "tvset/paths.h"
 
 namespace orvane::cli {
@@ -14,19 +13,20 @@ CLI::Option* Repeatable(CLI::Option* option) {
   return option->expected(1)->take_all()->allow_extra_args(false);
 }
 
-void AddSetOptions(CLI::App& verb, SetOptions& options, const SetDefaults& defaults) {
+void AddSetOptions(CLI::App& verb, television::TelevisionOptions& set,
+                   const SetDefaults& defaults) {
   verb.add_option(
-          "--profile", options.profile,
+          "--profile", set.profile,
           std::string("Device: uhd, fhd, or the path of a model-config.xml.\n") + defaults.profile)
       ->type_name("NAME");
-  verb.add_option("--state", options.state_folder,
+  verb.add_option("--state", set.state_folder,
                   std::string("Folder of what the set keeps between runs.\n") + defaults.state)
       ->type_name("DIR");
-  Repeatable(verb.add_option("--fail", options.faults,
+  Repeatable(verb.add_option("--fail", set.faults,
                              "FUNCTION=CODE makes a platform function fail with that code,\n"
                              "FUNCTION=CODE:once only its next call; repeatable")
                  ->type_name("FAULT"));
-  Repeatable(verb.add_option("--extension", options.extensions,
+  Repeatable(verb.add_option("--extension", set.extensions,
                              "Load this extension, or a folder of them laid out as on a set,\n"
                              "before the project's own; repeatable")
                  ->type_name("PATH"));
@@ -39,19 +39,9 @@ void AddDeadlineOption(CLI::App& verb, double& seconds, const char* help) {
       ->check(CLI::Range(0.001, kLongestSeconds).description(""));
 }
 
-std::filesystem::path StateFolder(const SetOptions& options) {
-  return options.state_folder.empty() ? tvset::Paths::DefaultStateFolder()
-                                      : std::filesystem::absolute(options.state_folder);
-}
-
-std::vector<std::string> AbsoluteExtensions(const std::vector<std::string>& paths) {
-  std::vector<std::string> absolute;
-  absolute.reserve(paths.size());
-  for (const std::string& path : paths) {
-    if (path.empty()) throw UsageError("--extension needs the path of a library or a folder.");
-    absolute.push_back(std::filesystem::absolute(path).string());
-  }
-  return absolute;
+std::filesystem::path StateFolder(const std::string& given) {
+  return std::filesystem::absolute(given.empty() ? tvset::Paths::DefaultStateFolder()
+                                                 : std::filesystem::path(given));
 }
 
 std::chrono::milliseconds Milliseconds(double seconds) {

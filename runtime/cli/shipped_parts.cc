@@ -30,11 +30,13 @@ void MapFields(Map& map, DeviceKey& key) {
   map("keyCode", key.key_code);
 }
 
-// The folder that bin/, lib/ and share/ lie in.
-fs::path Prefix() {
+fs::path OwnFile() {
   std::error_code error;
-  return fs::read_symlink("/proc/self/exe", error).parent_path().parent_path();
+  return fs::read_symlink("/proc/self/exe", error);
 }
+
+// The folder that bin/, lib/ and share/ lie in.
+fs::path Prefix() { return OwnFile().parent_path().parent_path(); }
 
 fs::path FindExtension() {
   std::error_code error;
@@ -61,8 +63,8 @@ std::vector<tvset::RemoteKey> ReadDeviceKeys() {
       keys.push_back({row.key_name, row.key_code, 0, {row.name}});
     }
   } catch (const base::JsonError& what) {
-    throw UsageError(file.string() + ": the file of the device's keys is damaged. " + what.what() +
-                     " Build or install again.");
+    throw CommandError(file.string() + ": the file of the device's keys is damaged. " +
+                       what.what() + " Build or install again.");
   }
   return keys;
 }
@@ -70,6 +72,10 @@ std::vector<tvset::RemoteKey> ReadDeviceKeys() {
 }  // namespace
 
 television::ShippedParts FindShippedParts() { return {FindExtension(), ReadDeviceKeys()}; }
+
+std::vector<std::string> SetProcessCommand() {
+  return {OwnFile().string(), "set-process", "--fd", "3"};
+}
 
 fs::path FindTour() {
   std::error_code error;

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include "television/television_options.h"
 
@@ -13,8 +15,11 @@ namespace orvane::cli {
 
 // The library of this project, which is liborvane.so or the folder laid out as on a set that it is
 // installed in, and the keys of the device that this build is for. What is not there is empty.
-// Throws UsageError for a file of keys that is damaged.
+// Throws CommandError for a file of keys that is damaged.
 television::ShippedParts FindShippedParts();
+
+// The command that starts this one as a set process, whose socket is descriptor 3.
+std::vector<std::string> SetProcessCommand();
 
 // The application that shows what the library does. Empty when it is not there.
 std::filesystem::path FindTour();

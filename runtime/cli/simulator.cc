@@ -12,10 +12,9 @@
 #include <sstream>
 
 #include "base/json_fields.h"
-#include "cli/output.h"
+#include "cli/set_options.h"
 #include "posix/unique_fd.h"
-#include "server/run_record.h"
-#include "tvset/paths.h"
+#include "server/simulator/run_options.h"
 
 namespace orvane::cli {
 
@@ -49,9 +48,7 @@ std::string ErrorOf(const Json& answer) {
 }  // namespace
 
 Simulator::Simulator(const std::string& state_folder)
-    : folder_(fs::absolute(state_folder.empty() ? tvset::Paths::DefaultStateFolder()
-                                                : fs::path(state_folder))
-                  .lexically_normal()) {
+    : folder_(StateFolder(state_folder).lexically_normal()) {
   const fs::path file = folder_ / "run" / "simulator.json";
   std::error_code error;
   if (!fs::exists(file, error)) throw NoSimulator(NoneRuns(folder_));
@@ -66,10 +63,10 @@ bool Simulator::ReadRecord(const fs::path& file) {
   std::ostringstream text;
   text << std::ifstream(file, std::ios::binary).rdbuf();
   try {
-    const auto run = base::FromJson<server::RunPlace>(base::ParseJson(text.str()), "the file");
+    const auto run = base::FromJson<server::RunAddresses>(base::ParseJson(text.str()), "the file");
     const auto address = ParseLocalAddress(run.api);
     if (address) address_ = *address;
-    token_ = run.token;
+    token_ = run.secret;
     pid_ = run.pid;
     return address.has_value();
   } catch (const base::JsonError&) {
@@ -125,37 +122,13 @@ Json Simulator::Call(const std::string& method, const Json& parameters) const {
                       std::to_string(http.status) + " and no JSON." + remedy);
   }
   const std::string error = ErrorOf(answer);
-  if (!error.empty()) throw SimulatorRefusal(error);
+  if (!error.empty()) throw CommandError(error, ExitCode::kScriptError);
   if (http.status != 200) {
-    throw SimulatorRefusal("the simulator refused " + method + " with status " +
-                           std::to_string(http.status) + ".");
+    throw CommandError(
+        "the simulator refused " + method + " with status " + std::to_string(http.status) + ".",
+        ExitCode::kScriptError);
   }
   return answer.value("result", Json());
-}
-
-void AddSimulatorOptions(CLI::App& verb, SimulatorOptions& options, const std::string& json_help) {
-  verb.group("Verbs for a running simulator");
-  verb.add_option("--state", options.state_folder,
-                  "Folder of the set that orvane run has started.\n"
-                  "Without it: $ORVANE_STATE, else ~/.local/state/orvane")
-      ->type_name("DIR");
-  verb.add_flag("--json", options.json, json_help);
-}
-
-ExitCode WithSimulator(const SimulatorOptions& options,
-                       const std::function<ExitCode(const Simulator&)>& work) {
-  try {
-    return work(Simulator(options.state_folder));
-  } catch (const NoSimulator& error) {
-    Complain(error.what());
-    return ExitCode::kNoSimulator;
-  } catch (const SimulatorRefusal& error) {
-    Complain(error.what());
-    return ExitCode::kScriptError;
-  } catch (const base::JsonError& error) {
-    Complain(std::string("the simulator answered in another form: ") + error.what());
-    return ExitCode::kScriptError;
-  }
 }
 
 }  // namespace orvane::cli

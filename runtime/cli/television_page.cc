@@ -5,18 +5,30 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "cli/scratch_application.h"
 #include "cli/shipped_parts.h"
-#include "tvset/paths.h"
 
 namespace orvane::cli {
 
 namespace {
 
+// The application whose scripts run when none is named: it has a data folder of its own, and the
+// one privilege that a first try needs, to register keys of the remote control. What needs more is
+// refused, with the line that a config.xml would need.
+app::WebApplication ScratchApplication() {
+  app::WebApplication application;
+  application.id = "OrvaneDesk.Scratch";
+  application.package = "OrvaneDesk";
+  application.name = "Scratch application";
+  application.version = "1.0.0";
+  application.privileges = {"http://tizen.org/privilege/tv.inputdevice"};
+  application.folder = std::filesystem::current_path();
+  return application;
+}
+
 app::WebApplication LoadApplication(const PageVerbOptions& options) {
   if (options.app.empty()) return ScratchApplication();
-  const std::filesystem::path state = StateFolder(options);
-  app::WebApplication application = app::Load(options.app, state / "unpacked");
+  app::WebApplication application =
+      app::Load(options.app, StateFolder(options.set.state_folder) / "unpacked");
   for (const app::Problem& problem : application.warnings) {
     Complain("warning: " + app::Describe(problem));
   }
@@ -24,27 +36,44 @@ app::WebApplication LoadApplication(const PageVerbOptions& options) {
 }
 
 television::TelevisionOptions Options(const PageVerbOptions& given) {
-  television::TelevisionOptions options;
-  options.state_folder = given.state_folder;
-  options.profile = given.profile;
+  television::TelevisionOptions options = given.set;
   options.app = television::ToInstall(LoadApplication(given));
-  options.faults = given.faults;
-  options.extensions = given.extensions;
   return options;
 }
 
 }  // namespace
 
+void AddPageVerbOptions(CLI::App& verb, PageVerbOptions& options) {
+  constexpr double kLongestSeconds = 1000000;
+  verb.add_option("--app", options.app,
+                  "Application: a folder with config.xml, or a .wgt.\n"
+                  "Without it: a scratch application, which may register keys")
+      ->type_name("DIR_OR_WGT");
+  AddSetOptions(verb, options.set);
+  verb.add_flag("--trace", options.trace,
+                "Print each message between page, library and runtime, with\n"
+                "direction, content and microseconds, on the standard error stream");
+  Repeatable(verb.add_option("--log", options.log_filters,
+                             "Print the set's log there too: debug, info, warn or error, or\n"
+                             "filters as TAG:LETTER, such as QM_WEBAPI:D,*:E; repeatable")
+                 ->type_name("FILTERS"));
+  verb.add_option("--log-format", options.log_format,
+                  "brief (the default), tag, process, thread, raw, time, threadtime,\n"
+                  "kerneltime or long")
+      ->type_name("NAME");
+  verb.add_option("--timeout", options.timeout_seconds,
+                  "End a page that is still busy after so many seconds (default: 60)")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.001, kLongestSeconds).description(""));
+  // For tests: in no list of options.
+  verb.add_option("--closing", options.closing_seconds)->group("");
+}
+
 TelevisionPage::TelevisionPage(const PageVerbOptions& options, page::ConsoleSink* console)
     : time_limit_(Milliseconds(options.timeout_seconds), Milliseconds(options.closing_seconds)),
       refusals_(options.app.empty()),
       television_(Options(options), FindShippedParts(), Json(), *this) {
-  tvset::EventHub& events = television_.set().events();
-  if (options.log_filters.empty()) {
-    notices_.emplace(events, refusals_);
-  } else {
-    log_.emplace(events, options.log_filters, options.log_format);
-  }
+  printer_.emplace(television_.set().events(), refusals_, options.log_filters, options.log_format);
   television_.LoadExtensions();
   page_runtime_.emplace(television_.host());
   const tvset::Application& app = television_.options().app;

@@ -4,23 +4,41 @@
 
 #include <optional>
 #include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
 
 #include "app/web_application.h"
-#include "cli/log_printer.h"
 #include "cli/output.h"
-#include "cli/page_verb_options.h"
+#include "cli/set_options.h"
+#include "cli/set_printer.h"
 #include "cli/time_limit.h"
 #include "page/page.h"
 #include "television/television.h"
 
 namespace orvane::cli {
 
+// What the verbs that open a page have in common, as given on the command line.
+struct PageVerbOptions {
+  television::TelevisionOptions set;
+  std::string app;                       // a folder or a .wgt; empty: the scratch application
+  std::vector<std::string> log_filters;  // empty: no log
+  std::string log_format = "brief";
+  bool trace = false;
+  double timeout_seconds = 60;
+  double closing_seconds = 10;  // for work of extensions that their instances wait for
+};
+
+// Adds the options to a verb. `options` is filled when the command line is parsed, and must live
+// until then.
+void AddPageVerbOptions(CLI::App& verb, PageVerbOptions& options);
+
 // A television and one page of its application: everything that a verb needs to run scripts. One at
 // a time in a process, on one thread. Its destruction closes the page, which may wait for work of
 // its extensions, and stops the set.
 class TelevisionPage final : private television::TelevisionListener {
  public:
-  // `console` may be null, which drops what the page writes to it. Throws UsageError,
+  // `console` may be null, which drops what the page writes to it. Throws CommandError,
   // app::AppError, television::RequestError or tvset::SetError for what cannot be used; warnings go
   // to the standard error stream.
   TelevisionPage(const PageVerbOptions& options, page::ConsoleSink* console);
@@ -42,8 +60,7 @@ class TelevisionPage final : private television::TelevisionListener {
   RefusalPrinter refusals_;
   ErrorPrinter errors_;
   TracePrinter trace_;
-  std::optional<LogPrinter> log_;
-  std::optional<NoticePrinter> notices_;  // in place of log_
+  std::optional<SetPrinter> printer_;
   television::Television television_;
   std::optional<page::PageRuntime> page_runtime_;
   std::optional<page::Page> page_;

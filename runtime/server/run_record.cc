@@ -2,32 +2,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/run_record.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <system_error>
 
-#include "posix/unique_fd.h"
+#include <glib.h>
 
 namespace orvane::server {
 
 namespace fs = std::filesystem;
 
-RunRecord::RunRecord(const fs::path& state_folder, const RunPlace& place)
-    : file_(state_folder / "run" / "simulator.json"), json_(base::JsonText(base::ToJson(place))) {
+RunRecord::RunRecord(const fs::path& state_folder, const RunAddresses& addresses)
+    : file_(state_folder / "run" / "simulator.json"),
+      json_(base::JsonText(base::ToJson(addresses))) {
   fs::create_directories(file_.parent_path());
-  const fs::path draft = file_.string() + "." + std::to_string(getpid());
-  {
-    const base::UniqueFd out(open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-    const auto size = static_cast<ssize_t>(json_.size());
-    if (!out || write(out.get(), json_.data(), json_.size()) != size) {
-      throw std::system_error(errno, std::generic_category(), draft.string());
-    }
+  GError* error = nullptr;
+  if (g_file_set_contents_full(file_.c_str(), json_.data(), static_cast<gssize>(json_.size()),
+                               G_FILE_SET_CONTENTS_CONSISTENT, 0600, &error) == FALSE) {
+    const std::string why = error->message;
+    g_error_free(error);
+    throw std::runtime_error(why);
   }
-  fs::rename(draft, file_);
 }
 
 RunRecord::~RunRecord() {

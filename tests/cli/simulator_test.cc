@@ -209,6 +209,14 @@ TEST_F(FailTest, RefusesHalfAFault) {
   EXPECT_EQ(Run({"fail", "dlog_print", "many"}).exit_code, 2);
 }
 
+TEST_F(FailTest, SaysHowTheOptionsFormIsWritten) {
+  EXPECT_THAT(Run({"fail", "dlog_print=-3"}).err, HasSubstr("orvane fail dlog_print -3."));
+  EXPECT_THAT(Run({"fail", "dlog_print=-3:once"}).err,
+              HasSubstr("orvane fail dlog_print -3 --once."));
+  EXPECT_THAT(Run({"fail", "dlog_print="}).err, HasSubstr("orvane fail dlog_print -1."));
+  EXPECT_EQ(Run({"fail", "dlog_print=-3"}).exit_code, 2);
+}
+
 using ScreenshotTest = SimulatorTest;
 
 TEST_F(ScreenshotTest, WritesThePicture) {
@@ -288,10 +296,10 @@ TEST_F(LogTest, FollowsWhatTheSimulatorTells) {
   });
   simulator.set_messages(
       {R"({"events":[{"name":"process","data":{}},{"name":"log","data":[)"
-       R"({"seq":3,"time_ns":1,"pid":7,"tid":8,"priority":5,"tag":"B","text":"three again"},)"
-       R"({"seq":4,"time_ns":1,"pid":7,"tid":8,"priority":5,"tag":"B","text":"four"}]}]})",
+       R"({"seq":3,"time_ns":1,"pid":7,"tid":8,"priority":5,"letter":"W","tag":"B","text":"three again"},)"
+       R"({"seq":4,"time_ns":1,"pid":7,"tid":8,"priority":5,"letter":"W","tag":"B","text":"four"}]}]})",
        R"({"events":[{"name":"log","data":[)"
-       R"({"seq":5,"time_ns":1,"pid":7,"tid":8,"priority":5,"tag":"B","text":"five"}]}]})"});
+       R"({"seq":5,"time_ns":1,"pid":7,"tid":8,"priority":5,"letter":"W","tag":"B","text":"five"}]}]})"});
   const Outcome outcome = Run({"log", "-f", "--format", "raw"});
   EXPECT_EQ(outcome.out, "one\ntwo\nthree\nfour\nfive\n");
   // This one is still there, but does not answer.

@@ -22,8 +22,8 @@ TEST(HttpMessageTest, EncodesWhatAPathCannotHold) {
 
 TEST(HttpMessageTest, FindsHeadersWithoutCaseAndQueriesWithIt) {
   HttpRequest request;
-  request.headers = {{"X-Name", "value"}};
-  request.query = "a=1&b=%20&ab=2&a=3";
+  request.set("X-Name", "value");
+  request.target("/path?a=1&b=%20&ab=2&a=3");
   EXPECT_EQ(request.Header("x-nAME"), "value");
   EXPECT_EQ(request.Header("X-Other"), "");
   EXPECT_EQ(request.Query("a"), "1");

@@ -78,9 +78,10 @@ TEST_F(OriginsTest, TakesTheNextFreePortWhereTheUsualOneIsTaken) {
 TEST_F(OriginsTest, SaysThatAPortThatWasAskedForIsTaken) {
   const Taken taken(0);
   ASSERT_TRUE(taken.is_mine());
-  EXPECT_THAT([&] { Listen(taken.port()); },
-              ThrowsMessage<RunError>(HasSubstr("port " + std::to_string(taken.port()) +
-                                                " is taken or may not be used; choose another")));
+  EXPECT_THAT(
+      [&] { Listen(taken.port()); },
+      ThrowsMessage<std::runtime_error>(HasSubstr("port " + std::to_string(taken.port()) +
+                                                  " is taken or may not be used; choose another")));
 }
 
 TEST_F(OriginsTest, PassesOverATakenPortForTheSimulator) {

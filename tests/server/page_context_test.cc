@@ -70,7 +70,7 @@ TEST_F(PageContextTest, SendsAPageAwayForWhichTooManyBytesAreKept) {
 
 TEST_F(PageContextTest, DisconnectsAPageThatDoesNotReadItsSocket) {
   options().limits.queued_bytes = 1000000;
-  options().context_grace = std::chrono::milliseconds(50);
+  options().page_times.grace = std::chrono::milliseconds(50);
   Start();
   TestPage page = ConnectPage();
   // Each answer is as long as its question, and the kernel keeps a few megabytes of them.
@@ -82,7 +82,7 @@ TEST_F(PageContextTest, DisconnectsAPageThatDoesNotReadItsSocket) {
 }
 
 TEST_F(PageContextTest, ClosesAContextWhosePageVanished) {
-  options().context_grace = std::chrono::milliseconds(50);
+  options().page_times.grace = std::chrono::milliseconds(50);
   Start();
   TestPage page = ConnectPage();
   EXPECT_THAT(Call("pages.list"), HasSubstr(R"("context":1)"));

@@ -17,7 +17,7 @@ PageScript MakeScript() {
   return {base::ParseJson(kStarted),
           {{"name", "</script>"}},
           std::chrono::milliseconds(5),
-          [](const std::string& name, const std::string&) {
+          [](const std::string&, const std::string& name) {
             return name == "b" ? std::string("line 1: no") : std::string();
           }};
 }

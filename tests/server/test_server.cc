@@ -32,7 +32,7 @@ ServerTest::ServerTest() {
   options_.app.content = "index.html";
   options_.app.folder = app_folder();
   options_.set_process_command = {FAKE_SET_PROCESS};
-  options_.state_folder = folder_ / "state";
+  options_.set.state_folder = folder_ / "state";
   options_.port = 0;
   options_.watch = false;
 }

@@ -1,52 +1,27 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
-#include <memory>
 #include <string>
 
-#include "base/json_fields.h"
 #include "cli/output.h"
-#include "cli/simulator.h"
-#include "cli/verbs/verbs.h"
+#include "cli/verbs/simulator_verb.h"
 
 namespace orvane::cli {
 
 namespace {
 
-struct ListedApplication {
-  std::string id;
-  std::string name;
-  bool running = false;
-  std::string state_name;
-};
-template <class Map>
-void MapFields(Map& map, ListedApplication& app) {
-  map("id", app.id);
-  map("name", app.name);
-  map("running", app.running);
-  map.Optional("stateName", app.state_name);
-}
-
-struct ListedState {
-  std::vector<ListedApplication> applications;
-  std::string focused;
-};
-template <class Map>
-void MapFields(Map& map, ListedState& state) {
-  map.Optional("applications", state.applications);
-  map.Optional("focused", state.focused);
-}
-
 ExitCode List(const Simulator& simulator, const SimulatorOptions& options) {
-  const Json told = simulator.Call("state.get");
-  const auto state = base::FromJson<ListedState>(told, "the state");
+  const Json state = simulator.Call("state.get");
+  const Json applications = state.value("applications", Json());
   if (options.json) {
-    PrintJson(told.value("applications", Json()));
+    PrintJson(applications);
     return ExitCode::kDone;
   }
-  for (const ListedApplication& app : state.applications) {
-    std::printf("%c %-32s %-12s %s\n", app.id == state.focused ? '*' : ' ', app.id.c_str(),
-                app.running ? app.state_name.c_str() : "not running", app.name.c_str());
+  for (const Json& app : applications) {
+    const std::string state_name =
+        app.at("running").get<bool>() ? TextOf(app.value("stateName", Json())) : "not running";
+    std::printf("%c %-32s %-12s %s\n", app.at("id") == state.value("focused", Json()) ? '*' : ' ',
+                TextOf(app.at("id")).c_str(), state_name.c_str(), TextOf(app.at("name")).c_str());
   }
   return ExitCode::kDone;
 }
@@ -54,18 +29,12 @@ ExitCode List(const Simulator& simulator, const SimulatorOptions& options) {
 }  // namespace
 
 void AddAppsVerb(CLI::App& command, Run& run) {
-  const auto options = std::make_shared<SimulatorOptions>();
-  CLI::App* const verb = command.add_subcommand("apps", "List the set's applications");
-  AddSimulatorOptions(*verb, *options, "Print them as a JSON array");
-  verb->footer(
+  const auto verb =
+      AddSimulatorVerb<SimulatorOptions>(command, run, "apps", "List the set's applications", List);
+  AddSimulatorOptions(verb.app, verb.options, "Print them as a JSON array");
+  verb.app.footer(
       "One line each: a star when it has the focus, id, state and name.\n"
       "Exit status: 0 listed, 4 no simulator runs.");
-  verb->callback([options, &run] {
-    run = [options] {
-      return WithSimulator(*options,
-                           [&](const Simulator& simulator) { return List(simulator, *options); });
-    };
-  });
 }
 
 }  // namespace orvane::cli

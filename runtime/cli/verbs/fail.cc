@@ -1,41 +1,32 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
 #include <cstdio>
-#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
-#include "base/json_fields.h"
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/split.hpp>
+
 #include "cli/output.h"
-#include "cli/simulator.h"
-#include "cli/verbs/verbs.h"
+#include "cli/verbs/simulator_verb.h"
+#include "television/set_fields.h"
 
 namespace orvane::cli {
 
 namespace {
 
-struct FailOptions {
-  SimulatorOptions simulator;
+struct FailOptions : SimulatorOptions {
   std::string function;
-  int code = 0;
-  bool has_code = false;
+  std::optional<int> code;
   bool once = false;
   bool clear = false;
-};
 
-struct ListedFault {
-  std::string function;
-  int code = 0;
-  std::string mode;
+  void Check() const;
 };
-template <class Map>
-void MapFields(Map& map, ListedFault& fault) {
-  map("function", fault.function);
-  map("code", fault.code);
-  map("mode", fault.mode);
-}
 
 struct ListedState {
-  std::vector<ListedFault> faults;
+  std::vector<tvset::Fault> faults;
 };
 template <class Map>
 void MapFields(Map& map, ListedState& state) {
@@ -45,36 +36,42 @@ void MapFields(Map& map, ListedState& state) {
 void PrintFaults(const Json& told, bool json) {
   const auto state = base::FromJson<ListedState>(told, "the state");
   if (json) return PrintJson(told.value("faults", Json()));
-  for (const ListedFault& fault : state.faults) {
-    std::printf("%s %d %s\n", fault.function.c_str(), fault.code, fault.mode.c_str());
+  for (const tvset::Fault& fault : state.faults) {
+    const bool once = fault.mode == tvset::FaultMode::kOnce;
+    std::printf("%s %d %s\n", fault.function.c_str(), fault.code, once ? "once" : "always");
   }
 }
 
-void CheckUse(const FailOptions& options) {
-  if (options.clear && (options.has_code || options.once)) {
-    throw UsageError("--clear ends faults: it takes a FUNCTION or nothing, no CODE and no --once.");
+void FailOptions::Check() const {
+  if (clear && (code || once)) {
+    throw CommandError(
+        "--clear ends faults: it takes a FUNCTION or nothing, no CODE and no --once.");
   }
-  if (options.once && options.function.empty()) {
-    throw UsageError("--once needs a function and its code: orvane fail FUNCTION CODE --once.");
+  if (once && function.empty()) {
+    throw CommandError("--once needs a function and its code: orvane fail FUNCTION CODE --once.");
   }
-  if (options.clear || options.function.empty() || options.has_code) return;
-  throw UsageError("with which code is " + options.function +
-                   " to fail? Write orvane fail FUNCTION CODE, such as orvane fail " +
-                   options.function + " -1.");
+  if (clear || function.empty() || code) return;
+  // Perhaps as the option --fail has it: FUNCTION=CODE:once.
+  std::vector<std::string> parts;
+  boost::split(parts, function, boost::is_any_of("=:"));
+  const std::string given = parts.size() > 1 && !parts[1].empty() ? parts[1] : "-1";
+  throw CommandError("with which code is " + parts[0] +
+                     " to fail? Write orvane fail FUNCTION CODE, such as orvane fail " + parts[0] +
+                     " " + given + (parts.size() > 2 ? " --once" : "") + ".");
 }
 
 ExitCode Fail(const Simulator& simulator, const FailOptions& options) {
   if (options.clear) {
     const bool all = options.function.empty();
     simulator.Call("faults.clear", {{"function", all ? Json() : Json(options.function)}});
-  } else if (options.has_code) {
+  } else if (options.code) {
     simulator.Call("faults.set", {{"function", options.function},
-                                  {"code", options.code},
+                                  {"code", *options.code},
                                   {"mode", options.once ? "once" : "always"}});
   }
-  const bool lists = !options.clear && !options.has_code;
-  if (lists || options.simulator.json) {
-    PrintFaults(simulator.Call("state.get"), options.simulator.json);
+  const bool lists = !options.clear && !options.code;
+  if (lists || options.json) {
+    PrintFaults(simulator.Call("state.get"), options.json);
   }
   return ExitCode::kDone;
 }
@@ -82,27 +79,20 @@ ExitCode Fail(const Simulator& simulator, const FailOptions& options) {
 }  // namespace
 
 void AddFailVerb(CLI::App& command, Run& run) {
-  const auto options = std::make_shared<FailOptions>();
-  CLI::App* const verb = command.add_subcommand("fail", "Make a function of the platform fail");
-  verb->add_option("FUNCTION", options->function,
-                   "Such as vconf_set_str; without it: list those that fail")
+  const auto verb = AddSimulatorVerb<FailOptions>(command, run, "fail",
+                                                  "Make a function of the platform fail", Fail);
+  FailOptions& options = verb.options;
+  verb.app
+      .add_option("FUNCTION", options.function,
+                  "Such as vconf_set_str; without it: list those that fail")
       ->type_name("");
-  CLI::Option* const code =
-      verb->add_option("CODE", options->code, "What it answers from now on; not 0")->type_name("");
-  verb->add_flag("--once", options->once, "Its next call only");
-  verb->add_flag("--clear", options->clear, "Let FUNCTION, or all of them, work again");
-  AddSimulatorOptions(*verb, options->simulator, "Print the functions that fail then, as JSON");
-  verb->footer(
+  verb.app.add_option("CODE", options.code, "What it answers from now on; not 0")->type_name("");
+  verb.app.add_flag("--once", options.once, "Its next call only");
+  verb.app.add_flag("--clear", options.clear, "Let FUNCTION, or all of them, work again");
+  AddSimulatorOptions(verb.app, options, "Print the functions that fail then, as JSON");
+  verb.app.footer(
       "Exit status: 0 done, 1 refused (there is no such function, or the code is 0),\n"
       "2 wrongly used, 4 no simulator runs.");
-  verb->callback([options, code, &run] {
-    options->has_code = code->count() > 0;
-    run = [options] {
-      CheckUse(*options);
-      return WithSimulator(options->simulator,
-                           [&](const Simulator& simulator) { return Fail(simulator, *options); });
-    };
-  });
 }
 
 }  // namespace orvane::cli

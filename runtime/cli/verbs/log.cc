@@ -3,27 +3,24 @@
 #include <chrono>
 #include <cstdio>
 #include <map>
-#include <memory>
 #include <string>
 #include <vector>
 
-#include "base/json_fields.h"
 #include "cli/output.h"
-#include "cli/simulator.h"
-#include "cli/verbs/verbs.h"
-#include "tvset/error.h"
-#include "tvset/log_format.h"
+#include "cli/verbs/simulator_verb.h"
+#include "television/set_fields.h"
 
 namespace orvane::cli {
 
 namespace {
 
-struct LogOptions {
-  SimulatorOptions simulator;
+struct LogOptions : SimulatorOptions {
   bool follow = false;
   std::string tag;
   std::string level = "V";
   std::string format = "brief";
+
+  void Check() const { tvset::ParseLogFormat(format); }
 };
 
 constexpr int kLinesPerCall = 5000;
@@ -40,67 +37,25 @@ const std::map<std::string, std::string>& Levels() {
   return levels;
 }
 
-struct NumberedLine {
-  int64_t seq = 0;
-  tvset::LogLine line;
-};
-template <class Map>
-void MapFields(Map& map, NumberedLine& numbered) {
-  map("seq", numbered.seq);
-  map("time_ns", numbered.line.time_ns);
-  map("pid", numbered.line.pid);
-  map("tid", numbered.line.tid);
-  map("priority", numbered.line.priority);
-  map("tag", numbered.line.tag);
-  map("text", numbered.line.text);
-}
-
-// What log.list answers.
-struct LinesAnswer {
-  std::vector<Json> lines;
-  int64_t next = 0;
-};
-template <class Map>
-void MapFields(Map& map, LinesAnswer& answer) {
-  map.Optional("lines", answer.lines);
-  map.Optional("next", answer.next);
-}
-
-struct EventsMessage {
-  struct Event {
-    std::string name;
-    Json data;
-  };
-  std::vector<Event> events;
-};
-template <class Map>
-void MapFields(Map& map, EventsMessage::Event& event) {
-  map("name", event.name);
-  map.Optional("data", event.data);
-}
-template <class Map>
-void MapFields(Map& map, EventsMessage& message) {
-  map.Optional("events", message.events);
-}
-
 // Prints the simulator's log from its oldest line on.
 class LogReader {
  public:
   LogReader(const Simulator& simulator, const LogOptions& options)
       : simulator_(simulator),
-        json_(options.simulator.json),
+        json_(options.json),
         format_(tvset::ParseLogFormat(options.format)),
         filter_({(options.tag.empty() ? "*" : options.tag) + ":" + Levels().at(options.level)}) {}
 
   // What the simulator has kept since the line that was printed last.
   void PrintKept() {
     while (true) {
-      const auto answer = base::FromJson<LinesAnswer>(
-          simulator_.Call("log.list", {{"since", last_}, {"limit", kLinesPerCall}}), "the log");
+      const Json answer = simulator_.Call("log.list", {{"since", last_}, {"limit", kLinesPerCall}});
       has_answer_ = true;
-      for (const Json& line : answer.lines) Print(line);
-      if (answer.lines.empty() || answer.next <= last_) break;  // it would give the same again
-      last_ = answer.next;
+      const Json lines = answer.value("lines", Json::array());
+      for (const Json& line : lines) Print(line);
+      const auto next = answer.value("next", last_);
+      if (lines.empty() || next <= last_) break;  // it would give the same again
+      last_ = next;
     }
     std::fflush(stdout);
   }
@@ -108,13 +63,13 @@ class LogReader {
   // The lines among what the simulator tells.
   void PrintTold(std::string_view message) {
     const Json told = base::ParseJson(message);
-    for (const auto& event : base::FromJson<EventsMessage>(told, "the message").events) {
-      if (event.name != "log") continue;
-      for (const Json& json : event.data) {
-        const auto seq = base::FromJson<NumberedLine>(json, "a line").seq;
+    for (const Json& event : told.at("events")) {
+      if (event.at("name") != "log") continue;
+      for (const Json& line : event.at("data")) {
+        const auto seq = line.at("seq").get<int64_t>();
         if (seq <= last_) continue;
         last_ = seq;
-        Print(json);
+        Print(line);
       }
     }
     std::fflush(stdout);
@@ -124,10 +79,10 @@ class LogReader {
 
  private:
   void Print(const Json& json) {
-    const auto numbered = base::FromJson<NumberedLine>(json, "a line");
-    if (!filter_.Shows(numbered.line)) return;
+    const auto line = base::FromJson<tvset::LogLine>(json, "a line");
+    if (!filter_.Shows(line)) return;
     if (json_) return PrintJson(json);
-    const std::string text = tvset::FormatLogLine(numbered.line, format_) + '\n';
+    const std::string text = tvset::FormatLogLine(line, format_) + '\n';
     std::fwrite(text.data(), 1, text.size(), stdout);
   }
 
@@ -173,30 +128,26 @@ ExitCode Log(const Simulator& simulator, const LogOptions& options) {
 }  // namespace
 
 void AddLogVerb(CLI::App& command, Run& run) {
-  const auto options = std::make_shared<LogOptions>();
-  CLI::App* const verb = command.add_subcommand("log", "Print the set's log");
-  verb->add_flag("-f,--follow", options->follow, "Go on with what comes, until the simulator ends");
-  verb->add_option("--tag", options->tag, "Lines of this tag only")->type_name("TAG");
-  verb->add_option("--level", options->level,
-                   "Lines from this level on: verbose, debug, info, warn,\n"
-                   "error or fatal, or the letter")
+  const auto verb = AddSimulatorVerb<LogOptions>(command, run, "log", "Print the set's log", Log);
+  LogOptions& options = verb.options;
+  verb.app.add_flag("-f,--follow", options.follow,
+                    "Go on with what comes, until the simulator ends");
+  verb.app.add_option("--tag", options.tag, "Lines of this tag only")->type_name("TAG");
+  verb.app
+      .add_option("--level", options.level,
+                  "Lines from this level on: verbose, debug, info, warn,\n"
+                  "error or fatal, or the letter")
       ->type_name("LEVEL")
       ->transform(CLI::IsMember(Levels(), CLI::ignore_case).description(""));
-  verb->add_option("--format", options->format,
-                   "brief (the default), tag, process, thread, raw, time, threadtime,\n"
-                   "kerneltime or long")
+  verb.app
+      .add_option("--format", options.format,
+                  "brief (the default), tag, process, thread, raw, time, threadtime,\n"
+                  "kerneltime or long")
       ->type_name("NAME");
-  AddSimulatorOptions(*verb, options->simulator, "Print one JSON object for each line");
-  verb->footer(
+  AddSimulatorOptions(verb.app, options, "Print one JSON object for each line");
+  verb.app.footer(
       "Exit status: 0 printed, 2 no such level or format, 4 no simulator runs.\n\n"
       "Example: orvane log -f --tag QM_WEBAPI --level warn");
-  verb->callback([options, &run] {
-    run = [options] {
-      tvset::ParseLogFormat(options->format);
-      return WithSimulator(options->simulator,
-                           [&](const Simulator& simulator) { return Log(simulator, *options); });
-    };
-  });
 }
 
 }  // namespace orvane::cli

@@ -1,21 +1,20 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <stdlib.h>
-
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "cli/exit_code.h"
 #include "cli/output.h"
 #include "cli/replayer.h"
 #include "cli/session_file.h"
 #include "cli/set_options.h"
+#include "cli/shipped_parts.h"
 #include "cli/verbs/verbs.h"
+#include "server/pictures/temporary_folder.h"
 
 namespace orvane::cli {
 
@@ -23,7 +22,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct ReplayOptions : SetOptions {
+struct ReplayOptions {
+  television::TelevisionOptions set;
   std::string file;
   double deadline_seconds = 10;
   double timeout_seconds = 10;
@@ -31,50 +31,26 @@ struct ReplayOptions : SetOptions {
   bool json = false;
 };
 
-// Of a set that has not been used before; gone afterwards.
-class FreshFolder {
- public:
-  FreshFolder() {
-    std::string name = (fs::temp_directory_path() / "orvane-replay-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-      throw UsageError("no folder can be made in " + fs::temp_directory_path().string() +
-                       ". Set TMPDIR, or name a folder with --state.");
-    }
-    path_ = name;
+tvset::Application AppOf(const SessionFile& session) {
+  if (!session.app.value("id", Json()).is_string()) {
+    throw CommandError(R"(the session does not name its application ("app" with an "id").)");
   }
-  ~FreshFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  FreshFolder(const FreshFolder&) = delete;
-  FreshFolder& operator=(const FreshFolder&) = delete;
-
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
-Json AppOf(const SessionFile& session) {
   Json app = session.app;
-  if (!app.value("id", Json()).is_string()) {
-    throw UsageError(R"(the session does not name its application ("app" with an "id").)");
-  }
   const std::string id = app["id"];
   if (!app.value("package", Json()).is_string()) app["package"] = id.substr(0, id.find('.'));
-  return app;
+  return base::FromJson<tvset::Application>(app, "the session's \"app\"");
 }
 
 set_process::SetProcessOptions ProcessOptions(const ReplayOptions& options,
                                               const SessionFile& session,
                                               const fs::path& state_folder) {
+  television::TelevisionOptions set = options.set;
+  set.state_folder = state_folder;
+  if (set.profile.empty()) set.profile = session.profile;
+  set.app = AppOf(session);
   set_process::SetProcessOptions process;
-  process.command = {"/proc/self/exe", "set-process", "--fd", "3"};
-  process.start_options = {{"state", state_folder.string()},
-                           {"profile", options.profile.empty() ? session.profile : options.profile},
-                           {"app", AppOf(session)},
-                           {"faults", options.faults},
-                           {"extensions", AbsoluteExtensions(options.extensions)}};
+  process.command = SetProcessCommand();
+  process.start_options = base::ToJson(set);
   process.deadline = Milliseconds(options.deadline_seconds);
   process.patience = std::chrono::milliseconds(0);
   process.restarts = false;
@@ -111,9 +87,10 @@ void PrintAsJson(const std::vector<Difference>& differences, size_t count) {
 
 ExitCode Replay(const ReplayOptions& options) {
   const SessionFile session = ReadSessionFile(options.file);
-  std::unique_ptr<FreshFolder> fresh;
-  if (options.state_folder.empty()) fresh = std::make_unique<FreshFolder>();
-  const fs::path state_folder = fresh ? fresh->path() : fs::absolute(options.state_folder);
+  // Of a set that has not been used before; gone afterwards.
+  std::optional<server::TemporaryFolder> fresh;
+  if (options.set.state_folder.empty()) fresh.emplace("orvane-replay-");
+  const fs::path state_folder = fresh ? fresh->path() : fs::absolute(options.set.state_folder);
   Replayer replayer(ProcessOptions(options, session, state_folder),
                     options.strict ? Comparison::kStrict : Comparison::kForm,
                     Milliseconds(options.timeout_seconds));
@@ -130,32 +107,33 @@ ExitCode Replay(const ReplayOptions& options) {
 
 void AddReplayVerb(CLI::App& command, Run& run) {
   constexpr double kLongestSeconds = 1000000;
-  const auto options = std::make_shared<ReplayOptions>();
-  CLI::App* const verb = command.add_subcommand(
-      "replay", "Send a recorded session to a fresh set; print what comes out differently");
-  verb->group("Verbs");
-  verb->add_option("FILE", options->file,
-                   "Session as the simulator exports it; - is the standard input")
+  const auto verb = AddVerb<ReplayOptions>(
+      command, run, "replay",
+      "Send a recorded session to a fresh set; print what comes out differently", Replay);
+  ReplayOptions& options = verb.options;
+  verb.app
+      .add_option("FILE", options.file,
+                  "Session as the simulator exports it; - is the standard input")
       ->required()
       ->type_name("");
-  AddSetOptions(*verb, *options,
+  AddSetOptions(verb.app, options.set,
                 {"Without it: the recorded one", "Without it: a new one, removed afterwards"});
-  AddDeadlineOption(*verb, options->deadline_seconds,
+  AddDeadlineOption(verb.app, options.deadline_seconds,
                     "Give up a message that is not answered in so many seconds\n(default: 10)");
-  verb->add_option("--timeout", options->timeout_seconds,
-                   "Wait so many seconds in all for posted messages (default: 10)")
+  verb.app
+      .add_option("--timeout", options.timeout_seconds,
+                  "Wait so many seconds in all for posted messages (default: 10)")
       ->type_name("SECONDS")
       ->check(CLI::Range(0.0, kLongestSeconds).description(""));
-  verb->add_flag("--strict", options->strict,
-                 "Compare UUIDs, memory and CPU figures too, which differ from run\nto run");
-  verb->add_flag("--json", options->json, "Print the differences as JSON");
-  verb->footer(
+  verb.app.add_flag("--strict", options.strict,
+                    "Compare UUIDs, memory and CPU figures too, which differ from run\nto run");
+  verb.app.add_flag("--json", options.json, "Print the differences as JSON");
+  verb.app.footer(
       "What a person did meanwhile (keys, faults, the set's state) is no message and not "
       "replayed.\n"
       "Exit status: 0 everything came out as recorded, 1 there are differences, 2 wrongly used or "
       "no\n"
       "such set can be started.");
-  verb->callback([options, &run] { run = [options] { return Replay(*options); }; });
 }
 
 }  // namespace orvane::cli

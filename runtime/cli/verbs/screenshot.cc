@@ -3,15 +3,11 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <memory>
-#include <optional>
 #include <string>
 
 #include "base/base64.h"
-#include "base/json_fields.h"
 #include "cli/output.h"
-#include "cli/simulator.h"
-#include "cli/verbs/verbs.h"
+#include "cli/verbs/simulator_verb.h"
 
 namespace orvane::cli {
 
@@ -19,8 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct ScreenshotOptions {
-  SimulatorOptions simulator;
+struct ScreenshotOptions : SimulatorOptions {
   std::string file;
 };
 
@@ -37,32 +32,23 @@ bool WriteFile(const fs::path& file, const std::string& bytes) {
   return false;
 }
 
-struct Picture {
-  std::string png;  // base64
-  bool fresh = false;
-};
-template <class Map>
-void MapFields(Map& map, Picture& picture) {
-  map.Optional("png", picture.png);
-  map.Optional("fresh", picture.fresh);
-}
-
 ExitCode Take(const Simulator& simulator, const ScreenshotOptions& options) {
-  const auto picture = base::FromJson<Picture>(simulator.Call("screenshot"), "the picture");
-  const auto png = base::DecodeBase64(picture.png);
+  const Json picture = simulator.Call("screenshot");
+  const auto png = base::DecodeBase64(TextOf(picture.value("png", Json())));
   if (!png || png->rfind("\x89PNG", 0) != 0) {
-    throw SimulatorRefusal("the simulator gave no picture.");
+    throw CommandError("the simulator gave no picture.", ExitCode::kScriptError);
   }
   if (options.file == "-") {
     std::fwrite(png->data(), 1, png->size(), stdout);
     return ExitCode::kDone;
   }
   if (!WriteFile(options.file, *png)) {
-    Complain(options.file + " cannot be written. Check the folder and its permissions.");
-    return ExitCode::kScriptError;
+    throw CommandError(options.file + " cannot be written. Check the folder and its permissions.",
+                       ExitCode::kScriptError);
   }
-  if (options.simulator.json) {
-    PrintJson({{"file", options.file}, {"bytes", png->size()}, {"fresh", picture.fresh}});
+  if (options.json) {
+    PrintJson(
+        {{"file", options.file}, {"bytes", png->size()}, {"fresh", picture.value("fresh", false)}});
   }
   return ExitCode::kDone;
 }
@@ -70,22 +56,15 @@ ExitCode Take(const Simulator& simulator, const ScreenshotOptions& options) {
 }  // namespace
 
 void AddScreenshotVerb(CLI::App& command, Run& run) {
-  const auto options = std::make_shared<ScreenshotOptions>();
-  CLI::App* const verb =
-      command.add_subcommand("screenshot", "Write a picture of the set's screen as PNG");
-  verb->add_option("FILE", options->file, "Where to; - is the standard output")
+  const auto verb = AddSimulatorVerb<ScreenshotOptions>(
+      command, run, "screenshot", "Write a picture of the set's screen as PNG", Take);
+  verb.app.add_option("FILE", verb.options.file, "Where to; - is the standard output")
       ->required()
       ->type_name("");
-  AddSimulatorOptions(*verb, options->simulator, "Print file, size and freshness as JSON");
-  verb->footer(
+  AddSimulatorOptions(verb.app, verb.options, "Print file, size and freshness as JSON");
+  verb.app.footer(
       "Exit status: 0 written, 1 the simulator has no picture or the file cannot be written,\n"
       "4 no simulator runs.");
-  verb->callback([options, &run] {
-    run = [options] {
-      return WithSimulator(options->simulator,
-                           [&](const Simulator& simulator) { return Take(simulator, *options); });
-    };
-  });
 }
 
 }  // namespace orvane::cli

@@ -1,7 +1,5 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <memory>
-
 #include "cli/set_options.h"
 #include "cli/shipped_parts.h"
 #include "cli/verbs/verbs.h"
@@ -25,14 +23,13 @@ ExitCode Serve(const ChildOptions& options) {
 
 // For the command itself, which starts it beside the server: in no list of verbs.
 void AddSetProcessVerb(CLI::App& command, Run& run) {
-  CLI::App* const verb =
-      command.add_subcommand("set-process", "Hold the set and the library for orvane run");
-  verb->group("");
-  const auto options = std::make_shared<ChildOptions>();
-  verb->add_option("--fd", options->socket, "Descriptor of the socket to the server")->required();
-  verb->add_option("--grace", options->grace_seconds,
-                   "Seconds that a handler may go on for when the server is gone");
-  verb->callback([&run, options] { run = [options] { return Serve(*options); }; });
+  const auto verb = AddVerb<ChildOptions>(command, run, "set-process",
+                                          "Hold the set and the library for orvane run", Serve);
+  verb.app.group("");
+  verb.app.add_option("--fd", verb.options.socket, "Descriptor of the socket to the server")
+      ->required();
+  verb.app.add_option("--grace", verb.options.grace_seconds,
+                      "Seconds that a handler may go on for when the server is gone");
 }
 
 }  // namespace orvane::cli

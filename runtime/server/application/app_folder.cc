@@ -113,21 +113,21 @@ HttpResponse AppFolder::Answer(const HttpRequest& request) const {
   if (!found) {
     return TextResponse(404, "The application has no file \"" + request.path.substr(1) + "\".");
   }
+  const std::string type(MediaTypeOf(found->name));
   HttpResponse response;
-  const std::string_view type = MediaTypeOf(found->name);
-  response.headers = {{"Content-Type", std::string(type)},
-                      {"Cache-Control", "no-cache"},
-                      {"Vary", "Sec-Fetch-Dest"},
-                      {"X-Content-Type-Options", "nosniff"}};
+  response.set(http::field::content_type, type);
+  response.set(http::field::cache_control, "no-cache");
+  response.set(http::field::vary, "Sec-Fetch-Dest");
+  response.set("X-Content-Type-Options", "nosniff");
   if (IsDocumentType(type) && WantsDocument(request)) {
     if (found->size > kMostDocumentBytes) return TextResponse(500, "The document is too large.");
-    response.body = InjectPageScript(ReadAll(found->file, found->size));
+    response.body() = InjectPageScript(ReadAll(found->file, found->size));
     return response;
   }
-  response.headers.emplace_back("ETag", found->tag);
-  response.headers.emplace_back("Accept-Ranges", "bytes");
+  response.set(http::field::etag, found->tag);
+  response.set(http::field::accept_ranges, "bytes");
   if (request.Header("If-None-Match") == found->tag) {
-    response.status = 304;
+    response.result(http::status::not_modified);
     return response;
   }
   const std::string_view condition = request.Header("If-Range");
@@ -140,14 +140,14 @@ HttpResponse AppFolder::Answer(const HttpRequest& request) const {
   const std::string size = "/" + std::to_string(found->size);
   if (range->first > range->last) {
     response = TextResponse(416, "The file has no such part.");
-    response.headers.emplace_back("Content-Range", "bytes *" + size);
+    response.set(http::field::content_range, "bytes *" + size);
     return response;
   }
-  response.status = 206;
+  response.result(http::status::partial_content);
   response.file->offset = range->first;
   response.file->length = range->last - range->first + 1;
-  response.headers.emplace_back("Content-Range", "bytes " + std::to_string(range->first) + "-" +
-                                                     std::to_string(range->last) + size);
+  response.set(http::field::content_range,
+               "bytes " + std::to_string(range->first) + "-" + std::to_string(range->last) + size);
   return response;
 }
 

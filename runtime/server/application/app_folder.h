@@ -8,7 +8,7 @@
 #include <string>
 
 #include "posix/unique_fd.h"
-#include "server/web/exchange.h"
+#include "server/web/http_connection.h"
 
 namespace orvane::server {
 

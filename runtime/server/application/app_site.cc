@@ -3,7 +3,10 @@
 #include "server/application/app_site.h"
 
 #include <cstdlib>
+#include <system_error>
 #include <utility>
+
+#include <boost/algorithm/string/predicate.hpp>
 
 #include "server/browser_script/client_text.h"
 #include "server/simulator/run_info.h"
@@ -15,132 +18,145 @@ namespace {
 
 constexpr std::string_view kOwnPaths = "/.orvane/";
 
-HttpResponse ScriptResponse(std::string script) {
-  HttpResponse response;
-  response.headers = {{"Content-Type", "text/javascript; charset=utf-8"},
-                      {"Cache-Control", "no-store"},
-                      {"X-Content-Type-Options", "nosniff"},
-                      {"Cross-Origin-Resource-Policy", "same-origin"},
-                      {"Cross-Origin-Embedder-Policy", "credentialless"}};
-  response.body = std::move(script);
+HttpResponse ScriptResponse(std::string_view script) {
+  HttpResponse response = BodyResponse("text/javascript; charset=utf-8", script);
+  response.set("Cross-Origin-Resource-Policy", "same-origin");
+  response.set("Cross-Origin-Embedder-Policy", "credentialless");
   return response;
 }
 
-int64_t QueryNumber(const HttpRequest& request, std::string_view name) {
+int64_t QueryNumber(const HttpRequest& request, const char* name) {
   return std::strtoll(request.Query(name).c_str(), nullptr, 10);
 }
 
 }  // namespace
 
-AppSite::AppSite(Origin origin, Origin simulator, Parts parts, const RunOptions& options)
-    : origin_(std::move(origin)),
-      simulator_(std::move(simulator)),
-      parts_(parts),
+AppSite::AppSite(const Origins& origins, const RunOptions& options, Partners partners)
+    : origins_(origins),
+      partners_(partners),
       start_path_(StartPath(options)),
-      isolate_(options.isolate) {}
+      isolate_(options.isolate) {
+  if (options.dev_server.empty()) {
+    folder_.emplace(options.app.folder);
+    if (options.watch) Watch(options.app.folder);
+    return;
+  }
+  dev_server_.emplace(
+      partners_.loop, options.dev_server, origins,
+      DevServer::Listener{[this](HttpResponse* response) { AddHeaders(response); },
+                          [this](const auto& document) { NoteDocument(document); }});
+}
 
-void AppSite::Handle(std::shared_ptr<Exchange> exchange) {
-  const HttpRequest& request = exchange->request();
-  const std::string why = WhyForeign(request, origin_);
-  if (!why.empty()) return exchange->Respond(TextResponse(403, why));
-  if (request.path.compare(0, kOwnPaths.size(), kOwnPaths) == 0) return HandleOwn(exchange);
+void AppSite::Watch(const std::filesystem::path& folder) {
+  try {
+    watcher_.emplace(partners_.loop, folder, [this](const std::string& file) {
+      partners_.events.Publish("reload", {{"file", file}});
+      partners_.contexts.Reload();
+    });
+  } catch (const std::system_error& error) {
+    partners_.journal.AddExplanation(
+        {{"text", std::string("Saved files do not reload the page: ") + error.what() + "."}});
+  }
+}
+
+void AppSite::NoteDocument(const DevServer::Document& document) {
+  if (document.is_top) partners_.contexts.ForgetScriptless();
+  if (document.problem.empty()) return;
+  partners_.contexts.NoteScriptless(origins_.app.url() + document.path, document.is_top,
+                                    document.problem);
+}
+
+void AppSite::Handle(Connection connection) {
+  const HttpRequest& request = connection->request();
+  const std::string why = WhyForeign(request, origins_.app);
+  if (!why.empty()) return connection->Respond(TextResponse(403, why));
+  if (boost::starts_with(request.path, kOwnPaths)) return HandleOwn(connection);
   if (request.path == "/" && request.IsRead() && start_path_ != "/") {
     HttpResponse response = TextResponse(302, "The application starts at " + start_path_);
-    response.headers.emplace_back("Location", start_path_);
-    return exchange->Respond(std::move(response));
+    response.set(http::field::location, start_path_);
+    return connection->Respond(std::move(response));
   }
-  content_(std::move(exchange));
+  if (dev_server_) return dev_server_->Handle(connection);
+  HttpResponse response = folder_->Answer(request);
+  AddHeaders(&response);
+  connection->Respond(std::move(response));
 }
 
+// What every answer of the origin says: whether its pages are isolated, and who may frame them.
 void AppSite::AddHeaders(HttpResponse* response) const {
-  bool is_document = false;
-  for (const auto& [name, value] : response->headers) {
-    if (EqualsIgnoringCase(name, "Content-Type")) is_document = IsDocumentType(value);
-  }
+  const bool is_document = IsDocumentType(View((*response)[http::field::content_type]));
   if (isolate_) {
-    response->headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
-    response->headers.emplace_back("Cross-Origin-Embedder-Policy", "credentialless");
+    response->set("Cross-Origin-Opener-Policy", "same-origin");
+    response->set("Cross-Origin-Embedder-Policy", "credentialless");
   }
-  response->headers.emplace_back("Cross-Origin-Resource-Policy",
-                                 is_document ? "cross-origin" : "same-origin");
-  response->headers.emplace_back("Origin-Agent-Cluster", "?1");
-  response->headers.emplace_back("Content-Security-Policy",
-                                 "frame-ancestors 'self' " + simulator_.url());
+  response->set("Cross-Origin-Resource-Policy", is_document ? "cross-origin" : "same-origin");
+  response->set("Origin-Agent-Cluster", "?1");
+  // Beside those of a development server: each policy counts.
+  response->insert("Content-Security-Policy", "frame-ancestors 'self' " + origins_.simulator.url());
 }
 
-void AppSite::HandleOwn(const std::shared_ptr<Exchange>& exchange) {
-  const HttpRequest& request = exchange->request();
-  const std::string_view path = request.path;
-  const std::string_view name = path.substr(kOwnPaths.size());
-  if (request.method == "GET" && name == "page.js") return SendPageScript(exchange);
-  if (request.method == "GET" && name == "worker.js") return SendWorkerScript(exchange);
-  if (name == "socket" && request.is_socket_upgrade) return OpenSocket(exchange);
-  if (request.method == "POST" && name == "sync") return HandleSync(exchange);
-  if (request.method == "POST" && name == "bye") return HandleBye(exchange);
-  exchange->Respond(TextResponse(404, "The runtime has nothing of this name."));
+void AppSite::HandleOwn(const Connection& connection) {
+  const HttpRequest& request = connection->request();
+  const std::string name = request.path.substr(kOwnPaths.size());
+  const bool is_post = request.method() == http::verb::post;
+  if (request.method() == http::verb::get && (name == "page.js" || name == "worker.js")) {
+    if (!IsFromOwnPage(request, origins_.app)) {
+      return connection->Respond(TextResponse(403, "This script is for the application's pages."));
+    }
+    if (name == "page.js") return SendPageScript(connection);
+    return connection->Respond(ScriptResponse(kWorkerClient));
+  }
+  if (name == "socket" && websocket::is_upgrade(request)) return OpenSocket(connection);
+  if (is_post && name == "sync") return HandleSync(connection);
+  if (is_post && name == "bye") {
+    if (const auto context = FindContext(request)) partners_.contexts.Close(*context);
+    return connection->Respond(TextResponse(200, "Good bye."));
+  }
+  connection->Respond(TextResponse(404, "The runtime has nothing of this name."));
 }
 
-void AppSite::SendPageScript(const std::shared_ptr<Exchange>& exchange) {
-  const HttpRequest& request = exchange->request();
-  if (!IsFromOwnPage(request, origin_)) {
-    return exchange->Respond(TextResponse(403, "This script is for the application's pages."));
-  }
-  const auto context = parts_.contexts.Open(std::string(request.Header("Referer")));
+void AppSite::SendPageScript(const Connection& connection) {
+  const auto context =
+      partners_.contexts.Open(std::string(connection->request().Header("Referer")));
   if (!context) {
-    return exchange->Respond(TextResponse(503, "Too many pages are open; close some."));
+    return connection->Respond(TextResponse(503, "Too many pages are open; close some."));
   }
-  exchange->Respond(ScriptResponse(parts_.script.Make(context->id(), context->secret())));
-}
-
-void AppSite::SendWorkerScript(const std::shared_ptr<Exchange>& exchange) {
-  if (!IsFromOwnPage(exchange->request(), origin_)) {
-    return exchange->Respond(TextResponse(403, "This script is for the application's pages."));
-  }
-  exchange->Respond(ScriptResponse(kWorkerClient));
+  connection->Respond(ScriptResponse(partners_.script.Make(context->id(), context->secret())));
 }
 
 std::shared_ptr<PageContext> AppSite::FindContext(const HttpRequest& request) const {
   // A browser names the origin with each of these requests.
-  if (request.Header("Origin") != origin_.url()) return nullptr;
-  return parts_.contexts.Find(QueryNumber(request, "context"), request.Query("token"));
+  if (request.Header("Origin") != origins_.app.url()) return nullptr;
+  return partners_.contexts.Find(QueryNumber(request, "context"), request.Query("token"));
 }
 
-void AppSite::OpenSocket(const std::shared_ptr<Exchange>& exchange) {
-  const HttpRequest& request = exchange->request();
-  if (request.Header("Origin") != origin_.url()) {
-    return exchange->Respond(TextResponse(403, "The socket is for the application's pages."));
+void AppSite::OpenSocket(const Connection& connection) {
+  const HttpRequest& request = connection->request();
+  if (request.Header("Origin") != origins_.app.url()) {
+    return connection->Respond(TextResponse(403, "The socket is for the application's pages."));
   }
   const int64_t last = QueryNumber(request, "last");
   const std::weak_ptr<PageContext> weak = FindContext(request);
-  exchange->AcceptSocket([weak, last](const std::shared_ptr<Socket>& socket) {
+  connection->AcceptSocket([weak, last](const std::shared_ptr<Socket>& socket) {
     if (const auto context = weak.lock()) return context->Attach(socket, last);
     socket->SendText(R"({"type":"gone"})");
     socket->Close(1000, "there is no such page");
   });
 }
 
-void AppSite::HandleSync(const std::shared_ptr<Exchange>& exchange) {
-  const auto context = FindContext(exchange->request());
+void AppSite::HandleSync(const Connection& connection) {
+  const HttpRequest& request = connection->request();
+  const auto context = FindContext(request);
   if (!context) {
-    return exchange->Respond(TextResponse(403, "There is no such page; load it again."));
+    return connection->Respond(TextResponse(403, "There is no such page; load it again."));
   }
   context->Touch();
-  const HttpRequest& request = exchange->request();
   const bool is_binary = request.Header("Content-Type") == "application/octet-stream";
-  parts_.messages.HandleRequest(*context, request.body, is_binary,
-                                [exchange](const PageMessage& answer) {
-                                  HttpResponse response;
-                                  response.headers = {{"Content-Type", "text/plain; charset=utf-8"},
-                                                      {"Cache-Control", "no-store"},
-                                                      {"X-Content-Type-Options", "nosniff"}};
-                                  response.body = WritePageMessage(answer).data;
-                                  exchange->Respond(std::move(response));
-                                });
-}
-
-void AppSite::HandleBye(const std::shared_ptr<Exchange>& exchange) {
-  if (const auto context = FindContext(exchange->request())) parts_.contexts.Close(*context);
-  exchange->Respond(TextResponse(200, "Good bye."));
+  partners_.messages.HandleRequest(
+      *context, request.body(), is_binary, [connection](const PageMessage& answer) {
+        connection->Respond(
+            BodyResponse("text/plain; charset=utf-8", WritePageMessage(answer).data));
+      });
 }
 
 }  // namespace orvane::server

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <vector>
 
-#include "server/web/http_message.h"
+#include <boost/algorithm/string/predicate.hpp>
 
 namespace orvane::server {
 
@@ -45,7 +45,7 @@ std::vector<Policy> ReadPolicies(std::string_view header) {
 
 const Directive* Find(const Policy& policy, std::string_view name) {
   const auto found = std::find_if(policy.begin(), policy.end(), [name](const Directive& directive) {
-    return EqualsIgnoringCase(directive.name, name);
+    return boost::iequals(directive.name, name);
   });
   return found == policy.end() ? nullptr : &*found;
 }
@@ -60,7 +60,7 @@ const Directive* ScriptDirective(const Policy& policy) {
 
 bool Has(const Sources& sources, std::string_view wanted) {
   return std::any_of(sources.begin(), sources.end(), [wanted](const std::string& source) {
-    return EqualsIgnoringCase(source, wanted);
+    return boost::iequals(source, wanted);
   });
 }
 

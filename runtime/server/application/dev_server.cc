@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/application/dev_server.h"
 
-#include <algorithm>
 #include <optional>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <boost/algorithm/string/predicate.hpp>
 
 #include "server/application/app_folder.h"
 #include "server/application/content_policy.h"
@@ -23,51 +25,47 @@ constexpr std::chrono::seconds kAnswerTime{120};  // a first bundling takes long
 constexpr uint64_t kMostDocumentBytes = uint64_t{64} << 20U;
 constexpr uint32_t kMostHeadBytes = 256U << 10U;
 
-bool IsOneOf(std::string_view name, std::initializer_list<std::string_view> names) {
-  return std::any_of(names.begin(), names.end(),
-                     [name](std::string_view other) { return EqualsIgnoringCase(name, other); });
-}
-
 bool IsFrame(const HttpRequest& request) {
-  return IsOneOf(request.Header("Sec-Fetch-Dest"), {"iframe", "frame", "embed", "object"});
+  const std::string_view destination = request.Header("Sec-Fetch-Dest");
+  return destination == "iframe" || destination == "frame" || destination == "embed" ||
+         destination == "object";
 }
 
-// `text` with `from` at its beginning replaced.
-std::string WithPrefix(std::string_view text, const std::string& from, const std::string& to) {
-  if (text.substr(0, from.size()) != from) return std::string(text);
-  return to + std::string(text.substr(from.size()));
+void Erase(http::fields& fields, std::initializer_list<beast::string_view> names) {
+  for (const beast::string_view name : names) fields.erase(name);
+}
+
+// Where the field names an address of `from`, it names `to` then.
+void ReplaceOrigin(http::fields& fields, http::field name, const Origin& from, const Origin& to) {
+  const std::string value(fields[name]);
+  if (!boost::starts_with(value, from.url())) return;
+  fields.set(name, to.url() + value.substr(from.url().size()));
 }
 
 }  // namespace
 
-DevServer::DevServer(asio::io_context& loop, const std::string& url, Origin app, Origin simulator,
+DevServer::DevServer(asio::io_context& loop, const std::string& url, Origins origins,
                      Listener listener)
-    : loop_(loop) {
-  Target target;
-  target.address = ParseDevServerAddress(url);
-  target.origin.host = target.address.authority;
-  target.app = std::move(app);
-  target.simulator = std::move(simulator);
-  target.listener = std::move(listener);
-  target_ = std::make_shared<const Target>(std::move(target));
-}
+    : loop_(loop),
+      address_(ParseDevServerAddress(url)),
+      origin_{address_.authority},
+      origins_(std::move(origins)),
+      listener_(std::move(listener)) {}
 
 // One request on its way.
 class DevServer::Run : public std::enable_shared_from_this<Run> {
  public:
-  Run(asio::io_context& loop, std::shared_ptr<const Target> target,
-      std::shared_ptr<Exchange> exchange)
-      : loop_(loop),
-        target_(std::move(target)),
-        exchange_(std::move(exchange)),
-        resolver_(loop),
-        server_(loop),
-        request_(RequestText()) {}
+  Run(const DevServer& owner, std::shared_ptr<HttpConnection> connection)
+      : owner_(owner),
+        connection_(std::move(connection)),
+        resolver_(owner.loop_),
+        server_(owner.loop_),
+        request_(MakeRequest()) {}
 
   void Start() {
-    if (target_->address.host == "localhost") return ConnectHere();
+    if (owner_.address_.host == "localhost") return ConnectHere();
     resolver_.async_resolve(
-        target_->address.host, std::to_string(target_->address.port),
+        owner_.address_.host, std::to_string(owner_.address_.port),
         [self = shared_from_this()](beast::error_code error,
                                     const tcp::resolver::results_type& results) {
           if (error) return self->Fail(error);
@@ -78,7 +76,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
  private:
   // Not every machine's resolver knows this name.
   void ConnectHere() {
-    const uint16_t port = target_->address.port;
+    const uint16_t port = owner_.address_.port;
     Connect(std::vector<tcp::endpoint>{{asio::ip::address_v4::loopback(), port},
                                        {asio::ip::address_v6::loopback(), port}});
   }
@@ -97,10 +95,10 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
 
   void SendRequest() {
     server_.expires_after(kAnswerTime);
-    asio::async_write(server_, asio::buffer(request_),
+    http::async_write(server_, request_,
                       [self = shared_from_this()](beast::error_code error, size_t) {
                         if (error) return self->Fail(error);
-                        if (self->exchange_->request().is_socket_upgrade) return self->Pass("");
+                        if (websocket::is_upgrade(self->request_)) return self->Pass("");
                         self->ReadHead();
                       });
   }
@@ -109,7 +107,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
     parser_.emplace();
     parser_->header_limit(kMostHeadBytes);
     parser_->body_limit(kMostDocumentBytes);
-    if (exchange_->request().method == "HEAD") parser_->skip(true);
+    parser_->skip(IsHeadRequest());
     http::async_read_header(server_, buffer_, *parser_,
                             [self = shared_from_this()](beast::error_code error, size_t) {
                               if (error) return self->Fail(error);
@@ -120,12 +118,15 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
   void OnHead() {
     const auto& head = parser_->get();
     if (head.result_int() < 200) return ReadHead();  // such as early hints: the answer follows
-    const bool is_document = IsDocumentType(head[http::field::content_type].to_string()) &&
-                             WantsDocument(exchange_->request()) &&
-                             exchange_->request().method != "HEAD";
+    const bool is_document = IsDocumentType(View(head[http::field::content_type])) &&
+                             WantsDocument(connection_->request()) && !IsHeadRequest();
     if (is_document) TellDocument();
     if (!is_document || IsCompressed()) {
-      return Pass(PassedHead() + beast::buffers_to_string(buffer_.cdata()));
+      std::ostringstream passed;
+      HttpResponse response = Head();
+      response.set(http::field::connection, "close");
+      passed << response.base() << beast::buffers_to_string(buffer_.cdata());
+      return Pass(passed.str());
     }
     http::async_read(server_, buffer_, *parser_,
                      [self = shared_from_this()](beast::error_code error, size_t) {
@@ -136,22 +137,28 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
 
   void SendDocument() {
     HttpResponse response = Head();
-    response.headers.emplace_back("Cache-Control", "no-store");
-    response.body = InjectPageScript(parser_->get().body());
-    exchange_->Respond(std::move(response));
+    // A document that was changed is another length, and no version that the server knows.
+    Erase(response,
+          {"Content-Length", "Transfer-Encoding", "ETag", "Last-Modified", "Accept-Ranges"});
+    response.set(http::field::cache_control, "no-store");
+    response.body() = InjectPageScript(parser_->get().body());
+    connection_->Respond(std::move(response));
   }
 
+  bool IsHeadRequest() const { return connection_->request().method() == http::verb::head; }
+
   bool IsCompressed() const {
-    const auto encoding = parser_->get()[http::field::content_encoding].to_string();
-    return !encoding.empty() && !EqualsIgnoringCase(encoding, "identity");
+    const auto encoding = parser_->get()[http::field::content_encoding];
+    return !encoding.empty() && !boost::iequals(encoding, "identity");
   }
 
   void TellDocument() const {
-    const HttpRequest& request = exchange_->request();
+    const HttpRequest& request = connection_->request();
     const bool is_framed = IsFrame(request);
     // Its own pages' frames name themselves; the television's is another site's.
     const bool is_top = !is_framed || request.Header("Sec-Fetch-Site") != "same-origin";
-    target_->listener.on_document({request.target, is_top, WhyWithoutScript(is_framed && is_top)});
+    owner_.listener_.on_document(
+        {std::string(request.target()), is_top, WhyWithoutScript(is_framed && is_top)});
   }
 
   // A page without the script says nothing itself.
@@ -162,12 +169,10 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
     }
     std::string why;
     for (const auto& field : parser_->get()) {
-      if (!why.empty()) break;
-      if (!IsOneOf(field.name_string().to_string(), {"Content-Security-Policy"})) continue;
-      const std::string policy = field.value().to_string();
-      why = WhyPolicyForbidsScript(policy, target_->app.url());
+      if (!boost::iequals(field.name_string(), "Content-Security-Policy")) continue;
+      if (why.empty()) why = WhyPolicyForbidsScript(View(field.value()), owner_.origins_.app.url());
       if (is_in_television && why.empty()) {
-        why = WhyPolicyForbidsFrame(policy, target_->simulator.url());
+        why = WhyPolicyForbidsFrame(View(field.value()), owner_.origins_.simulator.url());
       }
     }
     return why;
@@ -175,97 +180,62 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
 
   // The answer without its body, as a browser gets it.
   HttpResponse Head() const {
-    const bool is_whole = WantsDocument(exchange_->request()) && parser_->is_done();
     HttpResponse response;
-    response.status = static_cast<int>(parser_->get().result_int());
-    for (const auto& field : parser_->get()) {
-      const std::string name(field.name_string());
-      std::string value(field.value());
-      if (IsOneOf(name, {"Connection", "Keep-Alive"})) continue;
-      if (IsOneOf(name, {"Cross-Origin-Opener-Policy", "Cross-Origin-Embedder-Policy",
-                         "Cross-Origin-Resource-Policy", "Origin-Agent-Cluster"})) {
-        continue;
-      }
-      // A document that was changed is another length, and no version that the server knows.
-      if (is_whole && IsOneOf(name, {"Content-Length", "Transfer-Encoding", "ETag", "Last-Modified",
-                                     "Cache-Control", "Accept-Ranges"})) {
-        continue;
-      }
-      if (IsOneOf(name, {"Location"})) {
-        value = WithPrefix(value, target_->origin.url(), target_->app.url());
-      }
-      response.headers.emplace_back(name, std::move(value));
-    }
-    target_->listener.add_headers(&response);
+    response.base() = parser_->get().base();
+    response.version(11);
+    Erase(response,
+          {"Connection", "Keep-Alive", "Cross-Origin-Opener-Policy", "Cross-Origin-Embedder-Policy",
+           "Cross-Origin-Resource-Policy", "Origin-Agent-Cluster"});
+    ReplaceOrigin(response, http::field::location, owner_.origin_, owner_.origins_.app);
+    owner_.listener_.add_headers(&response);
     return response;
-  }
-
-  std::string PassedHead() const {
-    const HttpResponse response = Head();
-    std::string head = "HTTP/1.1 " + std::to_string(response.status) + " " +
-                       parser_->get().reason().to_string() + "\r\n";
-    for (const auto& [name, value] : response.headers) {
-      head.append(name).append(": ").append(value).append("\r\n");
-    }
-    return head + "Connection: close\r\n\r\n";
   }
 
   // From now on bytes go both ways as they come, `first` before those of the server.
   void Pass(std::string first) {
     std::string unread;
-    base::UniqueFd client = exchange_->TakeConnection(&unread);
+    tcp::socket client = connection_->TakeConnection(&unread);
     server_.expires_never();
-    Tunnel::Start(loop_, std::move(client), server_.release_socket(), std::move(first),
-                  std::move(unread));
+    Tunnel::Start(std::move(client), server_.release_socket(), std::move(first), std::move(unread));
   }
 
-  std::string RequestText() const {
-    const HttpRequest& request = exchange_->request();
-    std::string text = request.method + " " + request.target + " HTTP/1.1\r\n";
-    text += "Host: " + target_->origin.host + "\r\n";
-    const bool is_document = WantsDocument(request);
-    for (const auto& [name, value] : request.headers) {
-      if (IsOneOf(name, {"Host", "Accept-Encoding", "Keep-Alive", "Proxy-Connection",
-                         "Transfer-Encoding", "Content-Length"})) {
-        continue;
-      }
-      if (!request.is_socket_upgrade && IsOneOf(name, {"Connection"})) continue;
-      if (is_document && IsOneOf(name, {"If-None-Match", "If-Modified-Since", "Range"})) continue;
-      const bool names_origin = IsOneOf(name, {"Origin", "Referer"});
-      text +=
-          name + ": " +
-          (names_origin ? WithPrefix(value, target_->app.url(), target_->origin.url()) : value) +
-          "\r\n";
-    }
+  http::request<http::string_body> MakeRequest() const {
+    http::request<http::string_body> request = connection_->request();
+    request.version(11);
+    request.set(http::field::host, owner_.origin_.host);
     // Not compressed: a document has to be read.
-    text += "Accept-Encoding: identity\r\n";
-    if (!request.is_socket_upgrade) text += "Connection: close\r\n";
-    if (!request.body.empty() || request.method == "POST" || request.method == "PUT") {
-      text += "Content-Length: " + std::to_string(request.body.size()) + "\r\n";
+    request.set(http::field::accept_encoding, "identity");
+    Erase(request, {"Keep-Alive", "Proxy-Connection", "Transfer-Encoding", "Content-Length"});
+    if (!websocket::is_upgrade(request)) request.set(http::field::connection, "close");
+    if (WantsDocument(connection_->request())) {
+      Erase(request, {"If-None-Match", "If-Modified-Since", "Range"});
     }
-    return text + "\r\n" + request.body;
+    for (const auto name : {http::field::origin, http::field::referer}) {
+      ReplaceOrigin(request, name, owner_.origins_.app, owner_.origin_);
+    }
+    request.prepare_payload();
+    return request;
   }
 
   void Fail(beast::error_code error) {
     HttpResponse response =
-        TextResponse(502, "The development server " + target_->origin.url() + " does not answer (" +
+        TextResponse(502, "The development server " + owner_.origin_.url() + " does not answer (" +
                               error.message() + "). Start it, and load the page again.");
-    target_->listener.add_headers(&response);
-    exchange_->Respond(std::move(response));
+    owner_.listener_.add_headers(&response);
+    connection_->Respond(std::move(response));
   }
 
-  asio::io_context& loop_;
-  const std::shared_ptr<const Target> target_;
-  const std::shared_ptr<Exchange> exchange_;
+  const DevServer& owner_;
+  const std::shared_ptr<HttpConnection> connection_;
   tcp::resolver resolver_;
   beast::tcp_stream server_;
-  const std::string request_;
+  const http::request<http::string_body> request_;
   beast::flat_buffer buffer_;
   std::optional<http::response_parser<http::string_body>> parser_;
 };
 
-void DevServer::Handle(const std::shared_ptr<Exchange>& exchange) const {
-  std::make_shared<Run>(loop_, target_, exchange)->Start();
+void DevServer::Handle(const std::shared_ptr<HttpConnection>& connection) const {
+  std::make_shared<Run>(*this, connection)->Start();
 }
 
 }  // namespace orvane::server

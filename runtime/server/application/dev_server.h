@@ -8,8 +8,8 @@
 
 #include "base/net.h"
 #include "server/application/dev_server_address.h"
-#include "server/web/exchange.h"
-#include "server/web/origin_check.h"
+#include "server/web/http_connection.h"
+#include "server/web/origins.h"
 
 namespace orvane::server {
 
@@ -29,25 +29,20 @@ class DevServer {
     std::function<void(const Document& document)> on_document;
   };
 
-  // `url` as ParseDevServerAddress takes it; throws RunError as that does. `app` and `simulator`
-  // are where browsers see the application and the television. Borrows the loop.
-  DevServer(asio::io_context& loop, const std::string& url, Origin app, Origin simulator,
-            Listener listener);
+  // `url` as ParseDevServerAddress takes it; throws as that does. Borrows the loop. Alive as long
+  // as the loop runs.
+  DevServer(asio::io_context& loop, const std::string& url, Origins origins, Listener listener);
 
-  void Handle(const std::shared_ptr<Exchange>& exchange) const;
+  void Handle(const std::shared_ptr<HttpConnection>& connection) const;
 
  private:
-  struct Target {
-    DevServerAddress address;
-    Origin origin;  // as the development server knows itself
-    Origin app;
-    Origin simulator;
-    Listener listener;
-  };
   class Run;
 
   asio::io_context& loop_;
-  std::shared_ptr<const Target> target_;
+  const DevServerAddress address_;
+  const Origin origin_;    // as the development server knows itself
+  const Origins origins_;  // where browsers see the application and the television
+  const Listener listener_;
 };
 
 }  // namespace orvane::server

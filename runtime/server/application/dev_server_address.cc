@@ -5,8 +5,7 @@
 #include <charconv>
 #include <string_view>
 
-#include "server/web/http_message.h"
-#include "server/web/run_error.h"
+#include <boost/algorithm/string/predicate.hpp>
 
 namespace orvane::server {
 
@@ -17,7 +16,7 @@ constexpr std::string_view kSecureScheme = "https://";
 constexpr char kForm[] = "http://HOST:PORT, such as http://localhost:5173";
 
 bool BeginsWith(std::string_view url, std::string_view scheme) {
-  return EqualsIgnoringCase(url.substr(0, scheme.size()), scheme);
+  return boost::istarts_with(url, scheme);
 }
 
 std::string_view AuthorityOf(std::string_view url) {
@@ -53,10 +52,11 @@ bool IsThisMachine(std::string_view host) {
 
 DevServerAddress ParseDevServerAddress(const std::string& url) {
   if (BeginsWith(url, kSecureScheme)) {
-    throw RunError("--url " + url +
-                   ": only http is relayed. Switch https off in the development server, and give "
-                   "it as " +
-                   kForm + ".");
+    throw std::runtime_error(
+        "--url " + url +
+        ": only http is relayed. Switch https off in the development server, and give "
+        "it as " +
+        kForm + ".");
   }
   const std::string_view authority = AuthorityOf(url);
   DevServerAddress address;
@@ -64,7 +64,7 @@ DevServerAddress ParseDevServerAddress(const std::string& url) {
   address.port = PortOf(authority);
   address.authority = authority;
   if (address.host.empty() || address.port == 0) {
-    throw RunError("--url " + url + ": give the development server as " + kForm + ".");
+    throw std::runtime_error("--url " + url + ": give the development server as " + kForm + ".");
   }
   return address;
 }
@@ -72,9 +72,10 @@ DevServerAddress ParseDevServerAddress(const std::string& url) {
 std::string DevServerOfContent(const std::string& content) {
   if (!BeginsWith(content, kScheme) && !BeginsWith(content, kSecureScheme)) return {};
   if (IsThisMachine(HostOf(AuthorityOf(content)))) return content;
-  throw RunError("config.xml: the content is " + content +
-                 ", and only http addresses of this machine are served. Serve a copy of the page "
-                 "here, and give its address with --url http://localhost:PORT.");
+  throw std::runtime_error(
+      "config.xml: the content is " + content +
+      ", and only http addresses of this machine are served. Serve a copy of the page "
+      "here, and give its address with --url http://localhost:PORT.");
 }
 
 }  // namespace orvane::server

@@ -14,13 +14,13 @@ struct DevServerAddress {
   std::string authority;  // host and port as they are written
 };
 
-// Reads "http://HOST:PORT", with or without a path, which is not used here. Throws RunError for
-// another form.
+// Reads "http://HOST:PORT", with or without a path, which is not used here. Throws
+// std::runtime_error for another form.
 DevServerAddress ParseDevServerAddress(const std::string& url);
 
 // The development server of an application whose config.xml names an address as its content: that
-// address if it is an http one of this machine, nothing if the content is a file. Throws RunError
-// for any other address.
+// address if it is an http one of this machine, nothing if the content is a file. Throws
+// std::runtime_error for any other address.
 std::string DevServerOfContent(const std::string& content);
 
 }  // namespace orvane::server

@@ -2,37 +2,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/application/tunnel.h"
 
-#include <sys/socket.h>
-
-#include <utility>
-
 namespace orvane::server {
 
-void Tunnel::Start(asio::io_context& loop, base::UniqueFd client, tcp::socket server,
-                   std::string to_client, std::string to_server) {
-  sockaddr_storage address{};
-  socklen_t size = sizeof address;
-  if (!client || getsockname(client.get(), reinterpret_cast<sockaddr*>(&address), &size) != 0) {
-    return;  // the browser has left
-  }
-  const tcp protocol = address.ss_family == AF_INET6 ? tcp::v6() : tcp::v4();
-  const auto tunnel =
-      std::make_shared<Tunnel>(tcp::socket(loop, protocol, client.Release()), std::move(server));
-  tunnel->down_.first = std::move(to_client);
-  tunnel->up_.first = std::move(to_server);
-  tunnel->Begin(tunnel->down_);
-  tunnel->Begin(tunnel->up_);
-}
-
-void Tunnel::Begin(Way& way) {
-  asio::async_write(way.to, asio::buffer(way.first),
-                    [self = shared_from_this(), &way](beast::error_code error, size_t) {
-                      if (error) return self->End();
-                      self->Read(way);
-                    });
+void Tunnel::Start(tcp::socket client, tcp::socket server, std::string to_client,
+                   std::string to_server) {
+  const auto tunnel = std::make_shared<Tunnel>(std::move(client), std::move(server));
+  tunnel->down_.buffer = std::move(to_client);
+  tunnel->up_.buffer = std::move(to_server);
+  tunnel->Write(tunnel->down_, tunnel->down_.buffer.size());
+  tunnel->Write(tunnel->up_, tunnel->up_.buffer.size());
 }
 
 void Tunnel::Read(Way& way) {
+  constexpr size_t kPartBytes = 16384;
+  way.buffer.resize(kPartBytes);
   way.from.async_read_some(asio::buffer(way.buffer), [self = shared_from_this(), &way](
                                                          beast::error_code error, size_t count) {
     if (error) return self->End();

@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "base/net.h"
-#include "posix/unique_fd.h"
 
 namespace orvane::server {
 
@@ -16,8 +15,8 @@ namespace orvane::server {
 class Tunnel : public std::enable_shared_from_this<Tunnel> {
  public:
   // `to_client` and `to_server` go first.
-  static void Start(asio::io_context& loop, base::UniqueFd client, tcp::socket server,
-                    std::string to_client, std::string to_server);
+  static void Start(tcp::socket client, tcp::socket server, std::string to_client,
+                    std::string to_server);
 
   Tunnel(tcp::socket client, tcp::socket server)
       : client_(std::move(client)), server_(std::move(server)) {}
@@ -26,19 +25,17 @@ class Tunnel : public std::enable_shared_from_this<Tunnel> {
   struct Way {
     tcp::socket& from;
     tcp::socket& to;
-    std::array<char, 16384> buffer{};
-    std::string first;
+    std::string buffer;
   };
 
-  void Begin(Way& way);
   void Read(Way& way);
   void Write(Way& way, size_t count);
   void End();
 
   tcp::socket client_;
   tcp::socket server_;
-  Way down_{server_, client_, {}, {}};
-  Way up_{client_, server_, {}, {}};
+  Way down_{server_, client_, ""};
+  Way up_{client_, server_, ""};
 };
 
 }  // namespace orvane::server

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/pages/page_script.h"
 
+#include <boost/algorithm/string/replace.hpp>
+
 #include "page/script_files.h"
 #include "server/browser_script/client_text.h"
 
@@ -15,7 +17,7 @@ PageScript::PageScript(const Json& started, const Json& app, std::chrono::millis
             {"broken", Json::object()}} {
   for (const auto& [name, value] : started.at("scripts").items()) {
     const auto script = value.get<std::string>();
-    const std::string why = check ? check(name, script) : "";
+    const std::string why = check ? check(script, name) : "";
     if (why.empty()) {
       scripts_ += ForScript(base::JsonText(name)) + ":\n" + kExtensionWrapperHead + script +
                   kExtensionWrapperTail + ",";
@@ -35,21 +37,11 @@ std::string PageScript::Make(int64_t context, const std::string& secret) const {
   return script;
 }
 
-std::string ForScript(std::string_view json) {
-  std::string text;
-  text.reserve(json.size());
-  for (size_t i = 0; i < json.size(); ++i) {
-    const std::string_view three = json.substr(i, 3);
-    if (json[i] == '<') {
-      text += "\\u003c";
-    } else if (three == "\xe2\x80\xa8" || three == "\xe2\x80\xa9") {
-      text += three[2] == '\xa8' ? "\\u2028" : "\\u2029";
-      i += 2;
-    } else {
-      text.push_back(json[i]);
-    }
-  }
-  return text;
+std::string ForScript(std::string json) {
+  boost::replace_all(json, "<", "\\u003c");
+  boost::replace_all(json, "\xe2\x80\xa8", "\\u2028");
+  boost::replace_all(json, "\xe2\x80\xa9", "\\u2029");
+  return json;
 }
 
 }  // namespace orvane::server

@@ -6,14 +6,13 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 
 #include "base/json.h"
 
 namespace orvane::server {
 
 // Says why a script cannot be used; empty when it can.
-using ScriptCheck = std::function<std::string(const std::string& name, const std::string& script)>;
+using ScriptCheck = std::function<std::string(const std::string& script, const std::string& name)>;
 
 // Makes the script that each document of the application runs before its own first one. What is the
 // same for all of them is made once. One thread.
@@ -32,6 +31,6 @@ class PageScript {
 };
 
 // The JSON text as it may stand in a script of any kind.
-std::string ForScript(std::string_view json);
+std::string ForScript(std::string json);
 
 }  // namespace orvane::server

@@ -29,19 +29,17 @@ std::string ApiAnswer::Text(const Json& id) const {
 void Api::Call(const Json& request, const Reply& reply) {
   try {
     auto call = base::FromJson<CallForm>(request, "a call");
-    if (call.method.empty()) throw ApiError("A call names its \"method\".");
+    if (call.method.empty()) throw std::runtime_error("A call names its \"method\".");
     const auto found = methods_.find(call.method);
     if (found == methods_.end()) return Forward(call.method, std::move(call.params), reply);
     found->second(call.params, reply);
-  } catch (const base::JsonError& error) {
-    reply({"", error.what()});
-  } catch (const ApiError& error) {
+  } catch (const std::runtime_error& error) {  // JsonError too
     reply({"", error.what()});
   }
 }
 
 void Api::Forward(const std::string& method, Json parameters, const Reply& reply) {
-  if (!parameters.is_object()) throw ApiError("The \"params\" of a call are an object.");
+  if (!parameters.is_object()) throw std::runtime_error("The \"params\" of a call are an object.");
   Json head{{"op", "control"}, {"method", method}, {"params", std::move(parameters)}};
   set_process_.Request(std::move(head), "", [reply, method](const set_process::Answer& answer) {
     if (answer.ok()) return reply({base::JsonText(answer.result()), std::nullopt});

@@ -14,12 +14,6 @@
 
 namespace orvane::server {
 
-// A method cannot do what it was asked for; what() says why, for a person.
-class ApiError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
 // The text of a JSON value.
 struct JsonDocument {
   std::string text;
@@ -47,7 +41,8 @@ class Api {
 
   explicit Api(set_process::SetProcess& set_process) : set_process_(set_process) {}  // borrowed
 
-  // `handle(parameters)` returns Json, a JsonDocument or nothing, and may throw ApiError.
+  // `handle(parameters)` returns Json, a JsonDocument or nothing, and may throw
+  // std::runtime_error, whose text says to a person why not.
   // Parameters that it does not have are refused.
   template <class Parameters, class Handle>
   void Add(const std::string& name, Handle handle);

@@ -11,15 +11,6 @@ namespace orvane::server {
 
 namespace {
 
-// What a page, the set and the simulator are told alike.
-Json Facts(const app::WebApplication& app) {
-  Json facts = PageAppInfo(app);
-  facts["folder"] = app.folder.string();
-  facts["metadata"] = app.metadata;  // pairs
-  facts["privileges"] = app.privileges;
-  return facts;
-}
-
 // The part of an address behind the host.
 std::string PathOfUrl(const std::string& url) {
   const size_t scheme = url.find("://");
@@ -31,15 +22,10 @@ std::string PathOfUrl(const std::string& url) {
 }  // namespace
 
 Json StartOptions(const RunOptions& options) {
-  Json app = Facts(options.app);
-  app["package"] = options.app.package;
-  return {{"state", options.state_folder.string()},
-          {"profile", options.profile},
-          {"app", std::move(app)},
-          {"faults", options.faults},
-          {"extensions", options.extensions},
-          {"deadlineMs", options.deadline.count()},
-          {"testHooks", options.test_hooks}};
+  television::TelevisionOptions set = options.set;
+  set.app = television::ToInstall(options.app);
+  set.deadline_ms = options.deadline.count();
+  return base::ToJson(set);
 }
 
 Json PageAppInfo(const app::WebApplication& app) {
@@ -47,7 +33,8 @@ Json PageAppInfo(const app::WebApplication& app) {
 }
 
 Json AppInfo(const app::WebApplication& app) {
-  Json info = Facts(app);
+  Json info = base::ToJson(television::ToInstall(app));
+  info.update(PageAppInfo(app));
   info["warnings"] = Json::array();
   for (const app::Problem& warning : app.warnings) {
     info["warnings"].push_back({{"file", warning.file},

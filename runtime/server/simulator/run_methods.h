@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "server/pages/page_contexts.h"
@@ -17,7 +18,7 @@ namespace orvane::server {
 // pictures taken. The loop's thread only.
 class RunMethods {
  public:
-  struct Parts {  // all borrowed
+  struct Partners {  // all borrowed
     const RunOptions& options;
     const RunAddresses& addresses;
     set_process::SetProcess& set_process;
@@ -25,7 +26,7 @@ class RunMethods {
     PictureTaker& pictures;
   };
 
-  explicit RunMethods(Parts parts) : parts_(parts) {}
+  explicit RunMethods(Partners partners) : partners_(partners) {}
 
   // run.…, pages.…, page.…, process.…, ime.input and screenshot. `started_ns` is when it began.
   void AddTo(Api& api, int64_t started_ns);
@@ -36,14 +37,11 @@ class RunMethods {
   void TakeProfile(const Json& part);  // that part of the set's state
 
  private:
-  struct ReloadParameters;
-  struct InputParameters;
-
-  void ReloadPage(const ReloadParameters& parameters);
-  void EnterText(const InputParameters& parameters);
+  void ReloadPage(std::optional<int64_t> id);  // none: every page
+  void EnterText(Json input);
   void TakePicture(const Api::Reply& reply);
 
-  const Parts parts_;
+  const Partners partners_;
   std::string profile_;
 };
 

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/simulator/simulator_site.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "server/web/secret.h"
+#include "simulator/simulator_files.h"
 
 namespace orvane::server {
 
@@ -50,54 +52,54 @@ class ApiSession final : public SocketListener, public std::enable_shared_from_t
 
 }  // namespace
 
-SimulatorSite::SimulatorSite(Origin origin, const Origin& app, std::string secret, Files files,
-                             Api& api, EventBroadcast& events)
-    : origin_(std::move(origin)),
+SimulatorSite::SimulatorSite(const Origins& origins, std::string secret, Api& api,
+                             EventBroadcast& events)
+    : origin_(origins.simulator),
       policy_(
           "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' data:; "
           "font-src 'self'; connect-src 'self' " +
-          origin_.socket_url() + "; frame-src " + app.url() +
+          origin_.socket_url() + "; frame-src " + origins.app.url() +
           "; base-uri 'none'; form-action 'none'; frame-ancestors 'none'"),
       secret_(std::move(secret)),
-      files_(std::move(files)),
       api_(api),
       events_(events) {}
 
-void SimulatorSite::Handle(std::shared_ptr<Exchange> exchange) {
-  const HttpRequest& request = exchange->request();
+void SimulatorSite::Handle(std::shared_ptr<HttpConnection> connection) {
+  const HttpRequest& request = connection->request();
   const std::string why = WhyForeign(request, origin_);
-  if (!why.empty()) return exchange->Respond(TextResponse(403, why));
-  if (request.path == "/api" && request.is_socket_upgrade) return OpenSocket(exchange);
-  if (request.path == "/api/call" && request.method == "POST") return HandleCall(exchange);
-  SendFile(exchange);
+  if (!why.empty()) return connection->Respond(TextResponse(403, why));
+  if (request.path == "/api" && websocket::is_upgrade(request)) return OpenSocket(connection);
+  if (request.path == "/api/call" && request.method() == http::verb::post)
+    return HandleCall(connection);
+  SendFile(connection);
 }
 
-void SimulatorSite::SendFile(const std::shared_ptr<Exchange>& exchange) {
-  const HttpRequest& request = exchange->request();
-  if (!request.IsRead()) return exchange->Respond(TextResponse(405, "This can only be read."));
+void SimulatorSite::SendFile(const std::shared_ptr<HttpConnection>& connection) {
+  const HttpRequest& request = connection->request();
+  if (!request.IsRead()) return connection->Respond(TextResponse(405, "This can only be read."));
   HttpResponse response;
-  std::string type;
   const std::string path = request.path == "/" ? "/index.html" : request.path;
-  if (!files_(path, &response.body, &type)) {
+  const auto& files = simulator::Files();
+  const auto file = std::find_if(files.begin(), files.end(),
+                                 [&path](const auto& each) { return each.path == path; });
+  if (file == files.end()) {
     response = TextResponse(404, "The simulator has no such file.");
   } else {
-    response.headers = {{"Content-Type", type},
-                        {"Cache-Control", "no-store"},
-                        {"X-Content-Type-Options", "nosniff"}};
+    response = BodyResponse(file->type, file->bytes);
   }
-  response.headers.emplace_back("Content-Security-Policy", policy_);
-  response.headers.emplace_back("Cross-Origin-Opener-Policy", "same-origin");
-  response.headers.emplace_back("Cross-Origin-Embedder-Policy", "require-corp");
-  response.headers.emplace_back("Cross-Origin-Resource-Policy", "same-origin");
-  response.headers.emplace_back("Origin-Agent-Cluster", "?1");
-  response.headers.emplace_back("Referrer-Policy", "no-referrer");
-  response.headers.emplace_back("X-Frame-Options", "DENY");
-  exchange->Respond(std::move(response));
+  response.set("Content-Security-Policy", policy_);
+  response.set("Cross-Origin-Opener-Policy", "same-origin");
+  response.set("Cross-Origin-Embedder-Policy", "require-corp");
+  response.set("Cross-Origin-Resource-Policy", "same-origin");
+  response.set("Origin-Agent-Cluster", "?1");
+  response.set("Referrer-Policy", "no-referrer");
+  response.set("X-Frame-Options", "DENY");
+  connection->Respond(std::move(response));
 }
 
-void SimulatorSite::OpenSocket(const std::shared_ptr<Exchange>& exchange) {
-  const bool may = SecretsMatch(exchange->request().Query("token"), secret_);
-  exchange->AcceptSocket([this, may](const std::shared_ptr<Socket>& socket) {
+void SimulatorSite::OpenSocket(const std::shared_ptr<HttpConnection>& connection) {
+  const bool may = SecretsMatch(connection->request().Query("token"), secret_);
+  connection->AcceptSocket([this, may](const std::shared_ptr<Socket>& socket) {
     if (!may) return socket->Close(kRefused, kNoSecret);
     sessions_.insert(std::make_shared<ApiSession>(
         socket, api_, events_,
@@ -105,18 +107,18 @@ void SimulatorSite::OpenSocket(const std::shared_ptr<Exchange>& exchange) {
   });
 }
 
-void SimulatorSite::HandleCall(const std::shared_ptr<Exchange>& exchange) {
-  const HttpRequest& request = exchange->request();
+void SimulatorSite::HandleCall(const std::shared_ptr<HttpConnection>& connection) {
+  const HttpRequest& request = connection->request();
   if (!SecretsMatch(request.Header("X-Orvane-Token"), secret_)) {
-    return exchange->Respond(TextResponse(403, kNoSecret));
+    return connection->Respond(TextResponse(403, kNoSecret));
   }
   try {
-    const Json call = base::ParseJson(request.body);
-    api_.Call(call, [exchange](const ApiAnswer& answer) {
-      exchange->Respond(JsonResponse(answer.Text()));
+    const Json call = base::ParseJson(request.body());
+    api_.Call(call, [connection](const ApiAnswer& answer) {
+      connection->Respond(BodyResponse("application/json", answer.Text()));
     });
   } catch (const base::JsonError& error) {
-    exchange->Respond(TextResponse(400, error.what()));
+    connection->Respond(TextResponse(400, error.what()));
   }
 }
 

@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <set>
 #include <string>
 
 #include "server/records/event_broadcast.h"
 #include "server/simulator/api.h"
-#include "server/web/exchange.h"
-#include "server/web/origin_check.h"
+#include "server/web/http_connection.h"
+#include "server/web/origins.h"
 
 namespace orvane::server {
 
@@ -18,24 +17,19 @@ namespace orvane::server {
 // page's files tell nothing; every call needs the run's secret. The loop's thread only.
 class SimulatorSite final : public Site {
  public:
-  // The bytes and the type of a file of the page; false when there is none.
-  using Files = std::function<bool(const std::string& path, std::string* bytes, std::string* type)>;
-
   // Borrows `api` and `events`.
-  SimulatorSite(Origin origin, const Origin& app, std::string secret, Files files, Api& api,
-                EventBroadcast& events);
+  SimulatorSite(const Origins& origins, std::string secret, Api& api, EventBroadcast& events);
 
-  void Handle(std::shared_ptr<Exchange> exchange) override;
+  void Handle(std::shared_ptr<HttpConnection> connection) override;
 
  private:
-  void SendFile(const std::shared_ptr<Exchange>& exchange);
-  void OpenSocket(const std::shared_ptr<Exchange>& exchange);
-  void HandleCall(const std::shared_ptr<Exchange>& exchange);
+  void SendFile(const std::shared_ptr<HttpConnection>& connection);
+  void OpenSocket(const std::shared_ptr<HttpConnection>& connection);
+  void HandleCall(const std::shared_ptr<HttpConnection>& connection);
 
   const Origin origin_;
   const std::string policy_;
   const std::string secret_;
-  const Files files_;
   Api& api_;
   EventBroadcast& events_;
   std::set<std::shared_ptr<SocketListener>> sessions_;

@@ -47,7 +47,8 @@ void HttpConnection::OnRequest(beast::error_code error) {
   if (error) return RefuseRequest(error);
   stream_.expires_never();
   keep_alive_ = parser_->keep_alive();
-  TakeRequest();
+  request_ = {parser_->release(), ""};
+  request_.path = DecodePath(View(request_.target())).value_or("");
   if (request_.path.empty()) {
     return Respond(TextResponse(400, "The path of this request is not one of a file."));
   }
@@ -70,54 +71,28 @@ void HttpConnection::RefuseRequest(beast::error_code error) {
   End();
 }
 
-void HttpConnection::TakeRequest() {
-  auto& message = parser_->get();
-  request_ = {};
-  request_.method = message.method_string().to_string();
-  request_.target = message.target().to_string();
-  request_.path = DecodePath(request_.target).value_or("");
-  const size_t query = request_.target.find('?');
-  if (query != std::string::npos) request_.query = request_.target.substr(query + 1);
-  for (const auto& field : message) {
-    request_.headers.emplace_back(field.name_string(), field.value());
-  }
-  request_.is_socket_upgrade = websocket::is_upgrade(message);
-  request_.body = std::move(message.body());
-}
-
 void HttpConnection::Respond(HttpResponse response) {
   response_ = std::move(response);
-  WriteHead();
-}
-
-void HttpConnection::WriteHead() {
-  head_ = {};
-  head_.version(11);
-  head_.result(static_cast<unsigned>(response_.status));
-  for (const auto& [name, value] : response_.headers) head_.insert(name, value);
-  if (response_.status != 304 && response_.status != 204) {
-    head_.content_length(response_.file ? response_.file->length : response_.body.size());
+  const bool has_length = response_.result() != http::status::not_modified &&
+                          response_.result() != http::status::no_content;
+  if (has_length) {
+    response_.content_length(response_.file ? response_.file->length : response_.body().size());
   }
-  head_.keep_alive(keep_alive_);
-  serializer_.emplace(head_);
+  response_.keep_alive(keep_alive_);
+  serializer_.emplace(response_);
   stream_.expires_after(limits_.write_time);
-  http::async_write_header(
-      stream_, *serializer_,
-      [self = shared_from_this()](beast::error_code error, size_t) { self->OnHeadWritten(error); });
-}
-
-void HttpConnection::OnHeadWritten(beast::error_code error) {
-  if (error) return End();
-  if (request_.method == "HEAD") return OnAnswered(error);
-  if (response_.file) return WriteFilePart();
-  WriteBody();
-}
-
-void HttpConnection::WriteBody() {
-  stream_.expires_after(limits_.write_time);
-  asio::async_write(
-      stream_, asio::buffer(response_.body),
-      [self = shared_from_this()](beast::error_code error, size_t) { self->OnAnswered(error); });
+  const bool is_head = request_.method() == http::verb::head;
+  if (!is_head && !response_.file) {
+    http::async_write(
+        stream_, *serializer_,
+        [self = shared_from_this()](beast::error_code error, size_t) { self->OnAnswered(error); });
+    return;
+  }
+  http::async_write_header(stream_, *serializer_,
+                           [self = shared_from_this(), is_head](beast::error_code error, size_t) {
+                             if (error || is_head) return self->OnAnswered(error);
+                             self->WriteFilePart();
+                           });
 }
 
 void HttpConnection::WriteFilePart() {
@@ -146,13 +121,13 @@ void HttpConnection::OnAnswered(beast::error_code error) {
 
 void HttpConnection::AcceptSocket(std::function<void(std::shared_ptr<Socket>)> opened) {
   std::make_shared<WebSocket>(std::move(stream_), limits_, token_)
-      ->Accept(parser_->get(), std::move(opened));
+      ->Accept(request_, std::move(opened));
 }
 
-base::UniqueFd HttpConnection::TakeConnection(std::string* unread) {
+tcp::socket HttpConnection::TakeConnection(std::string* unread) {
   stream_.expires_never();
   *unread = beast::buffers_to_string(buffer_.cdata());
-  return base::UniqueFd(stream_.socket().release());
+  return stream_.release_socket();
 }
 
 void HttpConnection::End() {

@@ -2,30 +2,52 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "base/net.h"
-#include "server/web/exchange.h"
+#include "server/web/http_message.h"
 #include "server/web/limits.h"
+#include "server/web/socket.h"
 
 namespace orvane::server {
 
-// One client's connection: reads a request, has the site answer it, and so on, until the client
-// leaves, is too slow or asks for something else than HTTP. It keeps itself alive while something
-// is under way; `token` lives as long as the connection, whatever becomes of it.
-class HttpConnection final : public Exchange, public std::enable_shared_from_this<HttpConnection> {
+class HttpConnection;
+
+// Answers the requests of one origin. The loop's thread only.
+class Site {
  public:
+  Site() = default;
+  Site(const Site&) = delete;
+  Site& operator=(const Site&) = delete;
+  virtual ~Site() = default;
+
+  // Calls one of the methods of the connection that answer, at once or later, and so keeps it.
+  virtual void Handle(std::shared_ptr<HttpConnection> connection) = 0;
+};
+
+// One client's connection: reads a request, has the site answer it, and so on, until the client
+// leaves, is too slow or asks for something else than HTTP. When the client is gone an answer goes
+// nowhere. It keeps itself alive while something is under way; `token` lives as long as the
+// connection, whatever becomes of it. The loop's thread only.
+class HttpConnection final : public std::enable_shared_from_this<HttpConnection> {
+ public:
+  // Borrows the site.
   HttpConnection(tcp::socket socket, Site& site, const Limits& limits, std::shared_ptr<void> token);
 
   void Read();  // starts it
 
-  const HttpRequest& request() const override { return request_; }
-  void Respond(HttpResponse response) override;
-  void AcceptSocket(std::function<void(std::shared_ptr<Socket>)> opened) override;
-  base::UniqueFd TakeConnection(std::string* unread) override;
+  const HttpRequest& request() const { return request_; }
+
+  // Exactly one of these is called once for each request.
+  void Respond(HttpResponse response);
+  // Accepts a WebSocket upgrade. `opened` gets the socket and sets its listener.
+  void AcceptSocket(std::function<void(std::shared_ptr<Socket>)> opened);
+  // Gives the connection away, with the bytes that were read behind the request. HTTP ends on it.
+  tcp::socket TakeConnection(std::string* unread);
 
  private:
   using Parser = http::request_parser<http::string_body>;
@@ -33,10 +55,6 @@ class HttpConnection final : public Exchange, public std::enable_shared_from_thi
   void ReadBody(beast::error_code error);
   void OnRequest(beast::error_code error);
   void RefuseRequest(beast::error_code error);
-  void TakeRequest();
-  void WriteHead();
-  void OnHeadWritten(beast::error_code error);
-  void WriteBody();
   void WriteFilePart();
   void OnAnswered(beast::error_code error);
   void End();
@@ -52,8 +70,7 @@ class HttpConnection final : public Exchange, public std::enable_shared_from_thi
 
   // The answer that is being written.
   HttpResponse response_;
-  http::response<http::empty_body> head_;
-  std::optional<http::response_serializer<http::empty_body>> serializer_;
+  std::optional<http::response_serializer<http::string_body>> serializer_;
   std::vector<char> part_;  // of a file
 };
 

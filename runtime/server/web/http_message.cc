@@ -3,117 +3,75 @@
 #include "server/web/http_message.h"
 
 #include <algorithm>
-#include <cctype>
-#include <charconv>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include <boost/algorithm/string/classification.hpp>
+#include <boost/algorithm/string/predicate.hpp>
+#include <boost/algorithm/string/split.hpp>
+#include <glib.h>
 
 namespace orvane::server {
 
 namespace {
 
+using GlibText = std::unique_ptr<char, decltype(&g_free)>;
+
 bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }
 
-bool HasParentStep(std::string_view path) {
-  while (!path.empty()) {
-    const size_t end = std::min(path.find('/'), path.size());
-    if (path.substr(0, end) == "..") return true;
-    path.remove_prefix(std::min(end + 1, path.size()));
-  }
-  return false;
-}
-
-bool IsPlainInPath(char c) {
-  return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
-         std::string_view("-._~!$&'()*+,;=:@/").find(c) != std::string_view::npos;
+// Nothing for a broken escape, or one of a zero byte or an illegal character.
+std::optional<std::string> Unescape(std::string_view text, const char* illegal) {
+  const GlibText plain(g_uri_unescape_segment(text.data(), text.data() + text.size(), illegal),
+                       g_free);
+  if (!plain) return std::nullopt;
+  return plain.get();
 }
 
 }  // namespace
 
-bool EqualsIgnoringCase(std::string_view one, std::string_view other) {
-  return one.size() == other.size() &&
-         std::equal(one.begin(), one.end(), other.begin(), [](unsigned char a, unsigned char b) {
-           return std::tolower(a) == std::tolower(b);
-         });
-}
-
 std::string_view HttpRequest::Header(std::string_view name) const {
-  for (const auto& [header, value] : headers) {
-    if (EqualsIgnoringCase(header, name)) return value;
-  }
-  return {};
+  return View((*this)[beast::string_view(name.data(), name.size())]);
 }
 
-std::string HttpRequest::Query(std::string_view name) const {
-  std::string_view rest = query;
-  while (!rest.empty()) {
-    const size_t end = std::min(rest.find('&'), rest.size());
-    const std::string_view pair = rest.substr(0, end);
-    rest.remove_prefix(std::min(end + 1, rest.size()));
-    const size_t equals = std::min(pair.find('='), pair.size());
-    if (pair.substr(0, equals) != name) continue;
-    return DecodePercent(pair.substr(std::min(equals + 1, pair.size()))).value_or("");
+std::string HttpRequest::Query(const std::string& name) const {
+  const std::string whole(target());
+  std::vector<std::string> pairs;
+  boost::split(pairs, whole.substr(std::min(whole.find('?'), whole.size() - 1) + 1),
+               boost::is_any_of("&"));
+  for (const std::string& pair : pairs) {
+    if (!boost::starts_with(pair, name + "=")) continue;
+    return Unescape(std::string_view(pair).substr(name.size() + 1), "").value_or("");
   }
   return {};
-}
-
-std::optional<std::string> DecodePercent(std::string_view text) {
-  std::string decoded;
-  decoded.reserve(text.size());
-  while (!text.empty()) {
-    if (text[0] != '%') {
-      decoded.push_back(text[0]);
-      text.remove_prefix(1);
-      continue;
-    }
-    unsigned byte = 0;
-    const std::string_view digits = text.substr(1, 2);
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
-    if (digits.size() != 2 || error != std::errc() || end != digits.data() + 2) return std::nullopt;
-    decoded.push_back(static_cast<char>(byte));
-    text.remove_prefix(3);
-  }
-  return decoded;
 }
 
 std::optional<std::string> DecodePath(std::string_view target) {
-  auto path = DecodePercent(target.substr(0, target.find_first_of("?#")));
+  auto path = Unescape(target.substr(0, target.find_first_of("?#")), "\\");
   if (!path || path->empty() || path->front() != '/') return std::nullopt;
   if (std::any_of(path->begin(), path->end(), IsControl)) return std::nullopt;
-  if (path->find('\\') != std::string::npos || HasParentStep(*path)) return std::nullopt;
+  const std::filesystem::path steps(*path);
+  if (std::find(steps.begin(), steps.end(), "..") != steps.end()) return std::nullopt;
+  if (path->find('\\') != std::string::npos) return std::nullopt;
   return path;
 }
 
-std::string EncodePath(std::string_view path) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string encoded;
-  for (const char c : path) {
-    if (IsPlainInPath(c)) {
-      encoded.push_back(c);
-      continue;
-    }
-    const auto byte = static_cast<unsigned char>(c);
-    encoded.append({'%', kDigits[byte >> 4U], kDigits[byte & 15U]});
-  }
-  return encoded;
+std::string EncodePath(const std::string& path) {
+  return GlibText(g_uri_escape_string(path.c_str(), "!$&'()*+,;=:@/", FALSE), g_free).get();
 }
 
-HttpResponse TextResponse(int status, std::string text) {
+HttpResponse BodyResponse(std::string_view type, std::string_view body) {
   HttpResponse response;
-  response.status = status;
-  response.headers = {{"Content-Type", "text/plain; charset=utf-8"},
-                      {"X-Content-Type-Options", "nosniff"},
-                      {"Cache-Control", "no-store"}};
-  response.body = std::move(text);
-  response.body += '\n';
+  response.set(http::field::content_type, beast::string_view(type.data(), type.size()));
+  response.set(http::field::cache_control, "no-store");
+  response.set("X-Content-Type-Options", "nosniff");
+  response.body() = body;
   return response;
 }
 
-HttpResponse JsonResponse(std::string json) {
-  HttpResponse response;
-  response.headers = {{"Content-Type", "application/json"},
-                      {"X-Content-Type-Options", "nosniff"},
-                      {"Cache-Control", "no-store"}};
-  response.body = std::move(json);
+HttpResponse TextResponse(unsigned status, const std::string& text) {
+  HttpResponse response = BodyResponse("text/plain; charset=utf-8", text + '\n');
+  response.result(status);
   return response;
 }
 

@@ -6,28 +6,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
+#include "base/net.h"
 #include "posix/unique_fd.h"
 
 namespace orvane::server {
 
-using HttpHeaders = std::vector<std::pair<std::string, std::string>>;
-
-// A request as a browser made it. Names of headers are compared without case.
-struct HttpRequest {
-  std::string method;
-  std::string target;  // as it came: path and query
-  std::string path;    // decoded, begins with "/"
-  std::string query;   // not decoded, without the "?"
-  HttpHeaders headers;
-  std::string body;
-  bool is_socket_upgrade = false;
+// A request as a browser made it.
+struct HttpRequest : http::request<http::string_body> {
+  std::string path;  // decoded, begins with "/"; empty for one that DecodePath does not take
 
   std::string_view Header(std::string_view name) const;  // empty when there is none
-  std::string Query(std::string_view name) const;        // decoded; empty when there is none
-  bool IsRead() const { return method == "GET" || method == "HEAD"; }
+  std::string Query(const std::string& name) const;      // decoded; empty when there is none
+  bool IsRead() const { return method() == http::verb::get || method() == http::verb::head; }
 };
 
 // Part of a file that is sent as a body.
@@ -37,25 +28,21 @@ struct FileSlice {
   uint64_t length = 0;
 };
 
-struct HttpResponse {
-  int status = 200;
-  HttpHeaders headers;
-  std::string body;
+struct HttpResponse : http::response<http::string_body> {
   std::optional<FileSlice> file;  // in place of the body
 };
 
-bool EqualsIgnoringCase(std::string_view one, std::string_view other);
+inline std::string_view View(beast::string_view text) { return {text.data(), text.size()}; }
 
 // The path of a target, decoded. Nothing for one that no browser sends for a file: what does not
 // begin with "/", "..", a backslash, a control character, a broken escape.
 std::optional<std::string> DecodePath(std::string_view target);
-// Decodes %XX; nothing when an escape is broken.
-std::optional<std::string> DecodePercent(std::string_view text);
 // The other way, for a path in a link or a header.
-std::string EncodePath(std::string_view path);
+std::string EncodePath(const std::string& path);
 
+// An answer that no browser keeps, or takes for another type.
+HttpResponse BodyResponse(std::string_view type, std::string_view body);
 // A refusal or a failure in words, as plain text.
-HttpResponse TextResponse(int status, std::string text);
-HttpResponse JsonResponse(std::string json);
+HttpResponse TextResponse(unsigned status, const std::string& text);
 
 }  // namespace orvane::server

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "server/web/exchange.h"
+#include "server/web/http_connection.h"
 #include "server/web/limits.h"
 
 namespace boost::asio {

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "server/web/http_message.h"
+#include <boost/algorithm/string/predicate.hpp>
 
 namespace orvane::server {
 
@@ -64,7 +64,7 @@ std::string_view MediaTypeOf(std::string_view path) {
   const size_t dot = name.find_last_of('.');
   if (dot != std::string_view::npos) {
     for (const auto& [ending, type] : kTypes) {
-      if (EqualsIgnoringCase(name.substr(dot + 1), ending)) return type;
+      if (boost::iequals(name.substr(dot + 1), ending)) return type;
     }
   }
   return "application/octet-stream";
@@ -73,7 +73,7 @@ std::string_view MediaTypeOf(std::string_view path) {
 bool IsDocumentType(std::string_view type) {
   type = type.substr(0, type.find(';'));
   while (!type.empty() && type.back() == ' ') type.remove_suffix(1);
-  return EqualsIgnoringCase(type, "text/html") || EqualsIgnoringCase(type, "application/xhtml+xml");
+  return boost::iequals(type, "text/html") || boost::iequals(type, "application/xhtml+xml");
 }
 
 }  // namespace orvane::server

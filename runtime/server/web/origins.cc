@@ -4,8 +4,6 @@
 
 #include <string>
 
-#include "server/web/run_error.h"
-
 namespace orvane::server {
 
 namespace {
@@ -36,15 +34,16 @@ Origins ListenOnLoopback(HttpServer& app, HttpServer& simulator, std::optional<u
   int tries = port ? 1 : kTries;
   while (app.Listen(kIpv4, app_port) != HttpServer::Bound::kYes) {
     if (--tries == 0) {
-      throw RunError("port " + std::to_string(app_port) +
-                     " is taken or may not be used; choose another one with --port.");
+      throw std::runtime_error("port " + std::to_string(app_port) +
+                               " is taken or may not be used; choose another one with --port.");
     }
     app_port = NextPort(app_port);
   }
   // Where any port will do, any other will do too.
   uint16_t simulator_port = port == 0 ? 0 : NextPort(app.port());
   for (tries = kTries; !ListenOnBoth(simulator, simulator_port); --tries) {
-    if (tries == 0) throw RunError("no port is free for the simulator; end another program.");
+    if (tries == 0)
+      throw std::runtime_error("no port is free for the simulator; end another program.");
     simulator_port = NextPort(simulator_port);
   }
   return {OriginAt(kIpv4, app), OriginAt("localhost", simulator)};

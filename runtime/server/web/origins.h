@@ -19,7 +19,7 @@ struct Origins {
 
 // Listens for both. `port` is the application's; without one it is a usual one, which stays the
 // same from run to run (the application's local storage belongs to it) unless it is taken; the
-// simulator is at the next free one. Throws RunError.
+// simulator is at the next free one. Throws std::runtime_error.
 Origins ListenOnLoopback(HttpServer& app, HttpServer& simulator, std::optional<uint16_t> port);
 
 }  // namespace orvane::server

@@ -7,21 +7,20 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
+#include <iterator>
 #include <system_error>
+
+#include <boost/algorithm/hex.hpp>
 
 namespace orvane::server {
 
 std::string MakeSecret() {
-  constexpr char kDigits[] = "0123456789abcdef";
   std::array<unsigned char, 16> bytes{};
   if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
     throw std::system_error(errno, std::generic_category(), "getrandom");
   }
   std::string secret;
-  for (const unsigned char byte : bytes) {
-    secret.push_back(kDigits[byte >> 4U]);
-    secret.push_back(kDigits[byte & 15U]);
-  }
+  boost::algorithm::hex_lower(bytes.begin(), bytes.end(), std::back_inserter(secret));
   return secret;
 }
 
