@@ -148,7 +148,6 @@ void Control::DebugLog(std::optional<int> priority, const std::optional<std::str
   }
 }
 
-// Ends the process as a fault of the library would.
 void Control::DebugCrash(std::optional<int> signal) {
   RequireTestHooks("debug.crash");
   if (std::raise(signal.value_or(SIGABRT)) != 0) throw RequestError("There is no such signal.");

@@ -116,7 +116,6 @@ void Control::SettingsUnset(const std::string& key) {
   throw RequestError("There is no setting " + key + " that could be removed.");
 }
 
-// As a set comes out of its box, with the applications still on it. Pages keep what they hold.
 void Control::FactoryReset() {
   for (const tvset::Setting& setting : set().settings().list()) {
     set().settings().Remove(setting.key);

@@ -16,20 +16,36 @@
 
 namespace orvane::television {
 
-// What of the set is told as one when it changes.
+// What of the set is told as one when it changes. The comments say what a part's JSON is.
 enum class Part {
+  // {"name","file","profiles"}: the profile in use, and the names of those that ship.
   kProfile,
+  // {"width","height"} in pixels, those that windows are placed in.
   kPanel,
+  // A list of features, by key.
   kFeatures,
+  // A list of what is installed, by id, each with "running", "state" (app_state_e), "stateName" and
+  // "pid", the last three null while it does not run, "pid" also for one without a process.
   kApplications,
+  // The id of the application that has the focus; empty: nobody.
   kFocus,
+  // See WindowsState.
   kWindows,
+  // The on-screen keyboard.
   kInputMethod,
+  // A list of grabs, by application.
   kKeyGrabs,
+  // A list of settings, see RowOf.
   kSettings,
+  // {"owner","timeoutSeconds","remainingMs","on","resets","inputs"}: the time-out in force and what
+  // is left of it, null while it is on or never comes on; how often an application and a key began
+  // its wait afresh.
   kScreenSaver,
+  // A list of faults, by function.
   kFaults,
 };
+// The names of their events, and of their members in the state but for "focus", which is "focused"
+// there.
 inline constexpr std::array<base::EnumName<Part>, 11> kParts{{{Part::kProfile, "profile"},
                                                               {Part::kPanel, "panel"},
                                                               {Part::kFeatures, "features"},
@@ -43,6 +59,8 @@ inline constexpr std::array<base::EnumName<Part>, 11> kParts{{{Part::kProfile, "
                                                               {Part::kFaults, "faults"}}};
 constexpr auto& EnumNames(Part) { return kParts; }
 
+// An application's window as the state and the snapshot have it. Both positions are null while the
+// window is where the set put it.
 struct WindowRow {
   std::string app;
   tvset::Window window;
@@ -57,9 +75,12 @@ void MapFields(Map& map, WindowRow& row) {
   map("focusWanted", row.window.focus_wanted);
 }
 
+// The part kWindows.
 struct WindowsState {
-  std::vector<std::string> stack;  // those that are shown, the topmost first
-  std::vector<WindowRow> list;     // of every running application, the one raised last first
+  // Ids of the applications whose windows are shown, the topmost first.
+  std::vector<std::string> stack;
+  // The window of every running application, the one raised last first.
+  std::vector<WindowRow> list;
 };
 template <class Map>
 void MapFields(Map& map, WindowsState& windows) {
@@ -67,21 +88,29 @@ void MapFields(Map& map, WindowsState& windows) {
   map("list", windows.list);
 }
 
-// A setting as the state has it: key, type (one of kSettingTypes, or "unknown") and value, which is
-// of the type, or a text where JSON has no such number.
+// A setting as the state and `orvane get --json` have it: {"key","type","value"}. The type is one
+// of kSettingTypes, or "unknown"; the value is of the type, whole numbers without a point, or a
+// text where JSON has no such number, such as an infinity.
 Json RowOf(const tvset::Setting& setting);
 
-// Names for the platform's numbers; those of setting types are the command line's.
-extern const std::array<base::EnumName<int>, 4> kSettingTypes;  // VCONF_TYPE_…
-extern const std::array<base::EnumName<int>, 5> kAppStates;     // app_state_e
-std::string_view SettingTypeName(int type);                     // "unknown" for one without a name
+// Names for the platform's numbers, the same in the state, in parameters and on the command line:
+// VCONF_TYPE_… and app_state_e.
+extern const std::array<base::EnumName<int>, 4> kSettingTypes;
+extern const std::array<base::EnumName<int>, 5> kAppStates;
+// "unknown" for a type without a name, which another process may have written.
+std::string_view SettingTypeName(int type);
 
-// The set's state, as people see it: each part as the struct that is its JSON, the events of the
-// set process, the answer of state.get and the snapshot's. Borrows the set, which outlives it. Any
-// thread; a part is consistent in itself, several are as they come.
+// The set's state as JSON, as people and the simulator see it: the answer of state.get, the data of
+// the events that tell a change, and most of a snapshot. Reads alone; what changes the set is
+// Control. Partner of EventSender, which asks for a part some milliseconds after it changed.
+//
+// Owned by Television; borrows the set, which outlives it. Any thread, and it takes the locks of
+// the services it reads one after the other: a part is consistent in itself, several are as they
+// come. Nothing throws but for want of memory.
 class SetState {
  public:
-  // `main_app` is the application whose pages the process serves.
+  // `main_app` is the application whose pages the process serves: "uuid" is the one that the
+  // library keeps for it.
   SetState(tvset::Set& set, std::string main_app);
 
   // A part as it is now.
@@ -89,10 +118,13 @@ class SetState {
   // Of a part that is a list whose rows have a key, the row of the key as it is now: the fault of a
   // function, the setting of a key, the application of an id. Null: there is none (any more).
   Json RowOf(Part part, const std::string& key) const;
-  // Every part, and what never changes.
+  // Every part by its name, and what is told once: "keys" of the remote control, "functions" and
+  // "accesses" that can be made to fail, "uuid" (null until a page has asked for one) and "time_ns"
+  // of the answer, on the axis of CLOCK_REALTIME.
   Json All() const;
 
  private:
+  // One function per part that is more than a service's own list.
   Json Row(const tvset::Application& application) const;
   Json Applications() const;
   Json Windows() const;
