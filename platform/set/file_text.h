@@ -10,7 +10,9 @@
 
 namespace tvset {
 
-// The bytes of a regular file; empty when it is none or cannot be read to its end.
+// The bytes of a regular file, whose size need not be known before: the kernel's own files say 0.
+// Empty when it is none or cannot be read to its end, with nothing said of why. Not bounded: for
+// files of the set and of the kernel. Any thread.
 inline std::optional<std::string> ReadFileBytes(const std::filesystem::path& file) {
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) return std::nullopt;

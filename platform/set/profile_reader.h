@@ -11,15 +11,20 @@
 
 namespace tvset {
 
+// What a profile says, before it is anybody's: FeatureStore takes it as a whole or not at all.
 struct ProfileContent {
-  std::vector<Feature> features;  // in the file's order; a later one replaces an earlier one
+  // In the file's order; a later one replaces an earlier one.
+  std::vector<Feature> features;
+  // Entries that the platform passes over or reads as something else, one sentence each.
   std::vector<std::string> warnings;
 };
 
 // Reads a device profile in the platform's form: model-config, with the groups platform and custom
-// in it, with one element per key in them. Throws SetError as FeatureStore::Load says.
+// in it, with one element per key in them. Not bounded: a profile is a person's own file. Throws
+// SetError as FeatureStore::Load says.
 ProfileContent ReadProfile(const std::filesystem::path& file);
 
+// "bool", "int", "double" or "string".
 bool IsFeatureType(std::string_view type);
 
 }  // namespace tvset

@@ -9,10 +9,12 @@ namespace tvset {
 
 // One process's use of a state folder, from Use to destruction. While it lives, other processes
 // that begin to use the folder leave the settings under "memory/" alone. The kernel ends the use of
-// a process that crashed.
+// a process that crashed, since it is a lock on a file. Owned by Set while it runs. One thread at a
+// time.
 class StateFolder {
  public:
-  // Makes the folder and what every set has in it. Throws SetError when it cannot be used.
+  // Makes the folder and what every set has in it, and does not use it yet. Borrows the paths.
+  // Throws SetError when it cannot be used.
   explicit StateFolder(const Paths& paths);
   ~StateFolder() = default;
   StateFolder(const StateFolder&) = delete;
@@ -27,7 +29,8 @@ class StateFolder {
 
  private:
   const Paths& paths_;
-  const orvane::base::UniqueFd lock_;  // of the lock file
+  // Of the lock file.
+  const orvane::base::UniqueFd lock_;
 };
 
 }  // namespace tvset

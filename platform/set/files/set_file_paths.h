@@ -33,8 +33,9 @@ inline bool MayBeSetFile(const char* path) {
   return path[1] == 'e' && BeginsWith(path, "/etc/debug");
 }
 
-// The file that a path names, as the set has it for this process. No locks, no allocation, no
-// static state.
+// The file that a path names, as the set has it for this process: where a path has a process id in
+// it, that has to be this one's. No locks, no allocation, no static state, since it is called from
+// within the C library's own functions, and before main. Empty: it is none of them, or null.
 std::optional<SetFile> SetFileAt(const char* path);
 
 }  // namespace tvset

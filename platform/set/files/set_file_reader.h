@@ -12,16 +12,22 @@
 namespace tvset {
 
 // What the process finds at the paths of the set's files; partner of the interposed functions,
-// which turn it into a stream, a status or a command. Any thread.
+// which turn it into a stream, a status or a command. Made for one access and thrown away; borrows
+// the set's files. Any thread.
 class SetFileReader {
  public:
   // What an access comes to.
   enum class Answer {
-    kText,     // a file with `text` in it
-    kFile,     // the file `path`, to be run or asked for its status
-    kError,    // there is none: `error` is the errno value
-    kMachine,  // the machine's own file at the set's path
+    // A file with `text` in it.
+    kText,
+    // The file `path`, to be run or asked for its status.
+    kFile,
+    // There is none: `error` is the errno value.
+    kError,
+    // The machine's own file at the set's path.
+    kMachine,
   };
+  // What goes with the answer; the rest is empty.
   struct Access {
     Answer answer = Answer::kError;
     int error = 0;
@@ -36,14 +42,18 @@ class SetFileReader {
 
   explicit SetFileReader(const SetFiles& files) : files_(files) {}
 
-  Access Open(SetFile file) const;    // kText, kError or kMachine
-  Access Status(SetFile file) const;  // any; kText with an empty text for a file that the set makes
+  // To read it: kText, kError or kMachine.
+  Access Open(SetFile file) const;
+  // Its status: any; kText with an empty text for a file that the set makes.
+  Access Status(SetFile file) const;
   // What a shell is to run in the place of /usr/bin/top: one or more of its words.
-  Access Command() const;  // kText or kError
+  // kText or kError.
+  Access Command() const;
 
  private:
   // What comes before the set's own: a fault or a replacement. Empty: nothing does.
   std::optional<Access> Instead(SetFile file) const;
+  // What the set makes itself, or kMachine.
   Access Own(SetFile file) const;
 
   const SetFiles& files_;

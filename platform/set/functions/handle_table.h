@@ -15,14 +15,17 @@ namespace tvset {
 // from a live one. Values stay where they are while their handle lives; their places are used
 // again, so that a handle costs no allocation. Any thread. The callables run under the table's lock
 // and must not call it.
+//
+// Partner of a service of the platform whose functions give out handles: they check their caller's
+// handle by finding it here, since a caller may hand in anything. See handles.h for the tables.
 template <typename Value>
 class HandleTable {
  public:
   // `kind` keeps the numbers of two tables apart; 1 to 15.
   explicit HandleTable(uintptr_t kind) : kind_(kind) {}
 
-  // Null, and no handle, when `fill(Value&)` answers false. It finds the value as the last handle
-  // of that place left it.
+  // A new handle, over a place that is free. Null, and no handle, when `fill(Value&)` answers
+  // false. It finds the value as the last handle of that place left it.
   template <typename Fill>
   void* Add(Fill&& fill) {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -38,7 +41,8 @@ class HandleTable {
     return ToHandle(slot.number);
   }
 
-  // False: no such handle. Otherwise what `read(Value&)` answers.
+  // False: no such handle, and `read` was not called. Otherwise what `read(Value&)` answers; it may
+  // change the value, too.
   template <typename Reader>
   bool Read(const void* handle, Reader&& read) {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -46,7 +50,8 @@ class HandleTable {
     return slot != nullptr && read(slot->value);
   }
 
-  // False: no such handle. `drop(Value&)` may free what the value holds.
+  // The handle is none from here on. False: it was none before. `drop(Value&)` may free what the
+  // value holds; the value itself stays for the next handle of the place.
   template <typename Drop>
   bool Remove(const void* handle, Drop&& drop) {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -58,31 +63,39 @@ class HandleTable {
     return true;
   }
 
+  // Ends every handle; numbers go on, so that those that are out stay invalid.
   void Clear() {
     std::lock_guard<std::mutex> lock(mutex_);
     slots_.clear();
     free_.clear();
   }
 
+  // How many handles live.
   size_t size() const {
     std::lock_guard<std::mutex> lock(mutex_);
     return slots_.size() - free_.size();
   }
 
  private:
+  // A place for a value, with a handle or free.
   struct Slot {
-    uintptr_t number = 0;  // 0: free
+    // 0: free.
+    uintptr_t number = 0;
     Value value{};
   };
 
+  // A number is, from its lowest bit: the kind, the slot's index, and a serial number, which comes
+  // again only when it has run through all its bits.
   static constexpr int kIndexShift = 4;
   static constexpr int kSerialShift = 24;
 
+  // Where the slot of a number is, should the number be one that was given.
   static size_t IndexOf(uintptr_t number) {
     constexpr uintptr_t kMask = (uintptr_t{1} << (kSerialShift - kIndexShift)) - 1;
     return (number >> kIndexShift) & kMask;
   }
 
+  // A pointer that points nowhere and is never followed.
   static void* ToHandle(uintptr_t number) {
     void* handle = nullptr;
     static_assert(sizeof(handle) == sizeof(number));
@@ -90,6 +103,7 @@ class HandleTable {
     return handle;
   }
 
+  // mutex_ held. Null: no such handle.
   Slot* Find(const void* handle) {
     const auto number = reinterpret_cast<uintptr_t>(handle);
     const size_t index = IndexOf(number);
@@ -99,9 +113,12 @@ class HandleTable {
 
   const uintptr_t kind_;
   mutable std::mutex mutex_;
-  uintptr_t serial_ = 0;      // guarded by mutex_
-  std::deque<Slot> slots_;    // guarded by mutex_
-  std::vector<size_t> free_;  // guarded by mutex_; indices of free slots
+  // Guarded by mutex_:
+  uintptr_t serial_ = 0;
+  // A deque, so that values stay where they are.
+  std::deque<Slot> slots_;
+  // Indices of free slots, the one that is used next at the end.
+  std::vector<size_t> free_;
 };
 
 }  // namespace tvset

@@ -9,6 +9,10 @@
 
 namespace tvset {
 
+// A platform function's body is one return of one of these. `function` is its name as FaultTable
+// has it. `work` gets the running set; one with default options is started for it when none runs,
+// so that an application's call works in any process. No lock is held while it runs.
+
 // The frame of every platform function: a fault that is set for it comes first, then the function's
 // own work on the running set. No exception leaves it: what cannot be done (no memory, no state
 // folder) is answered with `on_exception`, the function's code for a failure of the platform
@@ -23,8 +27,8 @@ int PlatformCall(const char* function, int on_exception, Work&& work) noexcept {
   }
 }
 
-// The same for a function that answers something else than a code: a fault and an exception both
-// give `on_failure`.
+// The same for a function that answers something else than a code, such as a text or a value of an
+// enumeration: a fault, whatever its code, and an exception both give `on_failure`.
 template <typename Result, typename Work>
 Result PlatformValue(const char* function, Result on_failure, Work&& work) noexcept {
   try {

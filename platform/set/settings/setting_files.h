@@ -16,9 +16,12 @@ class Paths;
 
 // A key's first part. The files of all keys that begin with it are in one folder.
 struct SettingPrefix {
-  std::string_view text;    // with its slash
-  std::string_view folder;  // below the state folder
-  bool kept;                // over restarts
+  // With its slash.
+  std::string_view text;
+  // Below the state folder.
+  std::string_view folder;
+  // Over restarts.
+  bool kept;
 };
 
 // Null: no setting has such a key. It need not be whole: the prefix alone is found as well.
@@ -33,7 +36,8 @@ std::string KeyOfSettingFile(const std::filesystem::path& relative);
 // Whether a setting may be at this path, relative to the state folder, or below it.
 bool LeadsToSettings(const std::filesystem::path& relative);
 
-// The keys that there are, in no order.
+// The keys that there are, in no order, as the files lie there now. Files that are being written
+// are none.
 std::vector<std::string> SettingKeys(const Paths& paths);
 
 // Puts a file of these bytes in the place of the old one, so that a reader finds the one or the

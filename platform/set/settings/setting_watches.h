@@ -52,6 +52,7 @@ class SettingWatches {
 
  private:
   struct Watch {
+    // Never given again: a callback that is about to run finds out that its watch is gone.
     uint64_t id;
     std::string key;
     Watcher watcher;
@@ -60,15 +61,20 @@ class SettingWatches {
   using Watches = std::vector<Watch>;
 
   SettingWatches(const Paths& paths, Callback changed);
+  // The end when there is none.
   Watches::iterator FindLocked(const std::string& key, Watcher watcher);
+  // The thread's work, until stop_event_.
   void Run();
   void OnEvent(const orvane::base::FolderTree::Event& event);
   // The ids of the watches that count; empty text: of every key.
   std::vector<uint64_t> Concerned(const std::string& key);
+  // Nothing, if the watch is gone by now.
   void Call(uint64_t id);
 
+  // Fixed after construction.
   const Callback changed_;
-  orvane::base::FolderTree tree_;  // the thread's own, once it runs
+  // The thread's own, once it runs.
+  orvane::base::FolderTree tree_;
   const orvane::base::UniqueFd stop_event_;
   std::atomic<bool> complete_{true};
   std::atomic<bool> stopped_{false};
@@ -79,7 +85,8 @@ class SettingWatches {
   std::thread::id thread_;
   Watches watches_;
   uint64_t last_id_ = 0;
-  uint64_t running_ = 0;  // the watch whose callback runs; 0: none
+  // The watch whose callback runs; 0: none.
+  uint64_t running_ = 0;
 };
 
 }  // namespace tvset

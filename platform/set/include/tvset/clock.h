@@ -25,6 +25,7 @@ class TVSET_EXPORT Clock {
   Clock(const Clock&) = delete;
   Clock& operator=(const Clock&) = delete;
 
+  // Never earlier than it was before.
   virtual TimePoint Now() const = 0;
 
   // Calls `ring` once, when the time has come (at once when it is past); never from within
@@ -38,14 +39,15 @@ class TVSET_EXPORT Clock {
   static std::shared_ptr<Clock> Steady();
 };
 
-// A clock that stands still, at nought, until it is moved; for tests. Any thread moves it, one at a
-// time.
+// A clock that stands still, at nought, until it is moved; for tests, which need not wait then, and
+// learn what happens in which order. Any thread moves it, one at a time.
 class TVSET_EXPORT ManualClock final : public Clock {
  public:
   TimePoint Now() const override;
   void SetAlarm(TimePoint when, std::function<void()> ring) override;
 
-  // Rings the alarms that come due on the way, each at its own time, on the calling thread.
+  // Forward by so much. Rings the alarms that come due on the way, each at its own time, on the
+  // calling thread, also those that an alarm sets meanwhile.
   void Advance(std::chrono::nanoseconds step);
 
  private:
@@ -53,8 +55,10 @@ class TVSET_EXPORT ManualClock final : public Clock {
   std::function<void()> NextAlarm(TimePoint end);
 
   mutable std::mutex mutex_;
-  TimePoint now_{};                                         // guarded by mutex_
-  std::multimap<TimePoint, std::function<void()>> alarms_;  // guarded by mutex_
+  // Guarded by mutex_:
+  TimePoint now_{};
+  // By the time at which they ring.
+  std::multimap<TimePoint, std::function<void()>> alarms_;
 };
 
 }  // namespace tvset

@@ -19,32 +19,41 @@ namespace tvset {
 struct ProfileContent;
 
 // Which of the platform's functions read a key: those of a device's model, or the "custom" ones.
+// The other group's value of the key is none for them.
 enum class FeatureGroup { kPlatform, kCustom };
 
+// One value of one key. A key may have a value of each type in each group.
 struct Feature {
-  std::string key;   // without "http://"
-  std::string type;  // "bool", "int", "double" or "string"
-  std::string text;  // as it stands in the profile, blanks included
+  // Without "http://".
+  std::string key;
+  // "bool", "int", "double" or "string".
+  std::string type;
+  // As it stands in the profile, blanks included.
+  std::string text;
   FeatureGroup group = FeatureGroup::kCustom;
 };
 
 // The feature keys of the device, which the platform's system_info functions look up: those of its
 // profile, then what was set since, until the set restarts or takes another profile. "http://"
-// before a key may be left out everywhere. Set and Remove are told to Observer::OnFeatureChanged on
-// the calling thread. Any thread.
+// before a key may be left out everywhere. A value is text as it was given: whether it is one of
+// its type is for who reads it. Set and Remove are told to Observer::OnFeatureChanged on the
+// calling thread. Owned by Set. Any thread.
 class TVSET_EXPORT FeatureStore {
  public:
-  explicit FeatureStore(EventHub& events);  // borrowed
+  // Borrowed.
+  explicit FeatureStore(EventHub& events);
 
   // Adds or replaces. Throws SetError for an unknown type, and for a key that is empty or above 255
   // bytes.
   void Set(const std::string& key, const std::string& type, const std::string& text,
            FeatureGroup group);
-  void Remove(const std::string& key);  // of every type and group; no effect when there is none
+  // Of every type and group; no effect when there is none.
+  void Remove(const std::string& key);
   // The text of the key's value of that type; empty when it has none.
   std::optional<std::string> Find(std::string_view key, std::string_view type,
                                   FeatureGroup group) const;
-  std::vector<Feature> list() const;  // by key
+  // By key, then type, then group.
+  std::vector<Feature> list() const;
 
   // Replaces everything by the profile's entries. Throws SetError, which names file, line and
   // entry, for a file that cannot be read, is no XML, has another root than model-config, or has an
@@ -68,12 +77,15 @@ class TVSET_EXPORT FeatureStore {
     }
   };
 
+  // Replaces everything. Tells nobody: Set does, when the profile changes.
   void Adopt(ProfileContent content);
 
   EventHub& events_;
   mutable std::mutex mutex_;
-  std::map<Slot, std::string, SlotLess> texts_;  // guarded by mutex_
-  std::vector<std::string> warnings_;            // guarded by mutex_
+  // Guarded by mutex_:
+  std::map<Slot, std::string, SlotLess> texts_;
+  // Of the profile that was taken last.
+  std::vector<std::string> warnings_;
 };
 
 }  // namespace tvset

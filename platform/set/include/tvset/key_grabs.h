@@ -19,24 +19,33 @@ class WindowManager;
 
 // How an application asked for a key. The values of the special ones are the platform's.
 enum class GrabMode {
-  kNormal = 0,      // reaches the application while it has the focus
-  kTopmost = 2,     // reaches it while its window is the topmost, whoever has the focus
-  kRegistered = 5,  // reaches it while it runs, whoever has the focus
+  // Reaches the application while it has the focus.
+  kNormal = 0,
+  // Reaches it while its window is the topmost, whoever has the focus.
+  kTopmost = 2,
+  // Reaches it while it runs, whoever has the focus.
+  kRegistered = 5,
 };
 
 // What came of Grab and Ungrab; all but kDone left the grabs as they were.
 enum class GrabResult {
   kDone,
-  kUnknownKey,  // no key of the remote control has that name
-  kNotRunning,  // no such application runs
-  kNotGrabbed,  // Ungrab of a key that the application had not asked for
+  // No key of the remote control has that name.
+  kUnknownKey,
+  // No such application runs.
+  kNotRunning,
+  // Ungrab of a key that the application had not asked for.
+  kNotGrabbed,
 };
 
 // What an application needs to hold to register keys.
 inline constexpr char kKeyPrivilege[] = "http://tizen.org/privilege/tv.inputdevice";
 
+// One key that an application asked for.
 struct KeyGrab {
+  // The application's id.
   std::string app;
+  // The key's symbol.
   std::string key_name;
   GrabMode mode = GrabMode::kNormal;
 };
@@ -55,16 +64,23 @@ struct KeyGrab {
 // thread. Any thread.
 class TVSET_EXPORT KeyGrabs {
  public:
-  KeyGrabs(EventHub& events, Applications& applications, WindowManager& windows);  // all borrowed
+  // All borrowed.
+  KeyGrabs(EventHub& events, Applications& applications, WindowManager& windows);
 
-  // A second grab of the same key by the same application replaces the first.
+  // By an application that runs. A second grab of the same key by the same application replaces the
+  // first; several applications may grab one key, and the rules above tell who gets it.
   GrabResult Grab(const std::string& app, const std::string& key_name, GrabMode mode);
+  // Ends the application's grab of the key, whatever its mode. Never kNotRunning.
   GrabResult Ungrab(const std::string& app, const std::string& key_name);
-  void Release(const std::string& app);  // every grab of the application
-  std::vector<KeyGrab> list() const;     // by application, then by key
+  // Ends every grab of the application. No effect when it has none.
+  void Release(const std::string& app);
+  // By application, then by key.
+  std::vector<KeyGrab> list() const;
+  // Those of one application, by key.
   std::vector<KeyGrab> list(const std::string& app) const;
 
-  // Where the key would go now; changes nothing. A name that no key has reaches nobody.
+  // Where the key would go now, and why, for who asks before it is pressed; changes nothing. A name
+  // that no key has reaches nobody.
   KeyDelivery Route(const std::string& key_name) const;
   // A press and release of the key: routes it and reports it to the observers, with the press.
   // Starts the screen saver's wait afresh, wherever the key goes.
@@ -76,7 +92,8 @@ class TVSET_EXPORT KeyGrabs {
   void AddKnownKeys(const std::vector<std::string>& key_names);
   void AddKnownKeys(const std::vector<RemoteKey>& keys);
   bool IsKnownKey(const std::string& key_name) const;
-  std::vector<RemoteKey> known_keys() const;  // the set's own first, then in the order added
+  // The set's own first, then in the order added.
+  std::vector<RemoteKey> known_keys() const;
   // Empty: no key of the remote control has the name, or the code.
   std::optional<RemoteKey> FindKey(const std::string& key_name) const;
   std::optional<RemoteKey> FindKeyByHardwareCode(int x_key_code) const;
@@ -85,13 +102,16 @@ class TVSET_EXPORT KeyGrabs {
   friend class Set;
   void Reset();
 
-  std::function<void()> pressed_;  // fixed after construction
+  // Fixed after construction: a key was pressed, for the screen saver.
+  std::function<void()> pressed_;
   EventHub& events_;
   Applications& applications_;
   WindowManager& windows_;
   mutable std::mutex mutex_;
-  std::vector<RemoteKey> keys_;  // guarded by mutex_
-  std::vector<KeyGrab> grabs_;   // guarded by mutex_
+  // Guarded by mutex_:
+  std::vector<RemoteKey> keys_;
+  // By application, then by key.
+  std::vector<KeyGrab> grabs_;
 };
 
 }  // namespace tvset

@@ -11,6 +11,9 @@
 
 namespace tvset {
 
+// How a line of the log is shown to a person: the command line and the simulator's log print it as
+// the platform's own tool does, and filter by that tool's expressions. Nothing here keeps anything.
+
 // The forms in which the platform's log tool prints a line, L being the priority's letter.
 enum class LogFormat {
   kBrief,       // L/tag(pid): text
@@ -41,17 +44,20 @@ TVSET_EXPORT char PriorityLetter(int priority);
 
 // Which lines to show, by the tool's own expressions: "TAG:P" shows the tag from priority P on (a
 // letter), "TAG" from verbose on, "*:P" every other tag. Without an expression for a line, it is
-// shown when there is no expression at all. Not changed after construction: any thread.
+// shown when there is no expression at all. Plain data. Not changed after construction: any thread.
 class TVSET_EXPORT LogFilter {
  public:
+  // Shows every line.
   LogFilter() = default;
   // Throws SetError for a priority letter that there is none of.
   explicit LogFilter(const std::vector<std::string>& expressions);
   bool Shows(const LogLine& line) const;
 
  private:
+  // What an expression says of its tag.
   struct Rule {
     std::string tag;
+    // The lowest that is shown.
     int priority;
   };
   std::vector<Rule> rules_;

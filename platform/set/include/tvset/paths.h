@@ -10,7 +10,8 @@
 namespace tvset {
 
 // Where the set keeps its things, below one state folder. Only names: nothing is made, and nothing
-// need be there but while a set runs on the folder. Not changed after construction: any thread.
+// need be there but while a set runs on the folder. People may read and replace what is there, and
+// tests do. Not changed after construction: any thread.
 class TVSET_EXPORT Paths {
  public:
   explicit Paths(std::filesystem::path state_folder);
@@ -18,6 +19,7 @@ class TVSET_EXPORT Paths {
   const std::filesystem::path& state_folder() const { return state_folder_; }
   // Holds one folder per application; what variable 61 names.
   std::filesystem::path app_root() const { return state_folder_ / "apps_rw"; }
+  // An application's own, which outlives its installation and the set's restart.
   std::filesystem::path app_data(const std::string& package) const {
     return app_root() / package / "data";
   }

@@ -17,15 +17,22 @@ namespace tvset {
 
 class FeatureStore;
 
-// Everything about the screen saver at one moment.
+// Everything about the screen saver at one moment. Also what an earlier process knew of it, for
+// ScreenSaver::GoOn.
 struct ScreenSaverState {
-  std::string app_id = "DEFAULT";  // who owns it: the application that it shows, or the set
-  int timeout_seconds = 0;         // as it was asked for; 0: the set's own
-  uint64_t resets = 0;             // how often an application started its wait afresh
-  uint64_t inputs = 0;             // how often a key did
+  // Who owns it: the application that it shows, or the set.
+  std::string app_id = "DEFAULT";
+  // As it was asked for; 0: the set's own.
+  int timeout_seconds = 0;
+  // How often an application started its wait afresh.
+  uint64_t resets = 0;
+  // How often a key did.
+  uint64_t inputs = 0;
   bool on = false;
-  std::chrono::seconds timeout{0};   // the one in force; 0: it never comes on
-  std::chrono::nanoseconds idle{0};  // since the last reset or key
+  // The one in force; 0: it never comes on.
+  std::chrono::seconds timeout{0};
+  // Since the last reset or key.
+  std::chrono::nanoseconds idle{0};
 };
 
 // The television's screen saver: it comes on when neither an application nor a key started its wait
@@ -39,17 +46,22 @@ struct ScreenSaverState {
 //
 // Partner of the platform's screensaver functions, of KeyGrabs, which notes the viewer's keys, and
 // of a Clock. Observers hear of every change (OnScreenSaverChanged) on the thread that made it; of
-// the screen saver's coming on, from the thread of the clock's alarm. Any thread.
+// the screen saver's coming on, from the thread of the clock's alarm. Owned by Set. Any thread.
 class TVSET_EXPORT ScreenSaver {
  public:
   // Both are borrowed and outlive the alarms of every clock, as those of a set do.
   ScreenSaver(EventHub& events, const FeatureStore& features);
 
+  // All of it as it is at one moment, by the clock.
   ScreenSaverState state() const;
-  void SetAppId(const std::string& app_id);  // the owner; any text
-  bool SetTimeout(int seconds);              // false: negative
-  void ResetTimeout();                       // by an application
-  void NoteInput();                          // by the viewer
+  // The owner; any text.
+  void SetAppId(const std::string& app_id);
+  // False: negative.
+  bool SetTimeout(int seconds);
+  // By an application.
+  void ResetTimeout();
+  // By the viewer.
+  void NoteInput();
 
   // Goes on as the screen saver of an earlier process was: its owner, its time-out, its counts and
   // its time without a reset or a key. Whether it is on follows from these.
@@ -61,12 +73,18 @@ class TVSET_EXPORT ScreenSaver {
 
  private:
   friend class Set;
-  void Start();  // the wait
-  void Stop();   // and forgets what was asked
+  // Begins the wait, as the set starts.
+  void Start();
+  // Ends it, and forgets what was asked.
+  void Stop();
 
   enum class Cause { kStart, kReset, kInput, kSetting, kAlarm };
+  // The frame of all changes: settles, and tells the observers with no lock held. `alarm` is the
+  // number of the one that rang.
   void Update(Cause cause, uint64_t alarm = 0);
+  // The one in force.
   std::chrono::seconds TimeoutLocked() const;
+  // Unless one is set that rings no later.
   void SetAlarmLocked(Clock::TimePoint when);
   // Whether it came on or went.
   bool SettleLocked(Cause cause);
@@ -78,9 +96,12 @@ class TVSET_EXPORT ScreenSaver {
   std::shared_ptr<Clock> clock_;
   ScreenSaverState state_;
   bool running_ = false;
-  Clock::TimePoint since_;                 // the last reset or input
-  std::optional<Clock::TimePoint> alarm_;  // the one that is set
-  uint64_t alarms_ = 0;                    // its number; others are ignored
+  // The last reset or input.
+  Clock::TimePoint since_;
+  // The one that is set.
+  std::optional<Clock::TimePoint> alarm_;
+  // Its number; others are ignored.
+  uint64_t alarms_ = 0;
 };
 
 }  // namespace tvset

@@ -60,7 +60,8 @@ class TVSET_EXPORT Set {
   // Both end the watches of settings, and return when no callback of one runs, unless it is the
   // callback that calls.
   static void Stop();
-  static bool running();  // in this process
+  // In this process.
+  static bool running();
   // Whether a set runs on the folder (empty: as in Options), in this process or another. Changes
   // nothing.
   static bool RunsOn(const std::filesystem::path& state_folder);
@@ -69,24 +70,41 @@ class TVSET_EXPORT Set {
   Set& operator=(const Set&) = delete;
   ~Set() = delete;
 
-  FaultTable& faults();               // which of the platform's functions fail
-  EventHub& events();                 // who hears of changes
-  LogBuffer& log();                   // what was logged
-  FeatureStore& features();           // what kind of television it is
-  Applications& applications();       // what is installed, runs, and has the focus
-  KeyInjector& keys();                // keys that components press
-  ContextManager& context_manager();  // tasks for the television
-  Settings& settings();               // shared with the other processes of the folder
-  ScreenSaver& screen_saver();        // whether it is on, and when it will be
-  WindowManager& windows();           // where the applications' windows are
-  InputMethod& input_method();        // the on-screen keyboard
-  KeyGrabs& key_grabs();              // where a key goes
-  SetFiles& files();                  // what is at the paths of a set's own files
-  KernelMarkers& kernel_markers();    // what was written into the kernel's trace
+  // The services. Which of the platform's functions fail, and how.
+  FaultTable& faults();
+  // Who hears of what happens.
+  EventHub& events();
+  // What was logged, by whatever component. Works while no set runs, too.
+  LogBuffer& log();
+  // What kind of television it is: system_info reads it.
+  FeatureStore& features();
+  // What is installed, runs, and has the focus: app_manager, aul, pkgmgrinfo and the check of
+  // privileges read it.
+  Applications& applications();
+  // Keys that components press: VirtualKey.
+  KeyInjector& keys();
+  // Tasks for the television: app_context_manager.
+  ContextManager& context_manager();
+  // Shared with the other processes of the folder: vconf.
+  Settings& settings();
+  // Whether it is on, and when it will be: screensaver.
+  ScreenSaver& screen_saver();
+  // Where the applications' windows are. No function of the platform leads here: the web runtime
+  // answers its pages by it.
+  WindowManager& windows();
+  // The on-screen keyboard, likewise for the web runtime.
+  InputMethod& input_method();
+  // Where a key goes, likewise for the web runtime.
+  KeyGrabs& key_grabs();
+  // What is at the paths of a set's own files.
+  SetFiles& files();
+  // What was written into the kernel's trace.
+  KernelMarkers& kernel_markers();
   // Of the running set. Throws SetError when none runs. The object stays over a restart, which may
   // make another the current one.
   const Paths& paths();
-  std::filesystem::path profile();  // the file in use
+  // The file of the profile in use; empty before the first start.
+  std::filesystem::path profile();
   // Makes the running set one of another profile, named as in Options: its features become those of
   // the profile, everything else stays. Throws SetError for one that cannot be read; nothing has
   // changed then.
@@ -101,6 +119,7 @@ class TVSET_EXPORT Set {
   static Set& Instance();
 
  private:
+  // All the services, in the order in which they need each other.
   struct State;
   Set();
   State* const state_;

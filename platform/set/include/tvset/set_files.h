@@ -20,28 +20,39 @@ class Paths;
 
 // What only a set has, by the name that it has in the folder of replacements.
 enum class SetFile {
-  kMemoryStatistics,  // "qm_memstat": /proc/<own pid>/qm_memstat
-  kGpuMemory,         // "gpu_memory": /sys/kernel/debug/gpu/gpu_memory
-  kGemInfo,           // "gem_info": /sys/kernel/debug/dri/0/gem_info
-  kDebugSwitch,       // "debug": /etc/debug, which the set itself does not have
-  kProcessors,        // "cpuinfo": /proc/cpuinfo, the machine's own
-  kTop,               // "top": the command /usr/bin/top
+  // "qm_memstat": /proc/<own pid>/qm_memstat.
+  kMemoryStatistics,
+  // "gpu_memory": /sys/kernel/debug/gpu/gpu_memory.
+  kGpuMemory,
+  // "gem_info": /sys/kernel/debug/dri/0/gem_info.
+  kGemInfo,
+  // "debug": /etc/debug, which the set itself does not have.
+  kDebugSwitch,
+  // "cpuinfo": /proc/cpuinfo, the machine's own.
+  kProcessors,
+  // "top": the command /usr/bin/top.
+  kTop,
 };
+// Each of them.
 inline constexpr std::array<SetFile, 6> kSetFiles{SetFile::kMemoryStatistics, SetFile::kGpuMemory,
                                                   SetFile::kGemInfo,          SetFile::kDebugSwitch,
                                                   SetFile::kProcessors,       SetFile::kTop};
 
-// The name above.
+// The name above, which faults and replacements have, too.
 TVSET_EXPORT std::string_view NameOf(SetFile file);
 // Empty: there is none of the name.
 TVSET_EXPORT std::optional<SetFile> FindSetFile(std::string_view name);
 
 // Where a file's content comes from, the first that applies.
 enum class SetFileSource {
-  kRemoved,   // Remove: there is no such file
-  kReplaced,  // Replace
-  kFolder,    // <state folder>/files/<name>
-  kSet,       // the set's own
+  // Remove: there is no such file.
+  kRemoved,
+  // Replace.
+  kReplaced,
+  // <state folder>/files/<name>.
+  kFolder,
+  // The set's own.
+  kSet,
 };
 
 // The files and the tool that only a set has, as this process finds them at the set's own paths
@@ -55,14 +66,20 @@ enum class SetFileSource {
 // prints; one that is an executable file in the folder is run instead, with the tool's arguments.
 //
 // FaultTable::Fail takes "file:" and the name as well, with an errno value as the code: the file
-// cannot be opened, the tool cannot be started. Any thread.
+// cannot be opened, the tool cannot be started. Owned by Set. Any thread; the interposed functions
+// come in on whatever thread calls the C library.
 class TVSET_EXPORT SetFiles {
  public:
-  SetFiles(FaultTable& faults, FeatureStore& features, LogBuffer& log);  // all borrowed
+  // All borrowed.
+  SetFiles(FaultTable& faults, FeatureStore& features, LogBuffer& log);
 
-  void Replace(SetFile file, const std::string& text);  // {pid} as above
-  void Remove(SetFile file);                            // readers find none: ENOENT
-  void Restore(SetFile file);                           // ends Replace and Remove
+  // {pid} as above.
+  void Replace(SetFile file, const std::string& text);
+  // Readers find none: ENOENT.
+  void Remove(SetFile file);
+  // Ends Replace and Remove.
+  void Restore(SetFile file);
+  // As a reader would find it now.
   SetFileSource source(SetFile file) const;
 
   // What a reader finds, for people to see; empty when there is none. For kTop, and for the
@@ -76,7 +93,9 @@ class TVSET_EXPORT SetFiles {
   friend class Set;
   friend class SetFileReader;
 
-  void Reset(const Paths* paths);  // null: the set stops
+  // Of a set that starts on the paths (null: that stops). Ends what Replace and Remove did.
+  void Reset(const Paths* paths);
+  // The file that replaces it in the folder of replacements; empty: there is none.
   std::string FolderFile(SetFile file) const;
 
   FaultTable& faults_;

@@ -19,9 +19,12 @@ class Paths;
 class Set;
 class SettingWatches;
 
+// One setting as it was read.
 struct Setting {
+  // With its prefix, such as "db/menu/language".
   std::string key;
-  int type = 0;  // VCONF_TYPE_…
+  // VCONF_TYPE_…
+  int type = 0;
   // For a person, and as Set takes it: a number with all its digits, "true" or "false"; empty for a
   // type that is not known.
   std::string value;
@@ -57,12 +60,16 @@ class TVSET_EXPORT Settings {
   // decimal number for a double, "true" or "false" (or 1 or 0) for a bool. False: also for a text
   // that is no such value.
   bool Set(const std::string& key, int type, const std::string& text);
+  // As it is stored now, by whatever process. Empty: no such key, or its file cannot be read.
   std::optional<Setting> Find(const std::string& key) const;
   // Whether the key names a place in the settings; there need be nothing.
   static bool IsKey(const std::string& key);
+  // Whether there is a value now, of whatever type.
   bool Exists(const std::string& key) const;
-  bool Remove(const std::string& key);  // false: it was not there
-  std::vector<Setting> list() const;    // by key
+  // False: it was not there.
+  bool Remove(const std::string& key);
+  // By key.
+  std::vector<Setting> list() const;
 
   // Who watches: a key can be watched once by each.
   using Watcher = const void*;
@@ -77,18 +84,22 @@ class TVSET_EXPORT Settings {
 
  private:
   friend class tvset::Set;
+  // Of a set that starts on the paths (null: that stops). Ends all watches.
   void Reset(const Paths* paths);
+  // Empty: the key is none.
   std::optional<std::string> FileOf(const std::string& key) const;
 
   std::shared_ptr<SettingWatches> watches() const;
   bool Write(const std::string& key, int type, std::string_view value);
+  // To the observers, where no thread hears of changes.
   void TellUnlessWatched(const std::string& key);
 
   EventHub& events_;
   mutable std::mutex mutex_;
   // Guarded by mutex_:
   const Paths* paths_ = nullptr;
-  std::shared_ptr<SettingWatches> watches_;  // shared with its thread; null: no change is heard
+  // Shared with its thread; null: no change is heard.
+  std::shared_ptr<SettingWatches> watches_;
 };
 
 }  // namespace tvset
