@@ -15,6 +15,10 @@ class InstanceState;
 // A callback of an extension that runs on this thread; frames of one thread form a stack. While it
 // runs, the C interface finds the instance it is about without a look into the registry, and a
 // warning finds its host.
+//
+// Made by RunCallback, and seen by its own thread alone: an extension's own threads have no frame
+// when they call the host. One callback may lead to another, of the same extension or of a second
+// one, when what it calls sends a message in its turn.
 class CallbackFrame {
  public:
   // Both borrowed; `instance` is null for a callback about the extension itself.
@@ -26,7 +30,11 @@ class CallbackFrame {
   CallbackFrame(const CallbackFrame&) = delete;
   CallbackFrame& operator=(const CallbackFrame&) = delete;
 
+  // Null outside callbacks.
   static const CallbackFrame* innermost() { return innermost_; }
+
+  // Whether code of the extension is on this thread's stack, however deep: its library must not be
+  // unloaded then.
   static bool IsRunning(const Extension& extension) {
     const CallbackFrame* frame = innermost_;
     while (frame != nullptr && &frame->extension_ != &extension) frame = frame->outer_;
@@ -34,6 +42,8 @@ class CallbackFrame {
   }
 
   Extension& extension() const { return extension_; }
+  // Null in XW_Initialize and in the shutdown callback. May be dead already: its own callback may
+  // have led to its destruction.
   InstanceState* instance() const { return instance_; }
 
  private:
@@ -45,7 +55,9 @@ class CallbackFrame {
 };
 
 // Runs `callback`, which calls into the extension. Returns the text of an exception that escaped
-// it.
+// it, for the caller to say what it was about: a warning where nobody waits, an exception of the
+// host's own where a page does. Nothing when none escaped. On the extension thread; whoever calls
+// keeps both objects alive.
 template <typename Callback>
 std::optional<std::string> RunCallback(Extension& extension, InstanceState* instance,
                                        Callback&& callback) {

@@ -35,8 +35,8 @@ LoadedExtension Extension::Load(std::shared_ptr<HostContext> context,
 Extension::Extension(std::shared_ptr<HostContext> context, std::filesystem::path path)
     : context_(std::move(context)),
       path_(std::move(path)),
-      library_(LoadLibrary(path_)),
-      handle_(Registry::Process().NewHandle()) {}
+      handle_(Registry::Process().NewHandle()),
+      library_(LoadLibrary(path_)) {}
 
 std::string Extension::Describe() const {
   std::lock_guard<std::mutex> lock(mutex_);

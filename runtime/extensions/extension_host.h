@@ -27,8 +27,9 @@ namespace orvane::extensions {
 class ExtensionHost {
  public:
   explicit ExtensionHost(HostOptions options);
-  ~ExtensionHost();  // shutdown callbacks in reverse order of loading, each before its library is
-                     // unloaded
+  // Shutdown callbacks run in reverse order of loading, each before its library is unloaded. When
+  // it returns, nothing of HostOptions is called any more.
+  ~ExtensionHost();
 
   ExtensionHost(const ExtensionHost&) = delete;
   ExtensionHost& operator=(const ExtensionHost&) = delete;
@@ -42,7 +43,8 @@ class ExtensionHost {
   // wrong; the other lib*.so are loaded now, in order of their names.
   void LoadFolder(const std::filesystem::path& folder);
 
-  // In the order in which they were found. Libraries that failed to load are not in it.
+  // What a page may touch, in the order in which it was found. Libraries that failed to load are
+  // not in it.
   std::vector<CatalogueItem> catalogue() const;
 
   // By name or entry point; loads the library if it waits for that. Null when there is none or it
@@ -50,16 +52,21 @@ class ExtensionHost {
   Extension* Find(const std::string& dotted_name);
 
  private:
+  // Adds what the file names to the catalogue, warns of what is wrong, and appends every library
+  // that it names, so that none of them counts as one without metadata.
   void ReadMetadata(const std::filesystem::path& file,
                     std::vector<std::filesystem::path>* named_libraries);
+  // Throws HostError for a library that is missing or named before, and as Catalogue::Add.
   void AddLazily(CatalogueItem item, const std::vector<std::filesystem::path>& named_libraries);
   // `waiting` is the item that is loaded late, or null; it is removed when that fails.
   bool Load(const std::filesystem::path& library, CatalogueItem* waiting, std::string* error);
+  // Claims the names of an extension that has just been loaded. Throws HostError.
   void Publish(Extension& extension, CatalogueItem* waiting);
 
   std::shared_ptr<HostContext> context_;
   Catalogue catalogue_;
-  std::vector<LoadedExtension> extensions_;  // in order of loading
+  // In order of loading.
+  std::vector<LoadedExtension> extensions_;
 };
 
 }  // namespace orvane::extensions

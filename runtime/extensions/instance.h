@@ -20,6 +20,7 @@ class InstanceState;
 // the destruction of the Instance that called it; the call then ends as if nothing were left to do.
 class Instance {
  public:
+  // For Extension::CreateInstance.
   explicit Instance(std::shared_ptr<InstanceState> state);
 
   // Calls the extension's `destroyed`, the last call that names the instance. When it returns, no
@@ -33,6 +34,7 @@ class Instance {
   // Text for the extension's message handler. Nobody to receive it, or a handler that throws: a
   // warning.
   void PostMessage(const std::string& text);
+  // The same for bytes, zero bytes included; they live for the call.
   void PostBinaryMessage(std::string_view bytes);
 
   // Returns the extension's reply, which may come from any thread, before or after the handler
@@ -48,9 +50,12 @@ class Instance {
   // answer. The instance is still to be destroyed.
   void EndWaits();
 
+  // Any thread. What the extension knows the instance by.
   XW_Instance handle() const;
 
  private:
+  // What every message does first: the thread is checked, then that the instance is alive. Throws
+  // HostError, naming `call`.
   std::shared_ptr<InstanceState> Enter(const char* call) const;
 
   const std::shared_ptr<InstanceState> state_;

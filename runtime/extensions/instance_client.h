@@ -14,6 +14,7 @@ namespace orvane::extensions {
 class InstanceClient {
  public:
   virtual ~InstanceClient() = default;
+  // What the extension gave as a C string, so without a NUL. Not checked: it may be no UTF-8.
   virtual void OnMessage(std::string_view text) = 0;
   virtual void OnBinaryMessage(std::string_view bytes) = 0;
 };

@@ -13,15 +13,20 @@ namespace orvane::extensions {
 // One object of a metadata file that can be used, if the Catalogue takes its names.
 struct MetadataEntry {
   std::string name;
-  std::string library;  // as written: relative to the file's folder, or absolute
+  // As written: relative to the file's folder, or absolute. Neither empty nor with a NUL in it; the
+  // file need not exist.
+  std::string library;
   std::vector<std::string> entry_points;
-  size_t number = 0;  // in its file, from 1
+  // In its file, from 1, counting those that cannot be used.
+  size_t number = 0;
 };
 
-// What a metadata file says, as far as it can be understood.
+// What a metadata file says, as far as it can be understood: an array of objects with "name", "lib"
+// and "entry_points". Members of other names are for others and passed over.
 struct Metadata {
   std::vector<MetadataEntry> entries;
-  // Named by objects that cannot be used. As written.
+  // Named by objects that cannot be used, as written: what the author meant to be loaded late is
+  // not loaded at once because of a slip.
   std::vector<std::string> refused_libraries;
   // For people, without the file's name.
   std::vector<std::string> problems;
@@ -31,7 +36,7 @@ struct Metadata {
 // for want of memory) or unbounded recursion.
 Metadata ParseMetadata(std::string_view json);
 
-// Files of up to 1 MiB. What cannot be read is a problem.
+// Files of up to 1 MiB. What cannot be read, or is longer, is a problem. Any thread.
 Metadata ReadMetadataFile(const std::filesystem::path& file);
 
 }  // namespace orvane::extensions

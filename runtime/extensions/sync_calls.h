@@ -11,7 +11,9 @@
 namespace orvane::extensions {
 
 // The synchronous messages of one instance that wait for their replies. Normally one; more when a
-// handler leads to another message, and then a reply answers the innermost.
+// handler leads to another message, and then a reply answers the innermost: the C interface gives
+// replies no number to go by. Part of an InstanceState; the page's side waits on the extension
+// thread, replies come from any.
 class SyncCalls {
  public:
   // What became of a reply: only a taken one reaches the page.
@@ -26,26 +28,28 @@ class SyncCalls {
     Call(const Call&) = delete;
     Call& operator=(const Call&) = delete;
 
-    // The reply, empty when End came before it; nothing when neither came in time. To be called
-    // once.
+    // The reply, empty when End came before it; nothing when neither came in time, counted from
+    // now. A reply that came before is taken at once. To be called once, after the handler.
     std::optional<std::string> Wait(std::chrono::milliseconds deadline);
 
    private:
     friend class SyncCalls;
     SyncCalls& calls_;
     Call* const outer_;
-    std::optional<std::string> reply_;  // guarded by calls_.mutex_
+    // Guarded by calls_.mutex_.
+    std::optional<std::string> reply_;
   };
 
-  // Any thread. `reply` is copied.
+  // Any thread. `reply` is copied. One that comes while nobody waits is not kept for the next.
   Effect Reply(const char* reply);
 
-  // Any thread. From now on no call waits.
+  // Any thread. Every wait ends, and from now on no call waits. A reply that has come still counts.
   void End();
 
  private:
   std::mutex mutex_;  // guards everything below
   std::condition_variable changed_;
+  // Each knows the one around it.
   Call* innermost_ = nullptr;
   bool ended_ = false;
 };

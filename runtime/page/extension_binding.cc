@@ -65,7 +65,6 @@ void ExtensionBinding::Post(TraceKind kind, std::string_view payload) {
       });
 }
 
-// Returns the function that runs the script; js/main.js calls it with the `extension` object.
 JSValueRef ExtensionBinding::EvaluateScript(const NativeCall& call) {
   JSValueRef exception = nullptr;
   const JSValueRef function =
@@ -83,7 +82,6 @@ JSValueRef ExtensionBinding::PostMessage(const NativeCall& call) {
   return JSValueMakeUndefined(call.context);
 }
 
-// An ArrayBuffer or a view of one goes as bytes.
 bool ExtensionBinding::PostBytes(const NativeCall& call) {
   const JSTypedArrayType type = JSValueGetTypedArrayType(call.context, call[0], nullptr);
   if (type == kJSTypedArrayTypeNone) return false;

@@ -18,11 +18,16 @@ struct OpaqueJSContext;
 
 namespace orvane::page {
 
-// Everything here is borrowed and must outlive the page; everything may be absent.
+// What a page is made with. What is pointed to is borrowed and must outlive the page; everything
+// may be absent.
 struct PageOptions {
-  RuntimeMessages* runtime = nullptr;  // absent: runtime messages throw, every privilege is refused
+  // Absent: runtime messages throw, every privilege is refused.
+  RuntimeMessages* runtime = nullptr;
+  // Absent: what the page writes is dropped.
   ConsoleSink* console = nullptr;
-  ErrorSink* errors = nullptr;  // told of what nothing caught
+  // Told of what nothing caught. Absent: dropped.
+  ErrorSink* errors = nullptr;
+  // Absent: nothing is traced, and messages cost less.
   TraceSink* trace = nullptr;
   // What the page's `widget` object says of the application.
   std::string widget_id, widget_name, widget_version;
@@ -61,7 +66,7 @@ class Page {
   bool RunUntilIdle(std::chrono::milliseconds limit);
 
   // Gives scripts a function under a dotted name; objects on the way to it are made when they are
-  // missing.
+  // missing. It is kept as long as the page.
   void DefineFunction(const std::string& dotted_name, ScriptFunction function);
 
   // The engine's context, a JSGlobalContextRef; lives as long as the page.

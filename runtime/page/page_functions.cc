@@ -43,8 +43,6 @@ JSValueRef PageCore::Extensions(const NativeCall& call) {
   return MakeFromJson(call.context, json);
 }
 
-// (name) -> the native side of the script's `extension` object; null when the library does not
-// load, which the host has warned of.
 JSValueRef PageCore::CreateInstance(const NativeCall& call) {
   extensions::Extension* const extension = runtime_.host().Find(call.Text(0));
   if (extension == nullptr) return JSValueMakeNull(call.context);
@@ -55,7 +53,6 @@ JSValueRef PageCore::CreateInstance(const NativeCall& call) {
   return JSObjectMake(call.context, ExtensionBinding::NativeClass(), binding);
 }
 
-// (function, delay in ms, repeats) -> the timer's number
 JSValueRef PageCore::AddTimer(const NativeCall& call) {
   const ProtectedFunction function = Protect(context_, call.Function(0, "A timer's handler"));
   const bool repeats = JSValueToBoolean(call.context, call[2]);
@@ -71,7 +68,6 @@ JSValueRef PageCore::RemoveTimer(const NativeCall& call) {
   return JSValueMakeUndefined(call.context);
 }
 
-// (level, text)
 JSValueRef PageCore::WriteConsole(const NativeCall& call) {
   if (options_.console != nullptr) {
     options_.console->OnConsole(static_cast<ConsoleLevel>(std::clamp(call.Int(0), 0, 4)),
@@ -80,13 +76,11 @@ JSValueRef PageCore::WriteConsole(const NativeCall& call) {
   return JSValueMakeUndefined(call.context);
 }
 
-// (what was thrown)
 JSValueRef PageCore::ReportError(const NativeCall& call) {
   Report(DescribeError(call.context, call[0], {}));
   return JSValueMakeUndefined(call.context);
 }
 
-// (the promise, what it was rejected with)
 JSValueRef PageCore::ReportRejection(const NativeCall& call) {
   ScriptError error = DescribeError(call.context, call[1], {});
   error.message.insert(0, "Unhandled promise rejection: ");

@@ -13,7 +13,8 @@ namespace orvane::page {
 
 class PageCore;
 
-// Something that a page is to do, such as handing a posted message to its script.
+// Something that a page is to do, such as handing a posted message to its script. It owns what it
+// needs but the page, and may be destroyed undone, on any thread.
 using PageWork = std::function<void(PageCore&)>;
 
 // How other threads reach a page: an extension posts a message from its worker, and the page thread
@@ -21,17 +22,19 @@ using PageWork = std::function<void(PageCore&)>;
 // post, so it may outlive the page; what is posted then is never done.
 class PageWorkQueue {
  public:
-  // Any thread. Work keeps the order in which it was posted.
+  // Any thread. Work keeps the order in which it was posted. Does not wait for the page.
   void Post(PageWork work);
 
-  // The page thread.
+  // The page thread, for both. Takes what is there, the oldest first.
   std::vector<PageWork> TakeAll();
-  void WaitUntil(Clock::TimePoint until);  // returns at once when there is work
+  // Returns at once when there is work, and otherwise when some comes or the time is `until`.
+  void WaitUntil(Clock::TimePoint until);
 
  private:
   std::mutex mutex_;
   std::condition_variable posted_;
-  std::vector<PageWork> waiting_;  // guarded by mutex_
+  // Guarded by mutex_.
+  std::vector<PageWork> waiting_;
 };
 
 }  // namespace orvane::page

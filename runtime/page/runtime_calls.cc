@@ -26,7 +26,6 @@ std::string PageCore::AskRuntime(const NativeCall& call, TraceKind kind, Ask&& a
   return answer;
 }
 
-// (uri, text) -> whether the runtime has done it
 JSValueRef PageCore::SendPlain(const NativeCall& call) {
   const std::string done = AskRuntime(call, TraceKind::kRuntimePlain,
                                       [](auto& runtime, const auto& uri, const auto& text) {
@@ -35,7 +34,6 @@ JSValueRef PageCore::SendPlain(const NativeCall& call) {
   return JSValueMakeBoolean(call.context, done == "true");
 }
 
-// (uri, text) -> the answer text
 JSValueRef PageCore::SendSync(const NativeCall& call) {
   return MakeText(call.context, AskRuntime(call, TraceKind::kRuntimeSync,
                                            [](auto& runtime, const auto& uri, const auto& text) {
@@ -43,7 +41,6 @@ JSValueRef PageCore::SendSync(const NativeCall& call) {
                                            }));
 }
 
-// (uri, text, callback that receives the answer text)
 JSValueRef PageCore::SendAsync(const NativeCall& call) {
   const std::string uri = call.Text(0);
   const std::string text = call.Text(1);

@@ -8,18 +8,23 @@ namespace orvane::page {
 
 // Something that a page's script threw and did not catch.
 struct ScriptError {
-  std::string message;  // as the script would print it: "TypeError: x is not a function"
-  std::string file;     // the page's own script nearest to the error, as given to Page::Evaluate
-  std::string stack;  // one frame per line, innermost first; empty when what was thrown is no Error
-  int line = 0;       // from 1; 0 when the engine does not know
-  int column = 0;     // from 1; 0 when the engine does not know
+  // As the script would print it: "TypeError: x is not a function".
+  std::string message;
+  // The page's own script nearest to the error, as given to Page::Evaluate.
+  std::string file;
+  // One frame per line, innermost first; empty when what was thrown is no Error.
+  std::string stack;
+  // Both from 1; 0 when the engine does not know.
+  int line = 0;
+  int column = 0;
 };
 
 // "file:line:column: message", leaving out what is not known.
 std::string Format(const ScriptError& error);
 
 // Told of each error that nothing caught in a timer, a listener, a callback, a microtask or a
-// promise. Called on the page thread while the page's loop runs; must not run scripts.
+// promise. Borrowed by the pages whose PageOptions name it. Called on the page thread, while a
+// script is evaluated or the page's loop runs; must not run scripts.
 class ErrorSink {
  public:
   virtual ~ErrorSink() = default;

@@ -14,10 +14,12 @@ struct EngineScript;
 
 // A script that is evaluated in many contexts of one group. The engine compiles it once; it also
 // copies and hashes a text that is given to it anew each time, which costs more than a page
-// otherwise does, so it is given once.
+// otherwise does, so it is given once. Owned by the PageRuntime, which keeps the group longer. Page
+// thread only.
 class SharedScript {
  public:
-  // `name` is the script's file in error texts.
+  // `name` is the script's file in error texts. What is wrong with the source comes out in
+  // Evaluate.
   SharedScript(JSContextGroupRef group, const std::string& source, const std::string& name);
   ~SharedScript();
   SharedScript(const SharedScript&) = delete;
@@ -29,8 +31,8 @@ class SharedScript {
  private:
   const JsString source_;
   const JsString name_;
-  EngineScript* script_ =
-      nullptr;  // null: the engine has no such thing, or the source is no script
+  // Null: the engine has no such thing, or the source is no script.
+  EngineScript* script_ = nullptr;
 };
 
 }  // namespace orvane::page

@@ -22,13 +22,14 @@ class UnhandledRejections {
   UnhandledRejections& operator=(const UnhandledRejections&) = delete;
 
   // Has `handler` called with each such promise of the context and the reason, once the script and
-  // its microtasks have ended.
+  // its microtasks have ended. The engine keeps the handler.
   void Watch(JSGlobalContextRef context, JSObjectRef handler);
   // Before the context is released.
   void Unwatch(JSGlobalContextRef context);
 
  private:
   const JSContextGroupRef group_;
+  // Both null until the first context closes.
   JSGlobalContextRef spare_context_ = nullptr;
   ProtectedFunction spare_handler_;
 };
