@@ -6,6 +6,9 @@
 
 namespace common {
 
+// For the macro below, which adds where it stands. `format` is printf's; all texts live for the
+// call. Any thread. What the platform's log does with a line is its own affair, and a failure to
+// write one goes unnoticed: an error path has nobody to tell.
 template <class... Arguments>
 void LogErrorAt(const char* file, const char* function, int line, const char* format,
                 Arguments... arguments) {
@@ -16,6 +19,7 @@ void LogErrorAt(const char* file, const char* function, int line, const char* fo
 }  // namespace common
 
 // FRAMEWORK_LOG_ERROR(file, format, arguments…): an error line of the framework in the platform's
-// log, in the form that all web API modules share.
+// log, in the form that all web API modules share: "file: function(line) > text". `file` is the
+// name without a folder, and a literal, as is the format.
 #define FRAMEWORK_LOG_ERROR(file, ...) \
   ::common::LogErrorAt(file, __func__, __LINE__, "%s: %s(%d) > " __VA_ARGS__)

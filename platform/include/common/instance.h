@@ -19,7 +19,8 @@ class WEBAPI_EXPORT Instance {
   Instance(const Instance&) = delete;
   Instance& operator=(const Instance&) = delete;
 
-  // A message that wants no synchronous answer. The text lives for the call.
+  // A message that wants no synchronous answer. The text lives for the call. The base class drops
+  // it.
   virtual void HandleMessage(const char* message);
 
   // A message whose sender waits: answer with SendSyncReply, once, before it returns. The text
@@ -31,13 +32,15 @@ class WEBAPI_EXPORT Instance {
   static void PostMessage(Instance* instance, const char* message);
 
  protected:
-  // On the extension thread, inside HandleSyncMessage. The text is copied. Without a host, nothing.
+  // On the extension thread, inside HandleSyncMessage, once: the host ignores a second reply. The
+  // text is copied. Without a host, nothing.
   void SendSyncReply(const char* reply);
 
  private:
   friend class Extension;
 
-  XW_Instance handle_ = 0;  // 0: not bound to a host
+  // Set by Extension::OnInstanceCreated. 0: not bound to a host.
+  XW_Instance handle_ = 0;
 };
 
 }  // namespace common

@@ -31,7 +31,7 @@ class WEBAPI_EXPORT ParsedInstance : public Instance {
   // later.
   using Handler = std::function<void(const picojson::value& args, picojson::object& out)>;
 
-  // `version` is the extension's own, for its version query.
+  // `version` is the extension's own, for its version query; nothing here reads it.
   explicit ParsedInstance(std::string version);
   ~ParsedInstance() override;
 
@@ -59,6 +59,7 @@ class WEBAPI_EXPORT ParsedInstance : public Instance {
   void Dispatch(const char* message, picojson::object& out);
 
   std::string version_;
+  // By the name of the command. Not changed after construction.
   std::unordered_map<std::string, Handler> handlers_;
 };
 

@@ -15,7 +15,8 @@ namespace common {
 // others. Any thread. Partner of Extension, whose destruction waits for the task that runs.
 class WEBAPI_EXPORT TaskQueue {
  public:
-  // Lives until the process ends.
+  // The one of the process, made by the first call and destroyed with the process's other static
+  // objects: what is queued then still runs.
   static TaskQueue& GetInstance();
 
   TaskQueue(const TaskQueue&) = delete;
@@ -30,13 +31,15 @@ class WEBAPI_EXPORT TaskQueue {
              const std::function<void(const std::shared_ptr<T>&)>& response,
              const std::function<void()>& finalizer, const std::shared_ptr<T>& data);
 
-  // As Worker's.
+  // As Worker's: returns when the task that runs now is over, finaliser and all; at once when none
+  // does. Not for a task to call.
   void WaitForCurrent();
 
  private:
   TaskQueue();
   ~TaskQueue();
 
+  // Starts its thread with the first task.
   Worker worker_;
 };
 
