@@ -101,10 +101,8 @@ bool ChildProcess::StartAlone(const std::vector<std::string>& arguments) {
   shell.insert(shell.end(), arguments.begin(), arguments.end());
   try {
     ChildProcess starter(shell, {});
-    int status = 0;
-    const bool ended = waitpid(starter.pid_, &status, 0) == starter.pid_;
-    starter.end_ = ProcessEnd{0, WEXITSTATUS(status)};
-    return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    return starter.Wait(std::chrono::seconds(10)) && starter.end_->signal == 0 &&
+           starter.end_->exit_code == 0;
   } catch (const std::system_error&) {
     return false;
   }

@@ -79,9 +79,7 @@ void EventSender::OnLogLine(const tvset::LogLine& line) {
   BeginLocked(Kind::kLog, full ? milliseconds(0) : kLogDelay);
 }
 
-void EventSender::OnRefusal(const tvset::Refusal& refusal) {
-  AddExplanation(refusal.text, refusal.tid);
-}
+void EventSender::OnRefusal(const tvset::Refusal& refusal) { Explain(refusal.text, refusal.tid); }
 
 void EventSender::OnKeyDelivered(const tvset::KeyDelivery& delivery) {
   AddEvent("key", base::ToJson(delivery));
@@ -98,14 +96,10 @@ void EventSender::OnKernelMarker(const tvset::KernelMarker& marker) {
 
 void EventSender::SetContext(std::optional<int64_t> context) { context_ = context; }
 
-void EventSender::Explain(const std::string& text) { AddExplanation(text, gettid()); }
-
-void EventSender::AddExplanation(const std::string& text, pid_t thread) {
+void EventSender::Explain(const std::string& text, pid_t thread) {
   Json data{{"text", text}};
   // Other threads work for no page context in particular.
-  if (thread == extension_thread_ && context_) {
-    data["context"] = *context_;
-  }
+  if (thread == extension_thread_ && context_) data["context"] = *context_;
   AddEvent("explain", data);
 }
 

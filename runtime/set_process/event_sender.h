@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <unistd.h>
+
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -52,8 +54,8 @@ class EventSender final : public tvset::Observer {
   // next may end the process. A screen saver's wait that began afresh is not worth one.
   void SendChangedSnapshot();
 
-  // Why something was refused, for people, to the page context that the calling thread works for.
-  void Explain(const std::string& text);
+  // Why something was refused, for people, to the page context that the thread works for.
+  void Explain(const std::string& text, pid_t thread = gettid());
   // For which page context the calling thread, which is the extension thread, works until it is
   // told otherwise; empty: for none.
   void SetContext(std::optional<int64_t> context);
@@ -100,7 +102,6 @@ class EventSender final : public tvset::Observer {
   void Send(const Load& load);
   void SendTouched(const Touched& touched);
   void SendSnapshot();
-  void AddExplanation(const std::string& text, pid_t thread);
   void AddEvent(std::string_view name, Json data);
   void BeginLocked(Kind kind, std::chrono::milliseconds delay);  // unless it waits already
 

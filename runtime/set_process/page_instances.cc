@@ -28,13 +28,11 @@ std::string NoExtension(const extensions::ExtensionHost& host, const std::string
 class PageInstances::Connection final : public extensions::InstanceClient {
  public:
   Connection(int64_t context, extensions::Extension& extension, FrameSender& frames)
-      : extension_(extension),
-        frames_(frames),
+      : frames_(frames),
         head_{{"op", "posted"}, {"context", context}, {"extension", extension.name()}} {
     instance_ = extension.CreateInstance(this);
   }
 
-  const extensions::Extension* extension() const { return &extension_; }
   extensions::Instance& instance() { return *instance_; }
 
   void OnMessage(std::string_view text) override { Send(head_, base::WellFormedUtf8(text)); }
@@ -56,7 +54,6 @@ class PageInstances::Connection final : public extensions::InstanceClient {
     }
   }
 
-  extensions::Extension& extension_;
   FrameSender& frames_;
   const Json head_;  // of every frame
   std::unique_ptr<extensions::Instance> instance_;
@@ -97,12 +94,9 @@ PageInstances::Connection& PageInstances::Find(int64_t context, const std::strin
     throw television::RequestError("The page context " + std::to_string(context) +
                                    " is closed. Load the page again.");
   }
-  Connections& connections = contexts_[context];
-  for (const auto& connection : connections) {
-    if (connection->extension() == found) return *connection;
-  }
-  auto made = std::make_unique<Connection>(context, *found, frames_);
-  return *connections.emplace_back(std::move(made));
+  std::unique_ptr<Connection>& connection = contexts_[context][found->name()];
+  if (!connection) connection = std::make_unique<Connection>(context, *found, frames_);
+  return *connection;
 }
 
 }  // namespace orvane::set_process

@@ -7,7 +7,6 @@
 #include <memory>
 #include <string>
 #include <unordered_set>
-#include <vector>
 
 #include "extensions/extension_host.h"
 #include "set_process/frame_sender.h"
@@ -36,7 +35,7 @@ class PageInstances {
 
  private:
   class Connection;
-  using Connections = std::vector<std::unique_ptr<Connection>>;
+  using Connections = std::map<std::string, std::unique_ptr<Connection>>;  // by extension
 
   Connection& Find(int64_t context, const std::string& extension);
 

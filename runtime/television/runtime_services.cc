@@ -115,11 +115,8 @@ RuntimeServices::Outcome RuntimeServices::UnregisterKey(const std::string& text)
 RuntimeServices::Outcome RuntimeServices::RegisterKeyInSpecialMode(const std::string& text) {
   const size_t comma = text.rfind(',');
   const auto mode = comma == std::string::npos ? std::nullopt : ReadInteger(text.substr(comma + 1));
-  if (mode == static_cast<int>(tvset::GrabMode::kTopmost)) {
-    return Grab(text.substr(0, comma), tvset::GrabMode::kTopmost);
-  }
-  if (mode == static_cast<int>(tvset::GrabMode::kRegistered)) {
-    return Grab(text.substr(0, comma), tvset::GrabMode::kRegistered);
+  for (const tvset::GrabMode special : {tvset::GrabMode::kTopmost, tvset::GrabMode::kRegistered}) {
+    if (mode == static_cast<int>(special)) return Grab(text.substr(0, comma), special);
   }
   return {kError,
           Quoted(text) + " is not a key's symbol, a comma and a grab mode, which is 2 or 5"};

@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <fstream>
 #include <utility>
 
@@ -52,16 +50,12 @@ std::vector<std::string> ProfileNames() {
   return names;
 }
 
-// A whole number is written as one, as scripts do.
+// A whole number is written as one, as scripts do. What JSON has no number for stays a text.
 Json NumberJson(const std::string& text) {
-  constexpr double kExact = 9007199254740992;  // from here on a double passes some over
-  char* end = nullptr;
-  const double number = std::strtod(text.c_str(), &end);
-  if (*end != '\0' || !std::isfinite(number)) return text;  // JSON has no infinities
-  if (std::trunc(number) == number && std::abs(number) <= kExact) {
-    return static_cast<int64_t>(number);
-  }
-  return number;
+  const Json number = Json::parse(text, nullptr, /*allow_exceptions=*/false);
+  int64_t whole = 0;
+  if (base::fields::ReadInteger(number, &whole)) return whole;
+  return number.is_number() ? number : Json(text);
 }
 
 }  // namespace

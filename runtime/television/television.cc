@@ -18,20 +18,20 @@ namespace {
 
 constexpr char kOwnExtension[] = "dravelt.orvane";
 
-}  // namespace
-
-Television::RunningSet::RunningSet(const TelevisionOptions& options, bool goes_on) {
+// Runs for as long as anyone has it.
+std::shared_ptr<tvset::Set> RunSet(const TelevisionOptions& options, bool goes_on) {
   tvset::Set::Start({options.state_folder, options.profile, goes_on});
+  return {&tvset::Set::Current(), [](tvset::Set*) { tvset::Set::Stop(); }};
 }
 
-Television::RunningSet::~RunningSet() { tvset::Set::Stop(); }
+}  // namespace
 
 Television::Television(TelevisionOptions options, ShippedParts shipped, const Json& snapshot,
                        TelevisionListener& listener)
     : options_(std::move(options)),
       shipped_(std::move(shipped)),
       listener_(listener),
-      running_set_(options_, !snapshot.is_null()),
+      set_(RunSet(options_, !snapshot.is_null())),
       clock_(ShiftedClock::Create()),
       state_(set(), app_id()),
       services_(set(), app_id(),
@@ -62,9 +62,7 @@ void Television::Restore(const Json& snapshot) {
   }
 }
 
-Json Television::TakeSnapshot() const {
-  return television::TakeSnapshot(tvset::Set::Current(), state_, *clock_);
-}
+Json Television::TakeSnapshot() const { return television::TakeSnapshot(*set_, state_, *clock_); }
 
 // The given ones come first, so that a library that is being worked on takes the place of the
 // project's own.

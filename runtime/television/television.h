@@ -76,7 +76,7 @@ class Television {
 
   // The parts. References stay valid as long as this object lives, but for host(), which is there
   // while extensions are.
-  tvset::Set& set() { return tvset::Set::Current(); }
+  tvset::Set& set() { return *set_; }
   extensions::ExtensionHost& host() { return *host_; }
   RuntimeServices& services() { return services_; }
   ShiftedClock& clock() { return *clock_; }
@@ -101,14 +101,6 @@ class Television {
   Json Scripts();
 
  private:
-  // Starts the set, and stops it after everything that uses it.
-  struct RunningSet {
-    RunningSet(const TelevisionOptions& options, bool goes_on);
-    ~RunningSet();
-    RunningSet(const RunningSet&) = delete;
-    RunningSet& operator=(const RunningSet&) = delete;
-  };
-
   void Restore(const Json& snapshot);
   void Load(const std::filesystem::path& file_or_folder);
   bool Publishes(const std::string& name) const;
@@ -118,7 +110,7 @@ class Television {
   const TelevisionOptions options_;
   const ShippedParts shipped_;
   TelevisionListener& listener_;
-  RunningSet running_set_;
+  const std::shared_ptr<tvset::Set> set_;  // stops it
   const std::shared_ptr<ShiftedClock> clock_;
   const SetState state_;
   std::vector<std::string> warnings_;
