@@ -33,6 +33,9 @@ Json ParseJson(std::string_view text, int max_depth = kMaxJsonDepth);
 
 // One line, without blanks. Bytes that belong to no character become U+FFFD.
 std::string JsonText(const Json& json);
+// The same, behind what `text` has.
+void AppendJson(const Json& json, std::string* text);
+void AppendJsonString(std::string_view value, std::string* text);
 
 // The beginning of the value's text, short enough for a message to people.
 std::string Excerpt(const Json& json);

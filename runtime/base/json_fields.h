@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
@@ -27,9 +28,10 @@
 //     map.Optional("hits", fault.hits);            // may be left out, or null
 //   }
 //
-// and is read with FromJson<Fault>(json, "the fault") and written with ToJson(fault). Fields are
-// texts, paths, flags, numbers, Json itself, enumerations with names, structs, and vectors, pairs,
-// std::map by text and std::optional of these. An enumeration names its values:
+// and is read with FromJson<Fault>(json, "the fault") and written with TextOf(fault), or ToJson
+// where more is made of it. Fields are texts, paths, flags, numbers, Json itself, enumerations with
+// names, structs, and vectors, pairs, std::map by text and std::optional of these. An enumeration
+// names its values:
 //
 //   constexpr base::EnumName<Mode> kModeNames[] = {{Mode::kOnce, "once"}, {Mode::kAlways,
 //   "always"}}; constexpr auto& EnumNames(Mode) { return kModeNames; }
@@ -53,6 +55,9 @@ enum class Unknown { kPass, kRefuse };  // what becomes of fields that the struc
 
 template <class T>
 T FromJson(const Json& json, std::string_view owner, Unknown unknown = Unknown::kPass);
+// The JSON's text, made without a tree; bytes that belong to no character become U+FFFD.
+template <class T>
+std::string TextOf(const T& value);
 template <class T>
 Json ToJson(const T& value);
 
@@ -195,11 +200,17 @@ class Names {
   std::vector<std::string_view> names_;
 };
 
+template <class T>
+void Append(const T& value, std::string* text);
+
 class Writer {
  public:
+  explicit Writer(std::string* text) : text_(text) {}  // which ends in "{"
+
   template <class T, class... Bound>
   void operator()(const char* name, const T& value, Bound...) {
-    json_[name] = ToJson(value);
+    text_->append(text_->back() == '{' ? "\"" : ",\"").append(name).append("\":");
+    Append(value, text_);
   }
   // One that has its empty value is left out where that is std::nullopt.
   template <class T, class... Bound>
@@ -209,11 +220,61 @@ class Writer {
     }
     (*this)(name, value);
   }
-  Json Take() { return std::move(json_); }
 
  private:
-  Json json_ = Json::object();
+  std::string* const text_;
 };
+
+// Appends "[…]" or "{…}" with what `append_one` makes of each element.
+template <class T, class Each>
+void AppendEach(const T& elements, const char* brackets, std::string* text, Each append_one) {
+  text->push_back(brackets[0]);
+  for (const auto& element : elements) {
+    if (text->back() != brackets[0]) text->push_back(',');
+    append_one(element);
+  }
+  text->push_back(brackets[1]);
+}
+
+template <class T>
+void Append(const T& value, std::string* text) {
+  if constexpr (std::is_same_v<T, Json>) {
+    AppendJson(value, text);
+  } else if constexpr (std::is_same_v<T, bool>) {
+    text->append(value ? "true" : "false");
+  } else if constexpr (std::is_integral_v<T>) {
+    text->append(std::to_string(value));
+  } else if constexpr (std::is_floating_point_v<T>) {
+    AppendJson(value, text);
+  } else if constexpr (std::is_enum_v<T>) {
+    const auto& names = EnumNames(value);
+    const auto found = std::find_if(std::begin(names), std::end(names),
+                                    [&](const auto& known) { return known.value == value; });
+    found == std::end(names) ? void(text->append("null")) : AppendJsonString(found->name, text);
+  } else if constexpr (std::is_same_v<T, std::filesystem::path>) {
+    AppendJsonString(value.native(), text);
+  } else if constexpr (std::is_convertible_v<T, std::string_view>) {
+    AppendJsonString(value, text);
+  } else if constexpr (kIsA<T, std::vector>) {
+    AppendEach(value, "[]", text, [text](const auto& element) { Append(element, text); });
+  } else if constexpr (kIsA<T, std::pair>) {
+    Append(value.first, &(*text += '['));
+    Append(value.second, &(*text += ','));
+    text->push_back(']');
+  } else if constexpr (kIsA<T, std::map>) {
+    AppendEach(value, "{}", text, [text](const auto& member) {
+      AppendJsonString(member.first, text);
+      Append(member.second, &(*text += ':'));
+    });
+  } else if constexpr (kIsA<T, std::optional>) {
+    value ? Append(*value, text) : void(text->append("null"));
+  } else {
+    Writer writer(&(*text += '{'));
+    // Writing reads the fields alone.
+    MapFields(writer, const_cast<T&>(value));  // NOLINT(cppcoreguidelines-pro-type-const-cast)
+    text->push_back('}');
+  }
+}
 
 }  // namespace fields
 
@@ -233,35 +294,27 @@ T FromJson(const Json& json, std::string_view owner, Unknown unknown) {
 }
 
 template <class T>
+std::string TextOf(const T& value) {
+  std::string text;
+  fields::Append(value, &text);
+  return text;
+}
+
+// A record and its number in a stream.
+template <class T>
+struct Numbered {
+  T record;
+  int64_t seq = 0;
+};
+template <class Map, class T>
+void MapFields(Map& map, Numbered<T>& numbered) {
+  MapFields(map, numbered.record);
+  map("seq", numbered.seq);
+}
+
+template <class T>
 Json ToJson(const T& value) {
-  if constexpr (std::is_enum_v<T>) {
-    for (const auto& [known, name] : EnumNames(value)) {
-      if (known == value) return std::string(name);
-    }
-    return nullptr;
-  } else if constexpr (fields::kIsA<T, std::vector>) {
-    Json array = Json::array();
-    for (const auto& element : value) array.push_back(ToJson(element));
-    return array;
-  } else if constexpr (fields::kIsA<T, std::pair>) {
-    return Json::array({ToJson(value.first), ToJson(value.second)});
-  } else if constexpr (fields::kIsA<T, std::map>) {
-    Json object = Json::object();
-    for (const auto& [name, member] : value) object[name] = ToJson(member);
-    return object;
-  } else if constexpr (std::is_same_v<T, std::filesystem::path>) {
-    return value.string();
-  } else if constexpr (fields::kIsA<T, std::optional>) {
-    return value ? ToJson(*value) : Json();
-  } else if constexpr (!std::is_class_v<T> || std::is_same_v<T, Json> ||
-                       std::is_same_v<T, std::string> || std::is_same_v<T, std::string_view>) {
-    return value;
-  } else {
-    fields::Writer writer;
-    // Writing reads the fields alone.
-    MapFields(writer, const_cast<T&>(value));  // NOLINT(cppcoreguidelines-pro-type-const-cast)
-    return writer.Take();
-  }
+  return Json::parse(TextOf(value));
 }
 
 }  // namespace orvane::base

@@ -70,9 +70,8 @@ void EventSender::OnLogLine(const tvset::LogLine& line) {
   const size_t before = batch.lines.size();
   ++batch.count;
   batch.last = ++last_log_line_;
-  Json json = base::ToJson(line);
-  json["seq"] = batch.last;
-  batch.lines.append(base::JsonText(json)).push_back('\n');
+  batch.lines.append(base::TextOf(base::Numbered<tvset::LogLine>{line, batch.last}));
+  batch.lines.push_back('\n');
   log_bytes_ += batch.lines.size() - before;
   const bool full = batch.count == kBatchLines && log_.size() == 1;
   if (full) due_.erase(Kind::kLog);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/frame.h"
+#include "base/json_fields.h"
 #include "base/utf8.h"
 
 namespace orvane::set_process {
@@ -14,12 +15,43 @@ namespace {
 constexpr size_t kKeptBytes = size_t{256} << 10;
 constexpr size_t kMostTold = 4096;  // bytes of a message's text
 
-Json AnswerHead(int64_t id) { return {{"op", "answer"}, {"id", id}}; }
+struct AnswerHead {
+  int64_t id;
+  std::optional<int64_t> microseconds;
+  std::optional<Json> result;
+  std::optional<Json> error;
+};
+template <class Map>
+void MapFields(Map& map, AnswerHead& head) {
+  map("op", "answer");
+  map("id", head.id);
+  map.Optional("us", head.microseconds);
+  map.Optional("result", head.result);
+  map.Optional("error", head.error);
+}
+
+struct HandlingHead {
+  int64_t id;
+  std::string_view what;
+  int64_t context;
+  std::string_view name;
+};
+template <class Map>
+void MapFields(Map& map, HandlingHead& head) {
+  map("op", "handling");
+  map("id", head.id);
+  map("what", head.what);
+  map("context", head.context);
+  map("name", head.name);
+}
 
 }  // namespace
 
 void FrameSender::Send(const Json& head, std::string_view body) {
-  const std::string text = base::JsonText(head);
+  SendText(base::JsonText(head), body);
+}
+
+void FrameSender::SendText(std::string_view text, std::string_view body) {
   const std::lock_guard<std::mutex> lock(mutex_);
   if (is_gone_) return;
   frame_.clear();
@@ -29,21 +61,17 @@ void FrameSender::Send(const Json& head, std::string_view body) {
 }
 
 void FrameSender::Answer(int64_t id, Json result) {
-  Json head = AnswerHead(id);
-  head["result"] = std::move(result);
-  Send(head);
+  SendText(base::TextOf(AnswerHead{id, {}, std::move(result), {}}));
 }
 
 void FrameSender::AnswerText(int64_t id, std::string_view text, int64_t microseconds) {
-  Json head = AnswerHead(id);
-  if (microseconds >= 0) head["us"] = microseconds;
-  Send(head, base::WellFormedUtf8(text));
+  AnswerHead head{id, {}, {}, {}};
+  if (microseconds >= 0) head.microseconds = microseconds;
+  SendText(base::TextOf(head), base::WellFormedUtf8(text));
 }
 
 void FrameSender::AnswerError(int64_t id, std::string_view error) {
-  Json head = AnswerHead(id);
-  head["error"] = {{"message", error}};
-  Send(head);
+  SendText(base::TextOf(AnswerHead{id, {}, {}, Json{{"message", error}}}));
 }
 
 void FrameSender::Event(std::string_view name, Json data) {
@@ -52,8 +80,8 @@ void FrameSender::Event(std::string_view name, Json data) {
 
 void FrameSender::Handling(int64_t id, std::string_view what, int64_t context,
                            std::string_view name, std::string_view text) {
-  Send({{"op", "handling"}, {"id", id}, {"what", what}, {"context", context}, {"name", name}},
-       base::WellFormedUtf8(text.substr(0, kMostTold)));
+  SendText(base::TextOf(HandlingHead{id, what, context, name}),
+           base::WellFormedUtf8(text.substr(0, kMostTold)));
 }
 
 void FrameSender::Handled() { Send({{"op", "handled"}}); }

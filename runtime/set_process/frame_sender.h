@@ -40,6 +40,8 @@ class FrameSender {
   void Handled();
 
  private:
+  void SendText(std::string_view head, std::string_view body = {});
+
   const int socket_;
   std::mutex mutex_;
   std::string frame_;     // guarded by mutex_; kept for its memory

@@ -29,8 +29,8 @@ void ProcessHistory::BeginRun() {
   is_busy_ = false;
 }
 
-void ProcessHistory::BeginMessage(const base::Frame& handling) {
-  head_ = handling.head;
+void ProcessHistory::BeginMessage(base::Frame handling) {
+  head_ = std::move(handling.head);
   text_ = handling.body;
   is_busy_ = true;
   last_begin_ = std::chrono::steady_clock::now();

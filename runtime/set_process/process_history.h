@@ -20,7 +20,7 @@ class ProcessHistory {
 
   void BeginRun();
   // The process's frames "handling", and "handled" for a message that gets no answer.
-  void BeginMessage(const base::Frame& handling);
+  void BeginMessage(base::Frame handling);
   void EndMessage() { is_busy_ = false; }
   // The request has its answer.
   void EndRequest(uint64_t id);

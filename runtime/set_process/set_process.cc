@@ -73,7 +73,7 @@ void SetProcess::StartProcess() {
   child_ = std::make_shared<SpawnedProcess>(
       loop_, options_.command,
       SpawnedProcess::Receiver{
-          [this](const base::Frame& frame) { OnFrame(frame); },
+          [this](base::Frame frame) { OnFrame(std::move(frame)); },
           [this](const base::ProcessEnd& end, const std::string& output) { OnEnd(end, output); }});
   child_->Listen();
   const Json head{
@@ -126,9 +126,9 @@ size_t SetProcess::queued_bytes() const {
   return held_.size() + (child_ ? child_->queued_bytes() : 0);
 }
 
-void SetProcess::OnFrame(const base::Frame& frame) {
+void SetProcess::OnFrame(base::Frame frame) {
   const std::string operation = frame.head.value("op", "");
-  if (operation == "handling") return history_.BeginMessage(frame);
+  if (operation == "handling") return history_.BeginMessage(std::move(frame));
   if (operation == "answer") return OnAnswer(frame);
   if (operation == "posted") {
     return listener_.OnPosted({frame.head.value("context", int64_t{0}),

@@ -116,7 +116,7 @@ void SpawnedProcess::TakeFrames() {
       return EndWithin(kEndGrace);  // an extension has written into the socket
     }
     if (!frame) return ReadFrames();
-    receiver_.on_frame(*frame);
+    receiver_.on_frame(std::move(*frame));
   }
 }
 

@@ -27,7 +27,7 @@ namespace orvane::set_process {
 class SpawnedProcess : public std::enable_shared_from_this<SpawnedProcess> {
  public:
   struct Receiver {
-    std::function<void(const base::Frame& frame)> on_frame;
+    std::function<void(base::Frame frame)> on_frame;
     // Once, when the process is gone, after its last frame; `output` is the end of what it wrote.
     std::function<void(const base::ProcessEnd& end, const std::string& output)> on_end;
   };

@@ -99,7 +99,7 @@ TEST_F(SimulatorTest, TracesACallAsOneRecordWithItsAnswer) {
   Sync(OpenPage(), Message(1, "echo"));
   EXPECT_THAT(Call("trace.list"),
               AllOf(HasSubstr(R"("direction":"fromPage","kind":"nativeSync",)"),
-                    HasSubstr(R"("payload":"{\"cmd\":\"echo\"}","peer":"test.ext",)"
+                    HasSubstr(R"("peer":"test.ext","payload":"{\"cmd\":\"echo\"}",)"
                               R"("reply":"{\"cmd\":\"echo\"}")"),
                     HasSubstr(R"("us":7)"), HasSubstr(R"("next":1)")));
 }
@@ -111,14 +111,15 @@ TEST_F(SimulatorTest, TracesWhatTheLibraryPosts) {
   page.client.ReceiveText();
   EXPECT_THAT(
       Call("trace.list"),
-      HasSubstr(R"("direction":"toPage","kind":"nativePost","payload":"1","peer":"test.ext")"));
+      HasSubstr(R"("direction":"toPage","kind":"nativePost","peer":"test.ext","payload":"1")"));
 }
 
 TEST_F(SimulatorTest, ExportsASession) {
   Start();
   Sync(OpenPage(), Message(1, "echo"));
-  EXPECT_THAT(Call("trace.export"), AllOf(HasSubstr(R"("created":"20)"), HasSubstr(R"("orvane":1)"),
-                                          HasSubstr(R"("records":[{"context":1)")));
+  EXPECT_THAT(Call("trace.export"),
+              AllOf(HasSubstr(R"("created":"20)"), HasSubstr(R"("orvane":1)"),
+                    HasSubstr(R"("records":[{"time_ns":)"), HasSubstr(R"("context":1)")));
 }
 
 TEST_F(SimulatorTest, KeepsTheConsoleAndTheExplanations) {

@@ -304,7 +304,7 @@ void PageMessages::Finish(const set_process::Answer& answer, int64_t id, const R
     reply(std::move(told));
     record.reply = has_result ? *result : Json(std::string(answer.body));
   }
-  journal_.AddTrace(record);
+  journal_.AddTrace(std::move(record));
 }
 
 void PageMessages::DeliverPosted(const set_process::Posted& posted) {

@@ -9,8 +9,8 @@
 
 namespace orvane::server {
 
-void Journal::AddTrace(const TraceRecord& record) {
-  events_.PublishItem("trace", trace_.Add(base::ToJson(record)));
+void Journal::AddTrace(TraceRecord record) {
+  events_.PublishItem("trace", trace_.Add(std::move(record)));
 }
 
 void Journal::AddLog(std::string_view lines) {

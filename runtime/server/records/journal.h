@@ -44,7 +44,7 @@ class Journal {
  public:
   explicit Journal(EventBroadcast& events) : events_(events) {}  // borrowed
 
-  void AddTrace(const TraceRecord& record);
+  void AddTrace(TraceRecord record);
   void AddLog(std::string_view lines);  // each numbered, and with a line's end after it
   void AddConsole(Json entry);          // {"level","text",…}; the time is added
   void AddExplanation(Json entry);      // {"text",…}; the time is added

@@ -7,8 +7,9 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <utility>
 
-#include "base/json.h"
+#include "base/json_fields.h"
 
 namespace orvane::server {
 
@@ -31,6 +32,11 @@ class RecordRing {
       : max_records_(max_records), max_bytes_(max_bytes) {}
 
   // Numbers an object. Returns its text, valid until the next call of a member that is not const.
+  template <class T>
+  const std::string& Add(T record) {
+    const base::Numbered<T> numbered{std::move(record), last_seq_ + 1};
+    return AddNumbered(base::TextOf(numbered));
+  }
   const std::string& Add(Json object);
   // The same for the text of an object that has its number: one above that of the one before it.
   const std::string& AddNumbered(std::string_view object);
