@@ -73,9 +73,7 @@ std::vector<tvset::RemoteKey> ReadDeviceKeys() {
 
 television::ShippedParts FindShippedParts() { return {FindExtension(), ReadDeviceKeys()}; }
 
-std::vector<std::string> SetProcessCommand() {
-  return {OwnFile().string(), "set-process", "--fd", "3"};
-}
+std::vector<std::string> SetProcessCommand() { return {OwnFile().string(), "set-process"}; }
 
 fs::path FindTour() {
   std::error_code error;

@@ -4,6 +4,7 @@
 
 #include <sys/prctl.h>
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -112,8 +113,8 @@ void MapFields(Map& map, Start& head) {
 
 class Dispatcher {
  public:
-  Dispatcher(FrameSender& frames, const ShippedParts& shipped)
-      : frames_(frames), shipped_(shipped) {}
+  Dispatcher(FrameSender& frames, MessageInHand& in_hand, const ShippedParts& shipped)
+      : frames_(frames), in_hand_(in_hand), shipped_(shipped) {}
 
   // False: the server wants the process to end.
   bool Handle(const base::Frame& frame);
@@ -147,12 +148,13 @@ class Dispatcher {
   void Close(const Request& request);
   void CallControl(const Request& request);
 
-  // Tells the server what is handled from now on.
-  void Tell(const Request& request, std::string_view what, std::string_view name,
-            std::string_view text);
+  // Before what a request wants is done.
+  void Begin(const Request& request, std::string_view what, std::string_view name,
+             std::string_view text);
   ServedTelevision& television();
 
   FrameSender& frames_;
+  MessageInHand& in_hand_;
   const ShippedParts& shipped_;
   std::unique_ptr<ServedTelevision> television_;
 };
@@ -180,13 +182,14 @@ void Dispatcher::HandleRequest(const std::string& op, const base::Frame& frame) 
   Request request{frame.head, frame.body, {}};
   try {
     request.numbers = request.Read<Numbers>();
-    for (const Row& row : kRows) {
-      if (row.op == op) return (this->*row.handle)(request);
-    }
-    throw RequestError("There is no request \"" + op + "\".");
+    const auto row = std::find_if(std::begin(kRows), std::end(kRows),
+                                  [&](const Row& known) { return known.op == op; });
+    if (row == std::end(kRows)) throw RequestError("There is no request \"" + op + "\".");
+    (this->*row->handle)(request);
   } catch (const std::exception& error) {
     frames_.AnswerError(request.numbers.id, ErrorText(error.what()));
   }
+  in_hand_.End();
 }
 
 void Dispatcher::StartSet(const base::Frame& frame) {
@@ -195,7 +198,7 @@ void Dispatcher::StartSet(const base::Frame& frame) {
     const auto head = base::FromJson<Start>(frame.head, "the frame");
     const Json snapshot = frame.body.empty() ? Json() : base::ParseJson(frame.body);
     television_ = std::make_unique<ServedTelevision>(head.options, shipped_, snapshot,
-                                                     head.last_log_line, frames_);
+                                                     head.last_log_line, frames_, in_hand_);
     frames_.Send(television_->Started());
   } catch (const std::exception& error) {
     frames_.Send({{"op", "failed"}, {"error", {{"message", error.what()}}}});
@@ -207,25 +210,25 @@ ServedTelevision& Dispatcher::television() {
   return *television_;
 }
 
-void Dispatcher::Tell(const Request& request, std::string_view what, std::string_view name,
-                      std::string_view text) {
+void Dispatcher::Begin(const Request& request, std::string_view what, std::string_view name,
+                       std::string_view text) {
   // What the runtime answers itself cannot end the process.
   ServedTelevision& set = television();  // has to be there
   if (what != "runtime") set.events().SendChangedSnapshot();
   set.events().SetContext(request.numbers.context);
-  frames_.Handling(request.numbers.id, what, request.numbers.context.value_or(0), name, text);
+  in_hand_.Begin(what, request.numbers.context.value_or(0), name, text);
 }
 
 void Dispatcher::Create(const Request& request) {
   const auto head = request.Read<ToExtension>();
-  Tell(request, "create", head.extension, "");
+  Begin(request, "create", head.extension, "");
   television().contexts().Create(head.context, head.extension);
   frames_.Answer(request.numbers.id, {});
 }
 
 void Dispatcher::Sync(const Request& request) {
   const auto head = request.Read<ToExtension>();
-  Tell(request, "sync", head.extension, request.body);
+  Begin(request, "sync", head.extension, request.body);
   const auto begin = std::chrono::steady_clock::now();
   const std::string reply =
       television().contexts().SendSync(head.context, head.extension, std::string(request.body));
@@ -237,20 +240,19 @@ void Dispatcher::Sync(const Request& request) {
 void Dispatcher::Post(const Request& request) {
   const auto head = request.Read<ToExtension>();
   const std::string body(request.body);
-  Tell(request, "post", head.extension, head.is_binary ? "" : body);
+  Begin(request, "post", head.extension, head.is_binary ? "" : body);
   if (head.is_binary) {
     television().contexts().PostBinary(head.context, head.extension, body);
   } else {
     television().contexts().Post(head.context, head.extension, body);
   }
-  frames_.Handled();
 }
 
 void Dispatcher::Runtime(const Request& request) {
   const auto head = request.Read<ToRuntime>();
   const std::string text(request.body);
   const int64_t id = request.numbers.id;
-  Tell(request, "runtime", head.uri, text);
+  Begin(request, "runtime", head.uri, text);
   television::RuntimeServices& services = television().services();
   switch (head.way) {
     case Way::kPlain:
@@ -266,7 +268,7 @@ void Dispatcher::Runtime(const Request& request) {
 void Dispatcher::Widget(const Request& request) {
   const auto call = request.Read<ToWidget>().call;
   const std::string name = request.head["call"];
-  Tell(request, "runtime", "widget." + name, request.body);
+  Begin(request, "runtime", "widget." + name, request.body);
   const auto numbers = [&] {
     std::vector<int> arguments;
     base::fields::Read(base::ParseJson(request.body), "the arguments of widget." + name, arguments);
@@ -281,20 +283,20 @@ void Dispatcher::Widget(const Request& request) {
 
 void Dispatcher::Privilege(const Request& request) {
   const std::string privilege = request.Read<AskPrivilege>().privilege;
-  Tell(request, "runtime", "privilege", privilege);
+  Begin(request, "runtime", "privilege", privilege);
   frames_.Answer(request.numbers.id, television().services().HasPrivilege(privilege));
 }
 
 void Dispatcher::Close(const Request& request) {
-  Tell(request, "close", "", "");
+  Begin(request, "close", "", "");
   television().contexts().Close(request.numbers.context.value_or(0));
   frames_.Answer(request.numbers.id, {});
 }
 
 void Dispatcher::CallControl(const Request& request) {
   const auto head = request.Read<ToControl>();
-  Tell(request, "control", head.method,
-       head.parameters.is_null() ? "" : base::JsonText(head.parameters));
+  Begin(request, "control", head.method,
+        head.parameters.is_null() ? "" : base::JsonText(head.parameters));
   television().control().Call(
       head.method, head.parameters,
       [this, id = request.numbers.id](const Json& result, const std::string& error) {
@@ -324,11 +326,12 @@ bool ServeOne(int socket, base::FrameReader* reader, Dispatcher& dispatcher, Fra
 
 }  // namespace
 
-int RunSetProcess(int socket, const ShippedParts& shipped, std::chrono::milliseconds grace) {
+int RunSetProcess(int socket, MessageInHand& in_hand, const ShippedParts& shipped,
+                  std::chrono::milliseconds grace) {
   TieToServer();
   FrameSender frames(socket);
   EndWatch end_watch(socket, grace);
-  Dispatcher dispatcher(frames, shipped);
+  Dispatcher dispatcher(frames, in_hand, shipped);
   base::FrameReader reader;
   int exit_code = 0;
   try {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 
+#include "set_process/message_in_hand.h"
 #include "television/television.h"
 
 namespace orvane::set_process {
@@ -13,10 +14,10 @@ namespace orvane::set_process {
 // bytes that are no frames. The calling thread becomes the extension thread.
 //
 // The process holds the set and the extensions apart from the server, so that an extension that
-// ends its process takes no page and no simulator with it. Before a message is handled the server
-// is told which ("handling"); what the process wrote before it died arrives. When the server is
-// gone the process ends within `grace`, whatever its handlers do.
-int RunSetProcess(int socket, const television::ShippedParts& shipped,
+// ends its process takes no page and no simulator with it. Before a message is handled it is
+// noted in `in_hand`; what the process wrote before it died arrives. When the server is gone the
+// process ends within `grace`, whatever its handlers do.
+int RunSetProcess(int socket, MessageInHand& in_hand, const television::ShippedParts& shipped,
                   std::chrono::milliseconds grace);
 
 }  // namespace orvane::set_process

@@ -13,7 +13,6 @@ namespace orvane::set_process {
 namespace {
 
 constexpr size_t kKeptBytes = size_t{256} << 10;
-constexpr size_t kMostTold = 4096;  // bytes of a message's text
 
 struct AnswerHead {
   int64_t id;
@@ -28,21 +27,6 @@ void MapFields(Map& map, AnswerHead& head) {
   map.Optional("us", head.microseconds);
   map.Optional("result", head.result);
   map.Optional("error", head.error);
-}
-
-struct HandlingHead {
-  int64_t id;
-  std::string_view what;
-  int64_t context;
-  std::string_view name;
-};
-template <class Map>
-void MapFields(Map& map, HandlingHead& head) {
-  map("op", "handling");
-  map("id", head.id);
-  map("what", head.what);
-  map("context", head.context);
-  map("name", head.name);
 }
 
 }  // namespace
@@ -77,13 +61,5 @@ void FrameSender::AnswerError(int64_t id, std::string_view error) {
 void FrameSender::Event(std::string_view name, Json data) {
   Send({{"op", "event"}, {"name", name}, {"data", std::move(data)}});
 }
-
-void FrameSender::Handling(int64_t id, std::string_view what, int64_t context,
-                           std::string_view name, std::string_view text) {
-  SendText(base::TextOf(HandlingHead{id, what, context, name}),
-           base::WellFormedUtf8(text.substr(0, kMostTold)));
-}
-
-void FrameSender::Handled() { Send({{"op", "handled"}}); }
 
 }  // namespace orvane::set_process

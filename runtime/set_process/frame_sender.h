@@ -33,12 +33,6 @@ class FrameSender {
 
   void Event(std::string_view name, Json data);
 
-  // What the process does from now on, so that its end can name it: `what` is a request's operation
-  // or "load", `id` is 0 for what gets no answer and then ends with Handled.
-  void Handling(int64_t id, std::string_view what, int64_t context, std::string_view name,
-                std::string_view text);
-  void Handled();
-
  private:
   void SendText(std::string_view head, std::string_view body = {});
 

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "base/json_fields.h"
 #include "base/wall_clock.h"
 
 namespace orvane::set_process {
@@ -24,42 +25,22 @@ std::string CommandOf(const std::string& text) {
 
 }  // namespace
 
-void ProcessHistory::BeginRun() {
-  head_ = nullptr;
-  is_busy_ = false;
-}
+void ProcessHistory::BeginRun() { in_hand_ = std::make_unique<MessageInHand>(); }
 
-void ProcessHistory::BeginMessage(base::Frame handling) {
-  head_ = std::move(handling.head);
-  text_ = handling.body;
-  is_busy_ = true;
-  last_begin_ = std::chrono::steady_clock::now();
-}
-
-void ProcessHistory::EndRequest(uint64_t id) {
-  if (is_busy_ && head_.value("id", uint64_t{0}) == id) is_busy_ = false;
-}
-
-Json ProcessHistory::Message() const {
-  if (!is_busy_) return nullptr;
-  return {{"what", head_.value("what", "")},
-          {"context", head_.value("context", 0)},
-          {"name", head_.value("name", "")},
-          {"text", text_}};
-}
+Json ProcessHistory::Message() const { return is_busy() ? base::ToJson(in_hand_->Last()) : Json(); }
 
 std::string ProcessHistory::MessageWords() const {
-  if (head_.is_null()) return "";
-  const std::string command = CommandOf(text_);
-  const std::string name = head_.value("name", "");
-  const std::string words = head_.value("what", "") + (name.empty() ? "" : " " + name);
+  const auto message = in_hand_->Last();
+  if (!message) return "";
+  const std::string command = CommandOf(message->text);
+  const std::string words = message->what + (message->name.empty() ? "" : " " + message->name);
   return command.empty() ? words : words + " \"" + command + "\"";
 }
 
 std::string ProcessHistory::EndRun(const base::ProcessEnd& end, const std::string& reason,
                                    const std::string& output) {
   std::string words = reason.empty() ? Describe(end) : reason;
-  if (!is_busy_ && !head_.is_null()) {
+  if (!is_busy() && in_hand_->Last()) {
     words += ", with no message in hand; the last one was " + MessageWords();
   }
   if (deaths_.size() == kKept) deaths_.erase(deaths_.begin());
@@ -70,8 +51,9 @@ std::string ProcessHistory::EndRun(const base::ProcessEnd& end, const std::strin
                       {"reason", words},
                       {"handling", Message()},
                       {"stderr", output}}});
-  return "the set process ended" + (is_busy_ ? " while it handled " + MessageWords() : "") + ": " +
-         words;
+  const std::string during = is_busy() ? " while it handled " + MessageWords() : "";
+  in_hand_.reset();
+  return "the set process ended" + during + ": " + words;
 }
 
 Json ProcessHistory::Deaths() const {

@@ -8,8 +8,9 @@ namespace orvane::set_process {
 
 ServedTelevision::ServedTelevision(const television::TelevisionOptions& options,
                                    const television::ShippedParts& shipped, const Json& snapshot,
-                                   int64_t last_log_line, FrameSender& frames)
-    : frames_(frames),
+                                   int64_t last_log_line, FrameSender& frames,
+                                   MessageInHand& in_hand)
+    : in_hand_(in_hand),
       television_(options, shipped, snapshot, *this),
       events_(
           television_.set().events(), television_.state(),
@@ -28,15 +29,11 @@ ServedTelevision::~ServedTelevision() {
 
 Json ServedTelevision::Started() {
   Json scripts = television_.Scripts();
-  frames_.Handled();
+  in_hand_.End();
   return {{"op", "started"},
           {"catalogue", television_.Catalogue()},
           {"scripts", std::move(scripts)},
           {"warnings", television_.warnings()}};
-}
-
-void ServedTelevision::OnLoading(const std::string& name) {
-  frames_.Handling(0, "load", 0, name, "");
 }
 
 }  // namespace orvane::set_process

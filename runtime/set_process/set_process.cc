@@ -56,10 +56,10 @@ void SetProcess::Start() { Spawn(); }
 void SetProcess::Spawn() {
   state_ = State::kStarting;
   spawned_at_ = steady_clock::now();
-  history_.BeginRun();
   kill_reason_.clear();
   why_down_.clear();
   try {
+    history_.BeginRun();
     StartProcess();
   } catch (const std::system_error& error) {
     const std::string why = std::string("the set process cannot be started: ") + error.what();
@@ -71,9 +71,9 @@ void SetProcess::Spawn() {
 
 void SetProcess::StartProcess() {
   child_ = std::make_shared<SpawnedProcess>(
-      loop_, options_.command,
+      loop_, options_.command, history_.memory(),
       SpawnedProcess::Receiver{
-          [this](base::Frame frame) { OnFrame(std::move(frame)); },
+          [this](const base::Frame& frame) { OnFrame(frame); },
           [this](const base::ProcessEnd& end, const std::string& output) { OnEnd(end, output); }});
   child_->Listen();
   const Json head{
@@ -126,9 +126,8 @@ size_t SetProcess::queued_bytes() const {
   return held_.size() + (child_ ? child_->queued_bytes() : 0);
 }
 
-void SetProcess::OnFrame(base::Frame frame) {
+void SetProcess::OnFrame(const base::Frame& frame) {
   const std::string operation = frame.head.value("op", "");
-  if (operation == "handling") return history_.BeginMessage(std::move(frame));
   if (operation == "answer") return OnAnswer(frame);
   if (operation == "posted") {
     return listener_.OnPosted({frame.head.value("context", int64_t{0}),
@@ -136,7 +135,6 @@ void SetProcess::OnFrame(base::Frame frame) {
                                frame.head.value("binary", false)});
   }
   if (operation == "event") return OnEvent(frame);
-  if (operation == "handled") history_.EndMessage();
   if (operation == "snapshot") snapshot_ = frame.body;
   if (operation == "started") OnProcessStarted(frame.head);
   if (operation == "failed") OnProcessFailed(frame.head);
@@ -150,7 +148,6 @@ void SetProcess::OnEvent(const base::Frame& frame) {
 void SetProcess::OnAnswer(const base::Frame& frame) {
   const Answer answer{frame.head, frame.body, ""};
   const auto id = frame.head.value("id", uint64_t{0});
-  history_.EndRequest(id);
   const auto receiver = pending_.Take(id);
   // The answer to a message that wants none: why it was refused.
   if (!receiver && !answer.ok()) Explain(answer.error());

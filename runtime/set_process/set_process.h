@@ -102,7 +102,7 @@ class SetProcess {
   void Spawn();
   void StartProcess();
   void Send(std::string_view frame);
-  void OnFrame(base::Frame frame);
+  void OnFrame(const base::Frame& frame);
   void OnAnswer(const base::Frame& frame);
   void OnEvent(const base::Frame& frame);
   void OnProcessStarted(const Json& started);

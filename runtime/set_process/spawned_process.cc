@@ -23,6 +23,7 @@ using std::chrono::steady_clock;
 namespace {
 
 constexpr int kChildSocket = 3;
+constexpr int kChildMemory = 4;
 constexpr size_t kReadBytes = size_t{64} << 10U;
 constexpr size_t kKeptOutputBytes = size_t{64} << 10U;
 constexpr milliseconds kReapTick{5};
@@ -47,20 +48,28 @@ Ends MakePipe() {
   return Own(ends, result, "pipe2");
 }
 
+std::vector<std::string> WithDescriptors(std::vector<std::string> command) {
+  command.push_back("--fd=" + std::to_string(kChildSocket));
+  command.push_back("--memory=" + std::to_string(kChildMemory));
+  return command;
+}
+
 }  // namespace
 
 SpawnedProcess::SpawnedProcess(asio::io_context& loop, const std::vector<std::string>& command,
-                               Receiver receiver)
-    : SpawnedProcess(loop, command, std::move(receiver), MakeSocketPair(), MakePipe()) {}
+                               int memory, Receiver receiver)
+    : SpawnedProcess(loop, command, memory, std::move(receiver), MakeSocketPair(), MakePipe()) {}
 
 // The process's ends are closed on this side when it has them.
 SpawnedProcess::SpawnedProcess(asio::io_context& loop, const std::vector<std::string>& command,
-                               Receiver receiver, Ends socket, Ends output)
+                               int memory, Receiver receiver, Ends socket, Ends output)
     : receiver_(std::move(receiver)),
       child_(std::make_unique<base::ChildProcess>(
-          command, base::ChildProcess::Descriptors{{output.second.get(), 1},
-                                                   {output.second.get(), 2},
-                                                   {socket.second.get(), kChildSocket}})),
+          WithDescriptors(command),
+          base::ChildProcess::Descriptors{{output.second.get(), 1},
+                                          {output.second.get(), 2},
+                                          {socket.second.get(), kChildSocket},
+                                          {memory, kChildMemory}})),
       socket_(loop, asio::local::stream_protocol(), socket.first.Release()),
       output_(loop, output.first.Release()),
       timer_(loop),
@@ -116,7 +125,7 @@ void SpawnedProcess::TakeFrames() {
       return EndWithin(kEndGrace);  // an extension has written into the socket
     }
     if (!frame) return ReadFrames();
-    receiver_.on_frame(std::move(*frame));
+    receiver_.on_frame(*frame);
   }
 }
 

@@ -27,13 +27,14 @@ namespace orvane::set_process {
 class SpawnedProcess : public std::enable_shared_from_this<SpawnedProcess> {
  public:
   struct Receiver {
-    std::function<void(base::Frame frame)> on_frame;
+    std::function<void(const base::Frame& frame)> on_frame;
     // Once, when the process is gone, after its last frame; `output` is the end of what it wrote.
     std::function<void(const base::ProcessEnd& end, const std::string& output)> on_end;
   };
 
-  // Starts it; its socket is descriptor 3. Throws std::system_error. Borrows the loop.
-  SpawnedProcess(asio::io_context& loop, const std::vector<std::string>& command,
+  // Starts it with two more arguments, the descriptors that it has of its socket and of `memory`.
+  // Throws std::system_error. Borrows the loop; the memory for the call.
+  SpawnedProcess(asio::io_context& loop, const std::vector<std::string>& command, int memory,
                  Receiver receiver);
   // Kills the process if it runs.
   ~SpawnedProcess() = default;
@@ -56,8 +57,8 @@ class SpawnedProcess : public std::enable_shared_from_this<SpawnedProcess> {
   using TimePoint = std::chrono::steady_clock::time_point;
   using Ends = std::pair<base::UniqueFd, base::UniqueFd>;  // this side's, the process's
 
-  SpawnedProcess(asio::io_context& loop, const std::vector<std::string>& command, Receiver receiver,
-                 Ends socket, Ends output);
+  SpawnedProcess(asio::io_context& loop, const std::vector<std::string>& command, int memory,
+                 Receiver receiver, Ends socket, Ends output);
 
   void ReadFrames();
   void TakeFrames();

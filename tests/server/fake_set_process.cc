@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/frame.h"
+#include "set_process/message_in_hand.h"
 
 namespace {
 
@@ -13,6 +14,7 @@ using orvane::Json;
 using orvane::base::Frame;
 
 constexpr int kSocket = 3;
+constexpr int kMemory = 4;
 
 void Send(const Json& head, std::string_view body = "") {
   std::string bytes;
@@ -39,12 +41,8 @@ void SendPosts(const Json& request, int count) {
 // Does what the text's command says: {"cmd":"echo"}, "crash", "hang" or "post", which has a count.
 void HandleMessage(const Frame& frame) {
   const Json& head = frame.head;
-  Send({{"op", "handling"},
-        {"id", head.value("id", 0)},
-        {"what", "sync"},
-        {"context", head["context"]},
-        {"name", head["extension"]}},
-       frame.body);
+  static orvane::set_process::MessageInHand in_hand{orvane::base::UniqueFd(kMemory)};
+  in_hand.Begin("sync", head["context"], head["extension"].get<std::string>(), frame.body);
   const Json message = Json::parse(frame.body, nullptr, false);
   const std::string command = message.is_object() ? message.value("cmd", "") : "";
   if (command == "crash") {
@@ -55,7 +53,7 @@ void HandleMessage(const Frame& frame) {
     while (true) pause();
   }
   if (command == "post") SendPosts(head, message.value("count", 0));
-  if (!head.contains("id")) Send({{"op", "handled"}});
+  in_hand.End();
   Answer(head, Json::object(), frame.body);
 }
 

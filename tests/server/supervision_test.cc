@@ -151,7 +151,7 @@ TEST_F(SupervisionTest, EndsInTimeWhileTheLibraryHangs) {
 TEST_F(SupervisionTest, EndsALibraryThatDoesNotStart) {
   options().deadline = std::chrono::milliseconds(100);
   options().patience = std::chrono::milliseconds(200);
-  options().set_process_command = {"/bin/sleep", "1000"};
+  options().set_process_command = {"/bin/sh", "-c", "exec sleep 1000"};
   RunServer server(options());
   try {
     server.Run();

@@ -8,9 +8,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace orvane::television {
 
@@ -43,11 +45,14 @@ void SetProcessTest::Spawn() {
     throw std::runtime_error("socketpair");
   }
   const std::string number = std::to_string(ends[1]);
+  in_hand_ = std::make_unique<set_process::MessageInHand>();
+  const std::string memory = std::to_string(in_hand_->descriptor());
   pid_ = fork();
   if (pid_ == 0) {
     fcntl(ends[1], F_SETFD, 0);
-    execl(ORVANE_COMMAND, "orvane", "set-process", "--fd", number.c_str(), "--grace", "0.2",
-          nullptr);
+    fcntl(in_hand_->descriptor(), F_SETFD, 0);
+    execl(ORVANE_COMMAND, "orvane", "set-process", "--fd", number.c_str(), "--memory",
+          memory.c_str(), "--grace", "0.2", nullptr);
     _exit(127);
   }
   close(ends[1]);
@@ -176,9 +181,15 @@ Json SetProcessTest::WaitForOp(const std::string& op) {
   return WaitFor([&](const Json& frame) { return OpOf(frame) == op; });
 }
 
-Json SetProcessTest::WaitForHandling() {
-  return WaitFor(
-      [](const Json& frame) { return OpOf(frame) == "handling" && frame.at("what") != "load"; });
+set_process::HandledMessage SetProcessTest::WaitForMessage(const std::string& what) {
+  constexpr std::chrono::milliseconds kTick{1};
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(kMostSeconds);
+  while (std::chrono::steady_clock::now() < end) {
+    const auto message = in_hand_->Last();
+    if (message && message->what == what) return *message;
+    std::this_thread::sleep_for(kTick);
+  }
+  throw std::runtime_error("the process did not begin with a message of " + what);
 }
 
 Json SetProcessTest::WaitForEvent(const std::string& name, const Predicate& of_data) {

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <list>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,7 @@
 
 #include "base/frame.h"
 #include "base/json.h"
+#include "set_process/message_in_hand.h"
 
 namespace orvane::television {
 
@@ -63,7 +65,8 @@ class SetProcessTest : public testing::Test {
   Json WaitFor(const Predicate& predicate);
   Json WaitForOp(const std::string& op);
   Json WaitForAnswer(int64_t id);
-  Json WaitForHandling();  // of a request, as against an extension that is loaded
+  // The last message that the process noted before it handled it, when that is one of `what`.
+  set_process::HandledMessage WaitForMessage(const std::string& what);
   // The event's data.
   Json WaitForEvent(const std::string& name, const Predicate& of_data = nullptr);
   // Texts of the log lines with that tag, until there are so many.
@@ -83,6 +86,7 @@ class SetProcessTest : public testing::Test {
   std::filesystem::path folder_;
   pid_t pid_ = 0;
   int socket_ = -1;
+  std::unique_ptr<set_process::MessageInHand> in_hand_;
   int64_t last_id_ = 0;
   base::FrameReader reader_;
   std::list<Json> kept_;  // received and not asked for yet

@@ -36,7 +36,7 @@ TEST_F(EndTest, EndsWhenTheServerIsGone) {
 TEST_F(EndTest, EndsWhenTheServerIsGoneWhileAHandlerIsBusy) {
   Start();
   Post(7, "hang", kTester);
-  WaitForHandling();
+  WaitForMessage("post");
   const auto closed = steady_clock::now();
   CloseSocket();
   EXPECT_EQ(WaitForExit(), EXIT_FAILURE);
@@ -46,17 +46,17 @@ TEST_F(EndTest, EndsWhenTheServerIsGoneWhileAHandlerIsBusy) {
 TEST_F(EndTest, NamesTheMessageThatEndedIt) {
   Start();
   Post(9, "abort:now", kTester);
-  const Json handling = WaitForHandling();
-  EXPECT_EQ(handling.at("context"), 9);
-  EXPECT_EQ(handling.at("text"), "abort:now");
   EXPECT_EQ(WaitForExit(), 128 + SIGABRT);
+  const auto message = WaitForMessage("post");
+  EXPECT_EQ(message.context, 9);
+  EXPECT_EQ(message.text, "abort:now");
 }
 
 TEST_F(EndTest, CrashesForATestThatAsksForIt) {
   Start();
   SendFrame(
       base::ParseJson(R"({"op":"control","id":1,"method":"debug.crash","params":{"signal":11}})"));
-  EXPECT_EQ(WaitForHandling().at("name"), "debug.crash");
+  EXPECT_EQ(WaitForMessage("control").name, "debug.crash");
   // A sanitizer may answer the signal in its own way, but the process ends.
   EXPECT_NE(WaitForExit(), 0);
 }

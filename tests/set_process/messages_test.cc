@@ -18,18 +18,17 @@ TEST_F(MessagesTest, AnswersASynchronousMessageWithItsTime) {
   EXPECT_GE(answer.at("us").get<double>(), 0);
 }
 
-TEST_F(MessagesTest, TellsEachMessageBeforeItIsHandled) {
+TEST_F(MessagesTest, NotesEachMessageBeforeItIsHandled) {
   Sync(7, "hello", kTester);
-  const Json handling = WaitForHandling();
-  EXPECT_EQ(handling.at("what"), "sync");
-  EXPECT_EQ(handling.at("context"), 7);
-  EXPECT_EQ(handling.at("name"), kTester);
-  EXPECT_EQ(handling.at("text"), "hello");
+  const auto message = WaitForMessage("sync");
+  EXPECT_EQ(message.context, 7);
+  EXPECT_EQ(message.name, kTester);
+  EXPECT_EQ(message.text, "hello");
 }
 
-TEST_F(MessagesTest, TellsTheBeginningOfALongMessageOnly) {
+TEST_F(MessagesTest, NotesTheBeginningOfALongMessageOnly) {
   Sync(7, std::string(100000, 'x'), kTester);
-  EXPECT_EQ(WaitForHandling().at("text"), std::string(4096, 'x'));
+  EXPECT_EQ(WaitForMessage("sync").text, std::string(4096, 'x'));
 }
 
 TEST_F(MessagesTest, PostsWhatTheExtensionAnswersLater) {

@@ -11,12 +11,14 @@ namespace {
 
 struct ChildOptions {
   int socket = -1;
+  int memory = -1;
   double grace_seconds = 3;
 };
 
 ExitCode Serve(const ChildOptions& options) {
-  return static_cast<ExitCode>(set_process::RunSetProcess(options.socket, FindShippedParts(),
-                                                          Milliseconds(options.grace_seconds)));
+  set_process::MessageInHand in_hand{base::UniqueFd(options.memory)};
+  return static_cast<ExitCode>(set_process::RunSetProcess(
+      options.socket, in_hand, FindShippedParts(), Milliseconds(options.grace_seconds)));
 }
 
 }  // namespace
@@ -27,6 +29,10 @@ void AddSetProcessVerb(CLI::App& command, Run& run) {
                                           "Hold the set and the library for orvane run", Serve);
   verb.app.group("");
   verb.app.add_option("--fd", verb.options.socket, "Descriptor of the socket to the server")
+      ->required();
+  verb.app
+      .add_option("--memory", verb.options.memory,
+                  "Descriptor of the memory for the message in hand")
       ->required();
   verb.app.add_option("--grace", verb.options.grace_seconds,
                       "Seconds that a handler may go on for when the server is gone");
