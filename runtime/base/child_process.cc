@@ -17,6 +17,8 @@
 #include <glib.h>
 #include <spawn.h>
 
+#include "posix/unique_fd.h"
+
 namespace orvane::base {
 
 namespace {
@@ -77,9 +79,13 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
                            const Descriptors& descriptors) {
   SpawnSetup setup;
   ResetSignals(&setup.attributes);
-  // Every descriptor of the server is closed by exec; those below stay, under their new numbers.
+  // Every descriptor of the server is closed by exec; those below stay, under their new numbers. A
+  // copy above these is not written over before it has its own.
+  constexpr int kAboveAll = 64;
+  std::vector<UniqueFd> copies;
   for (const auto& [from, to] : descriptors) {
-    posix_spawn_file_actions_adddup2(&setup.actions, from, to);
+    copies.emplace_back(fcntl(from, F_DUPFD_CLOEXEC, kAboveAll));
+    posix_spawn_file_actions_adddup2(&setup.actions, copies.back().get(), to);
   }
   AddStandardStreams(descriptors, &setup.actions);
   std::vector<char*> argv;

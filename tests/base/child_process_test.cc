@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <string>
 #include <system_error>
 
 #include <gtest/gtest.h>
@@ -35,6 +36,27 @@ TEST(ChildProcessTest, GivesItsDescriptors) {
 
   EXPECT_STREQ(text, "hello\n");
   close(ends[0]);
+}
+
+TEST(ChildProcessTest, GivesDescriptorsThatWantEachOthersNumbers) {
+  int one[2];
+  int other[2];
+  ASSERT_EQ(pipe(one), 0);
+  ASSERT_EQ(pipe(other), 0);
+  const std::string command =
+      "echo one >&" + std::to_string(other[1]) + "; echo other >&" + std::to_string(one[1]);
+  ChildProcess child({"/bin/bash", "-c", command}, {{one[1], other[1]}, {other[1], one[1]}});
+  close(one[1]);
+  close(other[1]);
+
+  char text[16] = {};
+  EXPECT_EQ(read(one[0], text, sizeof text), 4);
+  EXPECT_STREQ(text, "one\n");
+  EXPECT_EQ(read(other[0], text, sizeof text), 6);
+
+  EXPECT_STREQ(text, "other\n");
+  close(one[0]);
+  close(other[0]);
 }
 
 TEST(ChildProcessTest, EndsWithItsOwner) {
