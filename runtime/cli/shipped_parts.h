@@ -18,7 +18,7 @@ namespace orvane::cli {
 // Throws CommandError for a file of keys that is damaged.
 television::ShippedParts FindShippedParts();
 
-// The command that starts this one as a set process, whose socket is descriptor 3.
+// The command that starts this one as a set process, but for the descriptors that it is given.
 std::vector<std::string> SetProcessCommand();
 
 // The application that shows what the library does. Empty when it is not there.
