@@ -73,15 +73,11 @@ std::string Text(const Json& from, const char* name) {
   return text.is_string() ? text.get<std::string>() : std::string();
 }
 
-DevToolsPipe::Deadline In(std::chrono::milliseconds limit) {
-  return std::chrono::steady_clock::now() + limit;
-}
-
 }  // namespace
 
 HeadlessBrowser::HeadlessBrowser(const std::string& url, ViewSize size,
                                  std::chrono::milliseconds limit)
-    : profile_("orvane-browser-") {
+    : limit_(limit), profile_("orvane-browser-") {
   constexpr int kBrowserReads = 3;  // by the protocol's rule
   constexpr int kBrowserWrites = 4;
   constexpr int kFirst = 10;  // above these numbers, which would keep it from being closed
@@ -97,8 +93,17 @@ HeadlessBrowser::HeadlessBrowser(const std::string& url, ViewSize size,
     const base::UniqueFd end(fcntl(low.get(), F_DUPFD_CLOEXEC, kFirst));
     process_ = StartBrowser(arguments, {{end.get(), kBrowserReads}, {end.get(), kBrowserWrites}});
   }
-  Attach(size, In(limit));
-  Open(url, In(limit));
+  const Json attached =
+      Call("Target.attachToTarget", {{"targetId", FindPage()}, {"flatten", true}});
+  session_ = Text(attached, "sessionId");
+  Call("Emulation.setDeviceMetricsOverride", {{"width", size.width},
+                                              {"height", size.height},
+                                              {"deviceScaleFactor", 1},
+                                              {"mobile", false}});
+  const std::string error = Text(Call("Page.navigate", {{"url", url}}), "errorText");
+  if (!error.empty()) {
+    throw std::runtime_error("The browser cannot open " + url + ": " + error + ".");
+  }
 }
 
 HeadlessBrowser::~HeadlessBrowser() {
@@ -109,37 +114,27 @@ HeadlessBrowser::~HeadlessBrowser() {
 pid_t HeadlessBrowser::pid() const { return process_->pid(); }
 bool HeadlessBrowser::running() const { return !process_->end(); }
 
+// To the page, once there is a session.
+Json HeadlessBrowser::Call(const std::string& method, const Json& parameters) {
+  return pipe_->Call(method, parameters, session_, std::chrono::steady_clock::now() + limit_);
+}
+
 // The browser's first page may take a moment to be there.
-std::string HeadlessBrowser::FindPage(Deadline deadline) {
+std::string HeadlessBrowser::FindPage() {
   constexpr std::chrono::milliseconds kStep(20);
-  while (true) {
-    const Json targets = pipe_->Call("Target.getTargets", Json::object(), "", deadline);
+  const auto deadline = std::chrono::steady_clock::now() + limit_;
+  while (std::chrono::steady_clock::now() < deadline) {
+    const Json targets = Call("Target.getTargets", Json::object());
     for (const Json& target : targets.value("targetInfos", Json::array())) {
       if (Text(target, "type") == "page") return Text(target, "targetId");
     }
     std::this_thread::sleep_for(kStep);
   }
+  throw std::runtime_error("The browser did not open a page in time.");
 }
 
-void HeadlessBrowser::Attach(ViewSize size, Deadline deadline) {
-  const Json attached = pipe_->Call(
-      "Target.attachToTarget", {{"targetId", FindPage(deadline)}, {"flatten", true}}, "", deadline);
-  session_ = Text(attached, "sessionId");
-  pipe_->Call(
-      "Emulation.setDeviceMetricsOverride",
-      {{"width", size.width}, {"height", size.height}, {"deviceScaleFactor", 1}, {"mobile", false}},
-      session_, deadline);
-}
-
-void HeadlessBrowser::Open(const std::string& url, Deadline deadline) {
-  const std::string error =
-      Text(pipe_->Call("Page.navigate", {{"url", url}}, session_, deadline), "errorText");
-  if (!error.empty())
-    throw std::runtime_error("The browser cannot open " + url + ": " + error + ".");
-}
-
-void HeadlessBrowser::WaitUntilDrawn(std::chrono::milliseconds limit) {
-  static constexpr char kDrawn[] = R"(new Promise((done) => {
+void HeadlessBrowser::WaitUntilDrawn() {
+  Evaluate(R"(new Promise((done) => {
     const draw = () => document.fonts.ready.then(() =>
       requestAnimationFrame(() => requestAnimationFrame(() => done('drawn'))));
     if (document.readyState === 'complete') {
@@ -147,42 +142,33 @@ void HeadlessBrowser::WaitUntilDrawn(std::chrono::milliseconds limit) {
     } else {
       addEventListener('load', draw, { once: true });
     }
-  }))";
-  Evaluate(kDrawn, In(limit));
+  }))");
 }
 
-std::string HeadlessBrowser::Screenshot(std::chrono::milliseconds limit) {
-  return Capture(Json::object(), In(limit));
-}
-
-std::string HeadlessBrowser::ScreenshotOf(const std::string& selector, int width,
-                                          std::chrono::milliseconds limit) {
-  const Deadline deadline = In(limit);
+std::string HeadlessBrowser::ScreenshotOf(const std::string& selector, int width) {
   Json clip = Evaluate("(() => { const found = document.querySelector(" + base::JsonText(selector) +
-                           R"();
+                       R"();
     if (!found) return null;
     const { x, y, width, height } = found.getBoundingClientRect();
     return { x, y, width, height };
-  })())",
-                       deadline);
+  })())");
   const double own_width = clip.is_object() ? clip.value("width", 0.0) : 0.0;
   if (own_width < 1) {
     throw std::runtime_error("The page shows nothing that is called " + selector + ".");
   }
   clip["scale"] = width / own_width;
-  return Capture({{"clip", clip}}, deadline);
+  return Capture({{"clip", clip}});
 }
 
-std::string HeadlessBrowser::Capture(const Json& parameters, Deadline deadline) {
-  return Text(pipe_->Call("Page.captureScreenshot", parameters, session_, deadline), "data");
+std::string HeadlessBrowser::Capture(const Json& parameters) {
+  return Text(Call("Page.captureScreenshot", parameters), "data");
 }
 
 // The expression's value, or its promise's.
-Json HeadlessBrowser::Evaluate(const std::string& expression, Deadline deadline) {
+Json HeadlessBrowser::Evaluate(const std::string& expression) {
   const Json answer =
-      pipe_->Call("Runtime.evaluate",
-                  {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}},
-                  session_, deadline);
+      Call("Runtime.evaluate",
+           {{"expression", expression}, {"awaitPromise", true}, {"returnByValue", true}});
   if (answer.contains("exceptionDetails")) {
     throw std::runtime_error("The page's script failed: " +
                              base::JsonText(answer["exceptionDetails"]));

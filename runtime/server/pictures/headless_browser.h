@@ -27,8 +27,9 @@ struct ViewSize {
 // A browser without a window, on one page, with a profile of its own that goes with it. The
 // program is "chromium" or "chromium-browser" on the PATH, or what $ORVANE_BROWSER names.
 //
-// One thread at a time; every member may block, for as long as it is allowed to. Throws
-// std::runtime_error: there is no browser, it does not start, it is gone, or it takes too long.
+// One thread at a time; every member may block, for as long as `limit` at each thing that it asks
+// of the browser. Throws std::runtime_error, with a sentence for people and the remedy where there
+// is one: there is no browser, it does not start, it is gone, or it takes too long.
 class HeadlessBrowser {
  public:
   HeadlessBrowser(const std::string& url, ViewSize size, std::chrono::milliseconds limit);
@@ -40,22 +41,20 @@ class HeadlessBrowser {
   bool running() const;
 
   // Returns when the page has loaded, its fonts are there and it was drawn.
-  void WaitUntilDrawn(std::chrono::milliseconds limit);
+  void WaitUntilDrawn();
 
   // A PNG, as base64: of what the window shows, or of the element that the CSS selector finds,
   // drawn `width` pixels wide.
-  std::string Screenshot(std::chrono::milliseconds limit);
-  std::string ScreenshotOf(const std::string& selector, int width, std::chrono::milliseconds limit);
+  std::string Screenshot() { return Capture(Json::object()); }
+  std::string ScreenshotOf(const std::string& selector, int width);
 
  private:
-  using Deadline = std::chrono::steady_clock::time_point;
+  Json Call(const std::string& method, const Json& parameters);
+  std::string FindPage();
+  Json Evaluate(const std::string& expression);
+  std::string Capture(const Json& parameters);
 
-  std::string FindPage(Deadline deadline);
-  void Attach(ViewSize size, Deadline deadline);
-  void Open(const std::string& url, Deadline deadline);
-  Json Evaluate(const std::string& expression, Deadline deadline);
-  std::string Capture(const Json& parameters, Deadline deadline);
-
+  const std::chrono::milliseconds limit_;
   // In this order: the profile's folder goes when the process is gone.
   const TemporaryFolder profile_;
   std::unique_ptr<base::ChildProcess> process_;

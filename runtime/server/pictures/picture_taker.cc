@@ -28,26 +28,26 @@ void PictureTaker::Open(const std::string& simulator_url,
   });
 }
 
-void PictureTaker::TakePicture(const std::string& app_url, Receiver receiver) {
-  asio::post(worker_, [this, app_url, receiver = std::move(receiver)] {
+void PictureTaker::TakePicture(const std::string& app_url, Taken taken) {
+  asio::post(worker_, [this, app_url, taken = std::move(taken)] {
     Picture picture;
     try {
       picture = MakePicture(app_url);
     } catch (const std::runtime_error& error) {
       picture.error = error.what();
     }
-    asio::post(loop_, [receiver, picture] { receiver(picture); });
+    asio::post(loop_, [taken, picture] { taken(picture); });
   });
 }
 
 PictureTaker::Picture PictureTaker::MakePicture(const std::string& app_url) {
   if (browser_ && browser_->running()) {
-    browser_->WaitUntilDrawn(kBrowserTime);
-    return {browser_->ScreenshotOf(kScreenSelector, kPageView.width, kBrowserTime), false, ""};
+    browser_->WaitUntilDrawn();
+    return {browser_->ScreenshotOf(kScreenSelector, kPageView.width), false, ""};
   }
   HeadlessBrowser fresh(app_url, kPageView, kBrowserTime);
-  fresh.WaitUntilDrawn(kBrowserTime);
-  return {fresh.Screenshot(kBrowserTime), true, ""};
+  fresh.WaitUntilDrawn();
+  return {fresh.Screenshot(), true, ""};
 }
 
 }  // namespace orvane::server

@@ -23,7 +23,7 @@ class PictureTaker {
     bool is_fresh = false;  // of a page that was loaded for it
     std::string error;
   };
-  using Receiver = std::function<void(const Picture&)>;
+  using Taken = std::function<void(const Picture&)>;
 
   // Borrows the loop. The destructor ends the browser, and waits for what is under way.
   explicit PictureTaker(asio::io_context& loop) : loop_(loop) {}
@@ -32,7 +32,7 @@ class PictureTaker {
   void Open(const std::string& simulator_url, std::function<void(const std::string& why)> failed);
   // Takes a picture of the television's screen where a browser is open, else of the application's
   // page in a browser for that alone.
-  void TakePicture(const std::string& app_url, Receiver receiver);
+  void TakePicture(const std::string& app_url, Taken taken);
 
  private:
   Picture MakePicture(const std::string& app_url);

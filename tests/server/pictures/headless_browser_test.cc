@@ -26,16 +26,16 @@ constexpr char kPngInBase64[] = "iVBORw0KGgo";
 
 TEST(HeadlessBrowserTest, TakesAPictureOfItsPage) {
   HeadlessBrowser browser(kPage, {320, 180}, kLimit);
-  browser.WaitUntilDrawn(kLimit);
+  browser.WaitUntilDrawn();
 
-  EXPECT_THAT(browser.Screenshot(kLimit), StartsWith(kPngInBase64));
+  EXPECT_THAT(browser.Screenshot(), StartsWith(kPngInBase64));
 }
 
 TEST(HeadlessBrowserTest, DrawsAnElementAsWideAsIsAsked) {
   HeadlessBrowser browser(kPage, {320, 180}, kLimit);
-  browser.WaitUntilDrawn(kLimit);
+  browser.WaitUntilDrawn();
 
-  const std::string narrow = browser.ScreenshotOf("#screen", 160, kLimit);
+  const std::string narrow = browser.ScreenshotOf("#screen", 160);
 
   // A PNG's header has its width and height in bytes 16 to 23: 160 and 90.
   EXPECT_EQ(narrow.substr(0, 32), "iVBORw0KGgoAAAANSUhEUgAAAKAAAABa");
@@ -44,7 +44,7 @@ TEST(HeadlessBrowserTest, DrawsAnElementAsWideAsIsAsked) {
 TEST(HeadlessBrowserTest, SaysThatAnElementIsNotThere) {
   HeadlessBrowser browser(kPage, {320, 180}, kLimit);
 
-  EXPECT_THAT([&] { browser.ScreenshotOf("#none", 100, kLimit); },
+  EXPECT_THAT([&] { browser.ScreenshotOf("#none", 100); },
               ThrowsMessage<std::runtime_error>(HasSubstr("#none")));
 }
 
