@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <climits>
 #include <utility>
 
 #include "server/application/html_injection.h"
@@ -23,10 +22,8 @@ constexpr uint64_t kMostDocumentBytes = uint64_t{64} << 20U;
 
 // Where an open descriptor leads to, without links.
 std::string PathOf(const base::UniqueFd& file) {
-  std::array<char, PATH_MAX> path{};
-  const std::string link = "/proc/self/fd/" + std::to_string(file.get());
-  const ssize_t length = readlink(link.c_str(), path.data(), path.size());
-  return length <= 0 ? "" : std::string(path.data(), static_cast<size_t>(length));
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(file.get()), error);
 }
 
 std::string TagOf(const struct stat& status) {
@@ -50,20 +47,20 @@ std::string ReadAll(const base::UniqueFd& file, uint64_t size) {
 std::optional<uint64_t> Number(std::string_view digits) {
   uint64_t value = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-  if (digits.empty() || error != std::errc() || end != digits.data() + digits.size()) {
+  if (error != std::errc() || end != digits.data() + digits.size()) {
     return std::nullopt;
   }
   return value;
 }
 
-struct Range {
+struct ByteRange {
   uint64_t first = 0;
   uint64_t last = 0;  // included; below `first` when the file has no such part
 };
 
 // "bytes=0-99", "bytes=100-", "bytes=-100". Nothing for another form or several ranges: the whole
 // file is an allowed answer to those.
-std::optional<Range> ParseRange(std::string_view header, uint64_t size) {
+std::optional<ByteRange> ParseRange(std::string_view header, uint64_t size) {
   constexpr std::string_view kUnit = "bytes=";
   if (header.substr(0, kUnit.size()) != kUnit || size == 0) return std::nullopt;
   header.remove_prefix(kUnit.size());
@@ -72,10 +69,10 @@ std::optional<Range> ParseRange(std::string_view header, uint64_t size) {
   const auto first = Number(header.substr(0, dash));
   const auto last = Number(header.substr(dash + 1));
   if (!first && !last) return std::nullopt;
-  if (!first) return Range{size - std::min(*last, size), *last == 0 ? 0 : size - 1};
+  if (!first) return ByteRange{size - std::min(*last, size), *last == 0 ? 0 : size - 1};
   if (!last && dash + 1 != header.size()) return std::nullopt;
   if (last && *last < *first) return std::nullopt;
-  return Range{*first, std::min(last.value_or(size - 1), size - 1)};
+  return ByteRange{*first, std::min(last.value_or(size - 1), size - 1)};
 }
 
 }  // namespace
@@ -131,7 +128,7 @@ HttpResponse AppFolder::Answer(const HttpRequest& request) const {
     return response;
   }
   const std::string_view condition = request.Header("If-Range");
-  std::optional<Range> range;
+  std::optional<ByteRange> range;
   if (condition.empty() || condition == found->tag) {
     range = ParseRange(request.Header("Range"), found->size);
   }

@@ -41,10 +41,9 @@ AppSite::AppSite(const Origins& origins, const RunOptions& options, Partners par
     if (options.watch) Watch(options.app.folder);
     return;
   }
-  dev_server_.emplace(
-      partners_.loop, options.dev_server, origins,
-      DevServer::Listener{[this](HttpResponse* response) { AddHeaders(response); },
-                          [this](const auto& document) { NoteDocument(document); }});
+  dev_server_.emplace(partners_.loop, options.dev_server, origins,
+                      DevServer::Hooks{[this](HttpResponse* response) { AddHeaders(response); },
+                                       [this](const auto& document) { NoteDocument(document); }});
 }
 
 void AppSite::Watch(const std::filesystem::path& folder) {

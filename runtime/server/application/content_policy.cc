@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <sstream>
+#include <string>
 #include <vector>
 
+#include <boost/algorithm/string/case_conv.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 
 namespace orvane::server {
@@ -15,22 +18,19 @@ namespace {
 
 using Sources = std::vector<std::string>;
 
-struct Directive {
-  std::string name;
-  Sources sources;
-};
-
-using Policy = std::vector<Directive>;
+// By the names of its directives, in small letters.
+using Policy = std::map<std::string, Sources>;
 
 Policy ReadPolicy(const std::string& text) {
   Policy policy;
   std::istringstream parts(text);
   for (std::string part; std::getline(parts, part, ';');) {
     std::istringstream words(part);
-    Directive directive;
-    if (!(words >> directive.name)) continue;
-    for (std::string source; words >> source;) directive.sources.push_back(source);
-    policy.push_back(std::move(directive));
+    std::string name;
+    if (!(words >> name)) continue;
+    // The first of a name counts.
+    policy.emplace(boost::to_lower_copy(name),
+                   Sources{std::istream_iterator<std::string>(words), {}});
   }
   return policy;
 }
@@ -43,19 +43,12 @@ std::vector<Policy> ReadPolicies(std::string_view header) {
   return policies;
 }
 
-const Directive* Find(const Policy& policy, std::string_view name) {
-  const auto found = std::find_if(policy.begin(), policy.end(), [name](const Directive& directive) {
-    return boost::iequals(directive.name, name);
-  });
-  return found == policy.end() ? nullptr : &*found;
-}
-
-// The directive that decides about script elements; null: there is none.
-const Directive* ScriptDirective(const Policy& policy) {
+// The directive that decides about script elements, or the policy's end.
+Policy::const_iterator ScriptDirective(const Policy& policy) {
   for (const char* const name : {"script-src-elem", "script-src", "default-src"}) {
-    if (const Directive* const directive = Find(policy, name)) return directive;
+    if (const auto found = policy.find(name); found != policy.end()) return found;
   }
-  return nullptr;
+  return policy.end();
 }
 
 bool Has(const Sources& sources, std::string_view wanted) {
@@ -90,10 +83,10 @@ constexpr char kNoScript[] =
 
 // A sandbox takes the origin from the document, or its scripts.
 std::string WhySandboxForbidsScript(const Policy& policy) {
-  const Directive* const sandbox = Find(policy, "sandbox");
-  if (sandbox == nullptr) return {};
+  const auto sandbox = policy.find("sandbox");
+  if (sandbox == policy.end()) return {};
   for (const char* const needed : {"allow-scripts", "allow-same-origin"}) {
-    if (!Has(sandbox->sources, needed)) {
+    if (!Has(sandbox->second, needed)) {
       return std::string(kNoScript) + "add " + needed + " to sandbox while you develop.";
     }
   }
@@ -106,19 +99,19 @@ std::string WhyPolicyForbidsScript(std::string_view header, std::string_view ori
   for (const Policy& policy : ReadPolicies(header)) {
     std::string why = WhySandboxForbidsScript(policy);
     if (!why.empty()) return why;
-    const Directive* const directive = ScriptDirective(policy);
-    if (directive == nullptr || AllowsScript(directive->sources, origin)) continue;
-    const bool is_strict = Has(directive->sources, "'strict-dynamic'");
+    const auto directive = ScriptDirective(policy);
+    if (directive == policy.end() || AllowsScript(directive->second, origin)) continue;
+    const bool is_strict = Has(directive->second, "'strict-dynamic'");
     return kNoScript + std::string(is_strict ? "take 'strict-dynamic' out of " : "add 'self' to ") +
-           directive->name + " while you develop.";
+           directive->first + " while you develop.";
   }
   return {};
 }
 
 std::string WhyPolicyForbidsFrame(std::string_view header, std::string_view simulator) {
   for (const Policy& policy : ReadPolicies(header)) {
-    const Directive* const directive = Find(policy, "frame-ancestors");
-    if (directive == nullptr || NamesOrigin(directive->sources, simulator)) continue;
+    const auto directive = policy.find("frame-ancestors");
+    if (directive == policy.end() || NamesOrigin(directive->second, simulator)) continue;
     return "The page's Content-Security-Policy forbids the television to show it: take "
            "frame-ancestors out of it while you develop, or open the application's own address.";
   }

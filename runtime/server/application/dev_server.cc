@@ -44,18 +44,17 @@ void ReplaceOrigin(http::fields& fields, http::field name, const Origin& from, c
 
 }  // namespace
 
-DevServer::DevServer(asio::io_context& loop, const std::string& url, Origins origins,
-                     Listener listener)
+DevServer::DevServer(asio::io_context& loop, const std::string& url, Origins origins, Hooks hooks)
     : loop_(loop),
       address_(ParseDevServerAddress(url)),
       origin_{address_.authority},
       origins_(std::move(origins)),
-      listener_(std::move(listener)) {}
+      hooks_(std::move(hooks)) {}
 
 // One request on its way.
-class DevServer::Run : public std::enable_shared_from_this<Run> {
+class DevServer::Relay : public std::enable_shared_from_this<Relay> {
  public:
-  Run(const DevServer& owner, std::shared_ptr<HttpConnection> connection)
+  Relay(const DevServer& owner, std::shared_ptr<HttpConnection> connection)
       : owner_(owner),
         connection_(std::move(connection)),
         resolver_(owner.loop_),
@@ -157,7 +156,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
     const bool is_framed = IsFrame(request);
     // Its own pages' frames name themselves; the television's is another site's.
     const bool is_top = !is_framed || request.Header("Sec-Fetch-Site") != "same-origin";
-    owner_.listener_.on_document(
+    owner_.hooks_.on_document(
         {std::string(request.target()), is_top, WhyWithoutScript(is_framed && is_top)});
   }
 
@@ -187,7 +186,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
           {"Connection", "Keep-Alive", "Cross-Origin-Opener-Policy", "Cross-Origin-Embedder-Policy",
            "Cross-Origin-Resource-Policy", "Origin-Agent-Cluster"});
     ReplaceOrigin(response, http::field::location, owner_.origin_, owner_.origins_.app);
-    owner_.listener_.add_headers(&response);
+    owner_.hooks_.add_headers(&response);
     return response;
   }
 
@@ -221,7 +220,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
     HttpResponse response =
         TextResponse(502, "The development server " + owner_.origin_.url() + " does not answer (" +
                               error.message() + "). Start it, and load the page again.");
-    owner_.listener_.add_headers(&response);
+    owner_.hooks_.add_headers(&response);
     connection_->Respond(std::move(response));
   }
 
@@ -235,7 +234,7 @@ class DevServer::Run : public std::enable_shared_from_this<Run> {
 };
 
 void DevServer::Handle(const std::shared_ptr<HttpConnection>& connection) const {
-  std::make_shared<Run>(*this, connection)->Start();
+  std::make_shared<Relay>(*this, connection)->Start();
 }
 
 }  // namespace orvane::server

@@ -24,25 +24,25 @@ class DevServer {
     bool is_top;          // as far as the request tells
     std::string problem;  // why the runtime will not be in it; empty when it will
   };
-  struct Listener {
+  struct Hooks {
     std::function<void(HttpResponse* response)> add_headers;
     std::function<void(const Document& document)> on_document;
   };
 
   // `url` as ParseDevServerAddress takes it; throws as that does. Borrows the loop. Alive as long
   // as the loop runs.
-  DevServer(asio::io_context& loop, const std::string& url, Origins origins, Listener listener);
+  DevServer(asio::io_context& loop, const std::string& url, Origins origins, Hooks hooks);
 
   void Handle(const std::shared_ptr<HttpConnection>& connection) const;
 
  private:
-  class Run;
+  class Relay;
 
   asio::io_context& loop_;
   const DevServerAddress address_;
   const Origin origin_;    // as the development server knows itself
   const Origins origins_;  // where browsers see the application and the television
-  const Listener listener_;
+  const Hooks hooks_;
 };
 
 }  // namespace orvane::server

@@ -2,76 +2,63 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/application/dev_server_address.h"
 
-#include <charconv>
-#include <string_view>
+#include <optional>
+#include <stdexcept>
 
 #include <boost/algorithm/string/predicate.hpp>
+#include <glib.h>
 
 namespace orvane::server {
 
 namespace {
 
-constexpr std::string_view kScheme = "http://";
-constexpr std::string_view kSecureScheme = "https://";
+constexpr char kScheme[] = "http://";
+constexpr char kSecureScheme[] = "https://";
 constexpr char kForm[] = "http://HOST:PORT, such as http://localhost:5173";
 
-bool BeginsWith(std::string_view url, std::string_view scheme) {
-  return boost::istarts_with(url, scheme);
-}
-
-std::string_view AuthorityOf(std::string_view url) {
-  if (!BeginsWith(url, kScheme)) return {};
-  url.remove_prefix(kScheme.size());
-  return url.substr(0, url.find_first_of("/?#"));
-}
-
-std::string_view HostOf(std::string_view authority) {
-  const size_t bracket = authority.find(']');
-  if (authority.substr(0, 1) == "[" && bracket != std::string_view::npos) {
-    return authority.substr(1, bracket - 1);
+// Nothing for what is no address with a host, or has no port that there is.
+std::optional<DevServerAddress> Parse(const std::string& url) {
+  char* text = nullptr;
+  int port = -1;
+  if (!boost::istarts_with(url, kScheme) ||
+      g_uri_split_network(url.c_str(), G_URI_FLAGS_PARSE_RELAXED, nullptr, &text, &port, nullptr) ==
+          FALSE) {
+    return std::nullopt;
   }
-  return authority.substr(0, authority.find(':'));
+  const std::string host = text;
+  g_free(text);
+  if (host.empty() || port == 0) return std::nullopt;
+  std::string authority = host.find(':') == std::string::npos ? host : "[" + host + "]";
+  if (port > 0) authority += ":" + std::to_string(port);
+  return DevServerAddress{host, static_cast<uint16_t>(port < 0 ? 80 : port), authority};
 }
 
-// 0: it is none.
-uint16_t PortOf(std::string_view authority) {
-  const size_t bracket = authority.find(']');
-  const size_t colon = authority.find(':', bracket == std::string_view::npos ? 0 : bracket);
-  if (colon == std::string_view::npos) return 80;
-  const std::string_view digits = authority.substr(colon + 1);
-  uint16_t port = 0;
-  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
-  return error == std::errc() && end == digits.data() + digits.size() ? port : uint16_t{0};
-}
-
-bool IsThisMachine(std::string_view host) {
-  return host == "localhost" || host == "::1" || host.substr(0, 4) == "127.";
+bool IsThisMachine(const std::string& host) {
+  return host == "localhost" || host == "::1" || boost::starts_with(host, "127.");
 }
 
 }  // namespace
 
 DevServerAddress ParseDevServerAddress(const std::string& url) {
-  if (BeginsWith(url, kSecureScheme)) {
-    throw std::runtime_error(
-        "--url " + url +
-        ": only http is relayed. Switch https off in the development server, and give "
-        "it as " +
-        kForm + ".");
+  if (boost::istarts_with(url, kSecureScheme)) {
+    throw std::runtime_error("--url " + url +
+                             ": only http is relayed. Switch https off in the development server, "
+                             "and give it as " +
+                             kForm + ".");
   }
-  const std::string_view authority = AuthorityOf(url);
-  DevServerAddress address;
-  address.host = HostOf(authority);
-  address.port = PortOf(authority);
-  address.authority = authority;
-  if (address.host.empty() || address.port == 0) {
+  const auto address = Parse(url);
+  if (!address) {
     throw std::runtime_error("--url " + url + ": give the development server as " + kForm + ".");
   }
-  return address;
+  return *address;
 }
 
 std::string DevServerOfContent(const std::string& content) {
-  if (!BeginsWith(content, kScheme) && !BeginsWith(content, kSecureScheme)) return {};
-  if (IsThisMachine(HostOf(AuthorityOf(content)))) return content;
+  if (!boost::istarts_with(content, kScheme) && !boost::istarts_with(content, kSecureScheme)) {
+    return {};
+  }
+  const auto address = Parse(content);
+  if (address && IsThisMachine(address->host)) return content;
   throw std::runtime_error(
       "config.xml: the content is " + content +
       ", and only http addresses of this machine are served. Serve a copy of the page "

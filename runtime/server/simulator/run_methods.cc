@@ -40,18 +40,17 @@ void MapFields(Map& map, InputParameters& parameters) {
 
 void RunMethods::AddTo(Api& api, int64_t started_ns) {
   api.Add<NoParameters>("run.info", [this, started_ns](const NoParameters&) {
-    return RunInfo(partners_.options, partners_.addresses, profile_, started_ns);
+    return RunInfo(targets_.options, targets_.addresses, profile_, started_ns);
   });
-  api.Add<NoParameters>("pages.list", [this](const NoParameters&) {
-    return base::ToJson(partners_.contexts.List());
-  });
+  api.Add<NoParameters>(
+      "pages.list", [this](const NoParameters&) { return base::ToJson(targets_.contexts.List()); });
   api.Add<ReloadParameters>("page.reload", [this](const ReloadParameters& parameters) {
     ReloadPage(parameters.context);
   });
-  api.Add<NoParameters>(
-      "process.get", [this](const NoParameters&) { return partners_.set_process.Description(); });
+  api.Add<NoParameters>("process.get",
+                        [this](const NoParameters&) { return targets_.set_process.Description(); });
   api.Add<NoParameters>("process.restart",
-                        [this](const NoParameters&) { partners_.set_process.Restart(); });
+                        [this](const NoParameters&) { targets_.set_process.Restart(); });
   api.Add<InputParameters>("ime.input", [this](const InputParameters& parameters) {
     EnterText(base::ToJson(parameters));
   });
@@ -60,22 +59,22 @@ void RunMethods::AddTo(Api& api, int64_t started_ns) {
 }
 
 void RunMethods::ReloadPage(std::optional<int64_t> id) {
-  if (!id) return partners_.contexts.Reload();
-  const auto context = partners_.contexts.Find(*id);
+  if (!id) return targets_.contexts.Reload();
+  const auto context = targets_.contexts.Find(*id);
   if (!context) throw std::runtime_error("There is no page " + std::to_string(*id) + ".");
   context->Deliver({Json{{"type", "reload"}}, std::nullopt, false});
 }
 
 void RunMethods::EnterText(Json input) {
-  const auto context = partners_.contexts.Foremost();
+  const auto context = targets_.contexts.Foremost();
   if (!context) throw std::runtime_error("No page of the application is open.");
   input["type"] = "ime";
   context->Deliver({std::move(input), std::nullopt, false});
 }
 
 void RunMethods::TakePicture(const Api::Reply& reply) {
-  partners_.pictures.TakePicture(
-      partners_.addresses.app + StartPath(partners_.options),
+  targets_.pictures.TakePicture(
+      targets_.addresses.app + StartPath(targets_.options),
       [reply](const PictureTaker::Picture& picture) {
         if (!picture.error.empty()) return reply({"", picture.error});
         reply({base::JsonText({{"png", picture.png}, {"fresh", picture.is_fresh}}), std::nullopt});
@@ -83,7 +82,7 @@ void RunMethods::TakePicture(const Api::Reply& reply) {
 }
 
 void RunMethods::AskProfile() {
-  set_process::SetProcess& set_process = partners_.set_process;
+  set_process::SetProcess& set_process = targets_.set_process;
   set_process.Request({{"op", "control"}, {"method", "state.get"}, {"params", Json::object()}}, "",
                       [this](const set_process::Answer& answer) {
                         const Json state = answer.result();

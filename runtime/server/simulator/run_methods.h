@@ -18,7 +18,7 @@ namespace orvane::server {
 // pictures taken. The loop's thread only.
 class RunMethods {
  public:
-  struct Partners {  // all borrowed
+  struct Targets {  // all borrowed
     const RunOptions& options;
     const RunAddresses& addresses;
     set_process::SetProcess& set_process;
@@ -26,7 +26,7 @@ class RunMethods {
     PictureTaker& pictures;
   };
 
-  explicit RunMethods(Partners partners) : partners_(partners) {}
+  explicit RunMethods(Targets targets) : targets_(targets) {}
 
   // run.…, pages.…, page.…, process.…, ime.input and screenshot. `started_ns` is when it began.
   void AddTo(Api& api, int64_t started_ns);
@@ -41,7 +41,7 @@ class RunMethods {
   void EnterText(Json input);
   void TakePicture(const Api::Reply& reply);
 
-  const Partners partners_;
+  const Targets targets_;
   std::string profile_;
 };
 
