@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include "base/json.h"
 #include "test_server.h"
 
 namespace orvane::server {
@@ -15,6 +16,16 @@ using testing::Not;
 
 class PageContextTest : public ServerTest {
  protected:
+  // The set's event of a key that goes to the application, but for what `more` says of it.
+  static std::string KeyEvent(const std::string& symbol, int code,
+                              const Json& more = Json::object()) {
+    Json data{{"key_name", symbol}, {"key_code", code},       {"app", "0123456789.App"},
+              {"delivered", true},  {"reason", "registered"}, {"text", "it reaches the page"},
+              {"injected", false},  {"long", false},          {"native", false},
+              {"time_ns", 1}};
+    data.update(more);
+    return base::JsonText({{"name", "key"}, {"data", data}});
+  }
   static std::string Posted(int seq) {
     return R"({"extension":"test.ext","seq":)" + std::to_string(seq) + R"(,"type":"posted"})" +
            "\n" + std::to_string(seq);
@@ -156,8 +167,7 @@ TEST_F(PageContextTest, ListsTheInstancesThatAPageHas) {
 TEST_F(PageContextTest, BringsKeysThatTheSetDelivers) {
   Start();
   TestPage page = ConnectPage();
-  Call("event", R"({"name":"key","data":{"key_name":"XF86Red","key_code":403,"delivered":true,)"
-                R"("app":"0123456789.App"}})");
+  Call("event", KeyEvent("XF86Red", 403));
   EXPECT_EQ(page.client.ReceiveText(),
             R"({"key_code":403,"key_name":"XF86Red","phase":"press","seq":1,"type":"key"})");
 }
@@ -167,19 +177,16 @@ TEST_F(PageContextTest, BringsKeysToNoPageThatWentBeforeItsScriptRan) {
   TestPage page = ConnectPage();
   const TestPage gone = OpenPage();
   EXPECT_THAT(Call("pages.list"), Not(HasSubstr(R"("context":2)")));
-  Call("event", R"({"name":"key","data":{"key_name":"Left","key_code":37,"delivered":true,)"
-                R"("app":"0123456789.App"}})");
+  Call("event", KeyEvent("Left", 37));
   EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("type":"key")"));
 }
 
 TEST_F(PageContextTest, KeepsKeysFromThePageThatAreNotForIt) {
   Start();
   TestPage page = ConnectPage();
-  for (const char* more :
-       {R"("delivered":false,"app":"0123456789.App")", R"("delivered":true,"app":"another.App")",
-        R"("delivered":true,"native":true,"app":"0123456789.App")"}) {
-    Call("event",
-         R"({"name":"key","data":{"key_name":"Left","key_code":37,)" + std::string(more) + "}}");
+  for (const Json& more :
+       {Json{{"delivered", false}}, Json{{"app", "another.App"}}, Json{{"native", true}}}) {
+    Call("event", KeyEvent("Left", 37, more));
   }
   page.client.SendText(R"({"type":"echo","id":1})");
   EXPECT_THAT(page.client.ReceiveText().value_or(""), HasSubstr(R"("type":"answer")"));
@@ -189,8 +196,7 @@ TEST_F(PageContextTest, RepeatsAKeyThatIsHeld) {
   options().key_times = {std::chrono::milliseconds(5), std::chrono::milliseconds(1), 2};
   Start();
   TestPage page = ConnectPage();
-  Call("event", R"({"name":"key","data":{"key_name":"Left","key_code":37,"delivered":true,)"
-                R"("long":true,"app":"0123456789.App"}})");
+  Call("event", KeyEvent("Left", 37, {{"long", true}}));
   EXPECT_THAT(page.client.ReceiveText().value_or(""),
               AllOf(HasSubstr(R"("phase":"down")"), Not(HasSubstr("repeat"))));
   EXPECT_THAT(page.client.ReceiveText().value_or(""),

@@ -4,32 +4,9 @@
 
 #include <utility>
 
-#include "base/json_fields.h"
+#include "television/set_fields.h"
 
 namespace orvane::server {
-
-namespace {
-
-// What the set tells of a key.
-struct KeyEvent {
-  std::string key_name;
-  int key_code = 0;
-  std::string app;  // that it is for
-  bool delivered = false;
-  bool is_long = false;
-  bool is_native = false;
-};
-template <class Map>
-void MapFields(Map& map, KeyEvent& event) {
-  map("key_name", event.key_name);
-  map("key_code", event.key_code);
-  map.Optional("app", event.app);
-  map.Optional("delivered", event.delivered);
-  map.Optional("long", event.is_long);
-  map.Optional("native", event.is_native);
-}
-
-}  // namespace
 
 struct KeyPresses::LongPress {
   LongPress(asio::io_context& loop, Json pressed) : key(std::move(pressed)), timer(loop) {}
@@ -47,10 +24,10 @@ void KeyPresses::Press(const std::string& key_name, Kind kind) {
 }
 
 void KeyPresses::OnKeyEvent(const Json& data) {
-  const auto event = base::FromJson<KeyEvent>(data, "a key");
-  if (!event.delivered || event.is_native || event.app != app_id_) return;
+  const auto event = base::FromJson<tvset::KeyDelivery>(data, "a key");
+  if (!event.delivered || event.press.is_native || event.app != app_id_) return;
   const Json key{{"type", "key"}, {"key_name", event.key_name}, {"key_code", event.key_code}};
-  if (event.is_long) return StartLongPress(key);
+  if (event.press.is_long) return StartLongPress(key);
   Deliver(key, "press", false);
 }
 
