@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/http_client.h"
 
+#include <boost/algorithm/string/predicate.hpp>
+
 #include "base/net.h"
 
 namespace orvane::cli {
@@ -12,14 +14,10 @@ using std::chrono::milliseconds;
 
 constexpr size_t kLongestBody = size_t{64} << 20;
 
-bool EndsWith(const std::string& text, const std::string& end) {
-  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
-}
-
 // localhost and every name below it are this machine, also where no resolver knows them.
 std::optional<asio::ip::address> AddressOf(const std::string& host) {
   if (host == "[::1]") return asio::ip::address_v6::loopback();
-  if (host == "localhost" || host == "127.0.0.1" || EndsWith(host, ".localhost")) {
+  if (host == "localhost" || host == "127.0.0.1" || boost::ends_with(host, ".localhost")) {
     return asio::ip::address_v4::loopback();
   }
   return std::nullopt;

@@ -74,6 +74,7 @@ void RefusalPrinter::Print(const std::string& reason) {
 }
 
 void ConsolePrinter::OnConsole(page::ConsoleLevel level, const std::string& text) {
+  if (place_ == Place::kBesideResult) return Write(stderr, "console: " + text + "\n");
   const bool serious = level == page::ConsoleLevel::kError || level == page::ConsoleLevel::kWarn;
   Write(serious ? stderr : stdout, text + "\n");
 }

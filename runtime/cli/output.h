@@ -39,10 +39,16 @@ class RefusalPrinter {
 };
 
 // Where the page's console goes: errors and warnings to the standard error stream, the rest to the
-// standard output.
+// standard output. Where the result of a call is printed, all of it goes to the error stream,
+// marked.
 class ConsolePrinter final : public page::ConsoleSink {
  public:
+  enum class Place { kBothStreams, kBesideResult };
+  explicit ConsolePrinter(Place place = Place::kBothStreams) : place_(place) {}
   void OnConsole(page::ConsoleLevel level, const std::string& text) override;
+
+ private:
+  const Place place_;
 };
 
 // Prints uncaught errors as they happen, with their place, and counts them.

@@ -3,7 +3,10 @@
 #include "cli/replayer.h"
 
 #include <algorithm>
-#include <cctype>
+#include <utility>
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/predicate.hpp>
 
 #include "base/base64.h"
 #include "base/json_fields.h"
@@ -44,44 +47,35 @@ bool IsVolatile(const std::string& command) {
   return command == "OrvaneManager_getUuid" || command == "OrvaneManager_getSystemStat";
 }
 
-struct Request {
+struct SetRequest {
   Json head;
   std::string body;
 };
 
-// "runtimeSync" is the way "sync".
-Request RuntimeRequest(const RecordedMessage& message) {
-  std::string way = message.kind.substr(std::string_view("runtime").size());
-  std::transform(way.begin(), way.end(), way.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return {{{"op", "runtime"}, {"kind", way}, {"uri", message.peer}}, message.payload};
-}
-
-Request WidgetRequest(const RecordedMessage& message) {
-  const size_t dot = message.peer.rfind('.');
-  const std::string call = message.peer.substr(dot == std::string::npos ? 0 : dot + 1);
-  return {{{"op", "widget"}, {"call", call}}, message.payload};
-}
-
 // The request that the server would have sent for it; empty for a kind that is not known.
-std::optional<Request> RequestOf(const RecordedMessage& message) {
+std::optional<SetRequest> RequestOf(const RecordedMessage& message) {
   const std::string& kind = message.kind;
   const std::string& peer = message.peer;
   const std::string& payload = message.payload;
-  if (kind == "nativeSync") return Request{{{"op", "sync"}, {"extension", peer}}, payload};
-  if (kind == "nativePost") return Request{{{"op", "post"}, {"extension", peer}}, payload};
+  if (kind == "nativeSync") return SetRequest{{{"op", "sync"}, {"extension", peer}}, payload};
+  if (kind == "nativePost") return SetRequest{{{"op", "post"}, {"extension", peer}}, payload};
   if (kind == "nativeBinary") {
-    return Request{{{"op", "post"}, {"extension", peer}, {"binary", true}},
-                   base::DecodeBase64(payload).value_or("")};
+    return SetRequest{{{"op", "post"}, {"extension", peer}, {"binary", true}},
+                      base::DecodeBase64(payload).value_or("")};
   }
-  if (kind.rfind("runtime", 0) == 0) return RuntimeRequest(message);
-  if (kind == "widget") return WidgetRequest(message);
+  if (boost::starts_with(kind, "runtime")) {  // "runtimeSync" is the way "sync"
+    const std::string way = boost::to_lower_copy(kind.substr(std::string_view("runtime").size()));
+    return SetRequest{{{"op", "runtime"}, {"kind", way}, {"uri", peer}}, payload};
+  }
+  if (kind == "widget") {
+    return SetRequest{{{"op", "widget"}, {"call", peer.substr(peer.rfind('.') + 1)}}, payload};
+  }
   if (kind == "privilege") {
     const bool in_payload = payload.find("://") != std::string::npos;
-    return Request{{{"op", "privilege"}, {"privilege", in_payload ? payload : peer}}, ""};
+    return SetRequest{{{"op", "privilege"}, {"privilege", in_payload ? payload : peer}}, ""};
   }
-  if (kind == "create") return Request{{{"op", "create"}, {"extension", peer}}, ""};
-  if (kind == "close") return Request{{{"op", "close"}}, ""};
+  if (kind == "create") return SetRequest{{{"op", "create"}, {"extension", peer}}, ""};
+  if (kind == "close") return SetRequest{{{"op", "close"}}, ""};
   return std::nullopt;
 }
 
@@ -102,9 +96,13 @@ Replayer::~Replayer() {
 }
 
 void Replayer::OnPosted(const set_process::Posted& posted) {
-  posted_.push_back(
-      {posted.context, posted.extension,
-       posted.is_binary ? base::EncodeBase64(posted.body) : std::string(posted.body)});
+  RecordedMessage message;
+  message.context = posted.context;
+  message.to_page = true;
+  message.kind = "nativePost";
+  message.peer = posted.extension;
+  message.payload = posted.is_binary ? base::EncodeBase64(posted.body) : std::string(posted.body);
+  posted_.push_back(std::move(message));
 }
 
 // The process answers every request in time, or fails it.
@@ -134,7 +132,7 @@ bool Replayer::ReplayOne(const RecordedMessage& message) {
     ComparePosted(message);
     return failure_.empty();
   }
-  std::optional<Request> request = RequestOf(message);
+  std::optional<SetRequest> request = RequestOf(message);
   if (!request) {
     differences_.push_back({message, "a message", "nothing: this command knows no such kind"});
     return true;
@@ -169,27 +167,27 @@ void Replayer::CompareReply(const RecordedMessage& message, const Reply& reply) 
 
 void Replayer::ComparePosted(const RecordedMessage& message) {
   const auto callback = CallbackOf(ParseObject(message.payload));
-  const std::optional<PostedMessage> posted = TakePosted(message);
+  const std::optional<RecordedMessage> posted = TakePosted(message);
   if (!posted) {
     if (failure_.empty()) differences_.push_back({message, message.payload, "nothing came"});
     return;
   }
   const std::string command = callback ? commands_[{message.context, *callback}] : std::string();
-  if (IsSame(message.payload, posted->text, command)) return;
-  differences_.push_back({message, message.payload, posted->text});
+  if (IsSame(message.payload, posted->payload, command)) return;
+  differences_.push_back({message, message.payload, posted->payload});
 }
 
 // Waits for it as long as patience is left.
-std::optional<Replayer::PostedMessage> Replayer::TakePosted(const RecordedMessage& message) {
+std::optional<RecordedMessage> Replayer::TakePosted(const RecordedMessage& message) {
   const auto wanted = CallbackOf(ParseObject(message.payload));
   do {
     const auto found =
-        std::find_if(posted_.begin(), posted_.end(), [&](const PostedMessage& candidate) {
-          return candidate.context == message.context && candidate.extension == message.peer &&
-                 CallbackOf(ParseObject(candidate.text)) == wanted;
+        std::find_if(posted_.begin(), posted_.end(), [&](const RecordedMessage& candidate) {
+          return candidate.context == message.context && candidate.peer == message.peer &&
+                 CallbackOf(ParseObject(candidate.payload)) == wanted;
         });
     if (found == posted_.end()) continue;
-    PostedMessage taken = std::move(*found);
+    RecordedMessage taken = std::move(*found);
     posted_.erase(found);
     return taken;
   } while (WaitForPosted());
@@ -208,13 +206,9 @@ bool Replayer::WaitForPosted() {
 }
 
 void Replayer::ReportUnexpected() {
-  for (const PostedMessage& posted : posted_) {
-    RecordedMessage message;
-    message.context = posted.context;
-    message.to_page = true;
-    message.kind = "nativePost";
-    message.peer = posted.extension;
-    differences_.push_back({message, "nothing", posted.text});
+  for (RecordedMessage& posted : posted_) {
+    const std::string text = std::exchange(posted.payload, "");
+    differences_.push_back({std::move(posted), "nothing", text});
   }
 }
 

@@ -47,12 +47,6 @@ class Replayer final : private set_process::SetProcessListener {
   std::vector<Difference> Replay(const std::vector<RecordedMessage>& messages);
 
  private:
-  // What an extension posted to a page.
-  struct PostedMessage {
-    int64_t context = 0;
-    std::string extension;
-    std::string text;
-  };
   // What became of a request; copied, since an answer lives for the call.
   struct Reply {
     std::string text;
@@ -72,7 +66,7 @@ class Replayer final : private set_process::SetProcessListener {
   void NoteCallback(const RecordedMessage& message);
   void CompareReply(const RecordedMessage& message, const Reply& reply);
   void ComparePosted(const RecordedMessage& message);
-  std::optional<PostedMessage> TakePosted(const RecordedMessage& message);
+  std::optional<RecordedMessage> TakePosted(const RecordedMessage& message);
   bool WaitForPosted();
   void ReportUnexpected();
   bool IsSame(const std::string& recorded, const std::string& replayed,
@@ -83,8 +77,8 @@ class Replayer final : private set_process::SetProcessListener {
   const Comparison comparison_;
   std::chrono::milliseconds patience_;  // what is left of it
   bool is_started_ = false;
-  std::string failure_;              // why there is no process, or none that answers
-  std::list<PostedMessage> posted_;  // the oldest first, without what was compared
+  std::string failure_;                // why there is no process, or none that answers
+  std::list<RecordedMessage> posted_;  // to pages; the oldest first, without what was compared
   // The command of each callback that waits: its reply does not name it.
   std::map<std::pair<int64_t, int64_t>, std::string> commands_;
   std::vector<Difference> differences_;

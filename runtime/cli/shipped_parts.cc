@@ -8,7 +8,7 @@
 #include <system_error>
 #include <vector>
 
-#include "base/json_fields.h"
+#include "base/json.h"
 #include "cli/exit_code.h"
 
 namespace orvane::cli {
@@ -16,19 +16,6 @@ namespace orvane::cli {
 namespace fs = std::filesystem;
 
 namespace {
-
-// A row of the file that the library was built with.
-struct DeviceKey {
-  std::string name;  // what pages call it
-  std::string key_name;
-  int key_code = 0;
-};
-template <class Map>
-void MapFields(Map& map, DeviceKey& key) {
-  map("name", key.name);
-  map("keyName", key.key_name);
-  map("keyCode", key.key_code);
-}
 
 fs::path OwnFile() {
   std::error_code error;
@@ -57,12 +44,11 @@ std::vector<tvset::RemoteKey> ReadDeviceKeys() {
   text << std::ifstream(file).rdbuf();
   std::vector<tvset::RemoteKey> keys;
   try {
-    std::vector<DeviceKey> rows;
-    base::fields::Read(base::ParseJson(text.str()), "the file", rows);
-    for (const DeviceKey& row : rows) {
-      keys.push_back({row.key_name, row.key_code, 0, {row.name}});
+    for (const Json& row : base::ParseJson(text.str()).get<std::vector<Json>>()) {
+      keys.push_back(
+          {row.at("keyName"), row.at("keyCode"), 0, {row.at("name").get<std::string>()}});
     }
-  } catch (const base::JsonError& what) {
+  } catch (const std::exception& what) {
     throw CommandError(file.string() + ": the file of the device's keys is damaged. " +
                        what.what() + " Build or install again.");
   }

@@ -14,7 +14,6 @@
 #include "base/json_fields.h"
 #include "cli/set_options.h"
 #include "posix/unique_fd.h"
-#include "server/simulator/run_options.h"
 
 namespace orvane::cli {
 
@@ -52,32 +51,26 @@ Simulator::Simulator(const std::string& state_folder)
   const fs::path file = folder_ / "run" / "simulator.json";
   std::error_code error;
   if (!fs::exists(file, error)) throw NoSimulator(NoneRuns(folder_));
-  if (!ReadRecord(file)) {
-    throw NoSimulator(file.string() + " does not say where the simulator is. " +
-                      "End the simulator and start it again.");
-  }
-  if (!runs()) throw NoSimulator(NoneRuns(folder_) + " The last one ended without cleaning up.");
-}
-
-bool Simulator::ReadRecord(const fs::path& file) {
   std::ostringstream text;
   text << std::ifstream(file, std::ios::binary).rdbuf();
   try {
-    const auto run = base::FromJson<server::RunAddresses>(base::ParseJson(text.str()), "the file");
-    const auto address = ParseLocalAddress(run.api);
-    if (address) address_ = *address;
-    token_ = run.secret;
-    pid_ = run.pid;
-    return address.has_value();
+    run_ = base::FromJson<server::RunAddresses>(base::ParseJson(text.str()), "the file");
   } catch (const base::JsonError&) {
-    return false;
+    // names no address then
   }
+  const auto address = ParseLocalAddress(run_.api);
+  if (!address) {
+    throw NoSimulator(file.string() + " does not say where the simulator is. " +
+                      "End the simulator and start it again.");
+  }
+  address_ = *address;
+  if (!runs()) throw NoSimulator(NoneRuns(folder_) + " The last one ended without cleaning up.");
 }
 
-bool Simulator::runs() const { return kill(pid_, 0) == 0 || errno == EPERM; }
+bool Simulator::runs() const { return kill(run_.pid, 0) == 0 || errno == EPERM; }
 
 bool Simulator::EndsWithin(std::chrono::milliseconds patience) const {
-  const base::UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, pid_, 0)));
+  const base::UniqueFd process(static_cast<int>(syscall(SYS_pidfd_open, run_.pid, 0)));
   pollfd ended{process.get(), POLLIN, 0};
   if (process) poll(&ended, 1, static_cast<int>(patience.count()));
   return !runs() || ended.revents != 0;
@@ -98,7 +91,7 @@ auto Simulator::Reach(const Work& work) const {
 
 std::unique_ptr<MessageStream> Simulator::OpenEvents() const {
   return Reach([this] {
-    return std::make_unique<MessageStream>(address_, "/api?token=" + token_, kPatience);
+    return std::make_unique<MessageStream>(address_, "/api?token=" + run_.secret, kPatience);
   });
 }
 
@@ -106,7 +99,7 @@ Json Simulator::Call(const std::string& method, const Json& parameters) const {
   const Json request{{"method", method}, {"params", parameters}};
   const HttpAnswer http = Reach([&] {
     return HttpPost(address_, "/api/call",
-                    {{"Content-Type", "application/json"}, {"X-Orvane-Token", token_}},
+                    {{"Content-Type", "application/json"}, {"X-Orvane-Token", run_.secret}},
                     base::JsonText(request), kPatience);
   });
   const std::string place = address_.host + ":" + address_.port;

@@ -11,6 +11,7 @@
 #include "base/json.h"
 #include "cli/exit_code.h"
 #include "cli/http_client.h"
+#include "server/simulator/run_options.h"
 
 namespace orvane::cli {
 
@@ -40,19 +41,17 @@ class Simulator {
   // What it tells from now on, as messages {"events":[{"name","data"},…]}. Throws NoSimulator.
   std::unique_ptr<MessageStream> OpenEvents() const;
 
-  pid_t pid() const { return pid_; }
+  pid_t pid() const { return run_.pid; }
   bool EndsWithin(std::chrono::milliseconds patience) const;  // true: its process is gone
 
  private:
-  bool ReadRecord(const std::filesystem::path& file);  // false: it does not say where
   bool runs() const;
   template <class Work>
   auto Reach(const Work& work) const;
 
   std::filesystem::path folder_;
+  server::RunAddresses run_;
   LocalAddress address_;
-  std::string token_;
-  pid_t pid_ = 0;
 };
 
 }  // namespace orvane::cli

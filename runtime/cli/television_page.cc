@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/television_page.h"
 
-#include <cstdio>
 #include <filesystem>
 
 #include "cli/shipped_parts.h"
@@ -90,16 +89,22 @@ TelevisionPage::TelevisionPage(const PageVerbOptions& options, page::ConsoleSink
 
 TelevisionPage::~TelevisionPage() { time_limit_.BeginClosing(); }
 
-bool TelevisionPage::RunUntilIdle() {
-  if (page_->RunUntilIdle(time_limit_.left())) return true;
-  char seconds[32];
-  std::snprintf(seconds, sizeof seconds, "%g",
-                static_cast<double>(time_limit_.limit().count()) / 1000);
-  Complain(
-      std::string("stopped: after ") + seconds +
-      " s the page still waits for a timer or an answer. Allow more with --timeout SECONDS, or "
-      "end what keeps it busy (an interval that is never cleared?).");
-  return false;
+ExitCode TelevisionPage::Run(
+    const std::vector<std::pair<std::string, std::string>>& named_scripts) {
+  for (const auto& [name, script] : named_scripts) {
+    if (const auto error = page_->Evaluate(script, name)) {
+      errors_.OnScriptError(*error);
+      return ExitCode::kScriptError;
+    }
+  }
+  const bool is_idle = page_->RunUntilIdle(time_limit_.left());
+  if (!is_idle) {
+    Complain("stopped: after " + time_limit_.seconds() +
+             " s the page still waits for a timer or an answer. Allow more with --timeout SECONDS, "
+             "or end what keeps it busy (an interval that is never cleared?).");
+  }
+  if (errors_.count() > 0) return ExitCode::kScriptError;
+  return is_idle ? ExitCode::kDone : ExitCode::kTimeLimit;
 }
 
 }  // namespace orvane::cli

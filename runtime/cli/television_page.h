@@ -4,11 +4,13 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
 
 #include "app/web_application.h"
+#include "cli/exit_code.h"
 #include "cli/output.h"
 #include "cli/set_options.h"
 #include "cli/set_printer.h"
@@ -47,10 +49,10 @@ class TelevisionPage final : private television::TelevisionListener {
   TelevisionPage& operator=(const TelevisionPage&) = delete;
 
   page::Page& page() { return *page_; }
-  ErrorPrinter& errors() { return errors_; }
 
-  // Runs the page until nothing is pending. False, after a message, when the time limit came first.
-  bool RunUntilIdle();
+  // Runs the scripts, each with its name, and then the page until nothing is pending. What went
+  // wrong has been printed.
+  ExitCode Run(const std::vector<std::pair<std::string, std::string>>& named_scripts);
 
  private:
   void OnExplanation(const std::string& text) override { refusals_.Print(text); }

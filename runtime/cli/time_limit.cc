@@ -5,9 +5,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <sstream>
 
 #include "cli/exit_code.h"
+#include "cli/output.h"
 
 namespace orvane::cli {
 
@@ -55,16 +56,17 @@ void TimeLimit::Watch() {
   }
 }
 
+std::string TimeLimit::seconds() const {
+  std::ostringstream text;
+  text << static_cast<double>(limit_.count()) / 1000;
+  return text.str();
+}
+
 void TimeLimit::EndProcess() const {
-  if (closing_) {
-    std::fputs("orvane: stopped: an extension did not finish its work when the page was closed.\n",
-               stderr);
-  } else {
-    std::fprintf(stderr,
-                 "orvane: stopped: a script was still running after %g s. Is there a loop that "
-                 "never ends? Allow more with --timeout SECONDS.\n",
-                 static_cast<double>(limit_.count()) / 1000);
-  }
+  Complain(closing_
+               ? "stopped: an extension did not finish its work when the page was closed."
+               : "stopped: a script was still running after " + seconds() +
+                     " s. Is there a loop that never ends? Allow more with --timeout SECONDS.");
   // Neither the script nor what waits for it can be asked to end.
   _exit(static_cast<int>(ExitCode::kTimeLimit));
 }

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <string>
 #include <thread>
 
 namespace orvane::cli {
@@ -21,7 +22,7 @@ class TimeLimit {
   TimeLimit(const TimeLimit&) = delete;
   TimeLimit& operator=(const TimeLimit&) = delete;
 
-  std::chrono::milliseconds limit() const { return limit_; }
+  std::string seconds() const;             // of the limit, for people
   std::chrono::milliseconds left() const;  // never below 0
 
   // The scripts have done their part; what remains is closing the page.

@@ -46,20 +46,11 @@ ExitCode RefuseMethod(const std::string& method, const std::vector<std::string>&
   return ExitCode::kUsage;
 }
 
-// Shows what the page writes to its console without disturbing the result on the standard output.
-class SideConsole final : public page::ConsoleSink {
- public:
-  void OnConsole(page::ConsoleLevel, const std::string& text) override {
-    const std::string line = "console: " + text + "\n";
-    std::fwrite(line.data(), 1, line.size(), stderr);
-  }
-};
-
 // The script kCallScript makes the call, and says by these functions what came of it.
 ExitCode Call(const CallOptions& options) {
   std::optional<ExitCode>
       exit_code;  // empty until the method has answered; the first answer counts
-  SideConsole console;
+  ConsolePrinter console(ConsolePrinter::Place::kBesideResult);
   TelevisionPage page(options, options.show_console ? &console : nullptr);
   page.page().DefineFunction("orvaneCommand.request", [&options](const std::string&) {
     return base::JsonText({{"method", options.method}, {"arguments", options.arguments}});
@@ -77,13 +68,8 @@ ExitCode Call(const CallOptions& options) {
          [&](const Json& given) { return RefuseArgument(options, given.at(0), given.at(1)); });
   define("refuseMethod",
          [&](const Json& given) { return RefuseMethod(options.method, given.at(0)); });
-  if (const auto error = page.page().Evaluate(kCallScript, "call.js")) {
-    page.errors().OnScriptError(*error);
-    return ExitCode::kScriptError;
-  }
-  const bool idle = page.RunUntilIdle();
-  if (page.errors().count() > 0) return ExitCode::kScriptError;
-  if (!idle) return ExitCode::kTimeLimit;
+  const ExitCode ended = page.Run({{"call.js", kCallScript}});
+  if (ended != ExitCode::kDone) return ended;
   if (!exit_code) Complain(options.method + " called none of its callbacks.");
   return exit_code.value_or(ExitCode::kScriptError);
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/television_page.h"
@@ -17,26 +18,16 @@ struct ExecOptions : PageVerbOptions {
 
 ExitCode Exec(const ExecOptions& options) {
   // All are read before the first runs, so that a wrong path is told before anything happens.
-  std::vector<std::string> sources;
+  std::vector<std::pair<std::string, std::string>> scripts;
   for (const std::string& path : options.scripts) {
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) {
       throw CommandError(path + " is a folder. Name a script; an application goes with --app.");
     }
-    sources.push_back(ReadInput(path, "script"));
+    scripts.emplace_back(path == "-" ? "<stdin>" : path, ReadInput(path, "script"));
   }
   ConsolePrinter console;
-  TelevisionPage page(options, &console);
-  for (size_t i = 0; i < sources.size(); ++i) {
-    const std::string& path = options.scripts[i];
-    if (const auto error = page.page().Evaluate(sources[i], path == "-" ? "<stdin>" : path)) {
-      page.errors().OnScriptError(*error);
-      return ExitCode::kScriptError;
-    }
-  }
-  const bool idle = page.RunUntilIdle();
-  if (page.errors().count() > 0) return ExitCode::kScriptError;
-  return idle ? ExitCode::kDone : ExitCode::kTimeLimit;
+  return TelevisionPage(options, &console).Run(scripts);
 }
 
 }  // namespace

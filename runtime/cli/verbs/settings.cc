@@ -39,18 +39,13 @@ const std::map<std::string, int>& Types() {
 }
 
 // The settings of a state folder, whether a set runs on it or not: none is started for this.
-class FolderSettings {
- public:
-  explicit FolderSettings(const std::string& state_folder)
-      : paths_(StateFolder(state_folder)), settings_(events_, paths_) {}
+struct FolderSettings {
+  explicit FolderSettings(const std::string& state_folder) : paths(StateFolder(state_folder)) {}
+  std::string folder() const { return paths.state_folder().string(); }
 
-  tvset::Settings& get() { return settings_; }
-  std::string folder() const { return paths_.state_folder().string(); }
-
- private:
-  tvset::EventHub events_;
-  const tvset::Paths paths_;
-  tvset::Settings settings_;
+  tvset::EventHub events;
+  const tvset::Paths paths;
+  tvset::Settings store{events, paths};
 };
 
 void RequireKey(const std::string& key) {
@@ -82,7 +77,7 @@ ExitCode Get(const SettingOptions& options) {
     Fail("there is no setting " + options.key + ": no set runs on " + settings.folder() +
          ", and those under memory/ go with it" + remedy);
   }
-  const auto setting = settings.get().Find(options.key);
+  const auto setting = settings.store.Find(options.key);
   if (!setting) {
     Fail("there is no setting " + options.key + " below " + settings.folder() + remedy);
   }
@@ -97,7 +92,7 @@ ExitCode Get(const SettingOptions& options) {
 ExitCode Set(const SettingOptions& options) {
   RequireKey(options.key);
   FolderSettings settings(options.state_folder);
-  if (!settings.get().Set(options.key, Types().at(options.type), options.value)) {
+  if (!settings.store.Set(options.key, Types().at(options.type), options.value)) {
     Fail("the setting " + options.key + " below " + settings.folder() + " did not take \"" +
          options.value + "\" as " + options.type +
          ": the value is none of that type, or the folder cannot be written");
@@ -107,7 +102,7 @@ ExitCode Set(const SettingOptions& options) {
              "; the next one that starts forgets " + options.key);
   }
   // What is stored now, which another process may have changed meanwhile.
-  const auto stored = settings.get().Find(options.key);
+  const auto stored = settings.store.Find(options.key);
   if (options.json && stored) PrintAsJson(*stored);
   return ExitCode::kDone;
 }
