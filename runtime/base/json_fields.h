@@ -71,9 +71,9 @@ std::string WholeNumber(const std::string& lowest, const std::string& highest);
 
 // Whether the type is made from that template, such as std::vector.
 template <class T, template <class...> class Template>
-constexpr bool kIsA = false;
+inline constexpr bool kIsA = false;
 template <class... Arguments, template <class...> class Template>
-constexpr bool kIsA<Template<Arguments...>, Template> = true;
+inline constexpr bool kIsA<Template<Arguments...>, Template> = true;
 
 // A whole number, also where it is written as 2.0 or 2e3. False: it is none, or not the type's.
 template <class T>
