@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: The Orvane authors
 // SPDX-License-Identifier: Apache-2.0
-#include <chrono>
 #include <csignal>
 
 #include "driver.h"
@@ -8,7 +7,6 @@
 namespace orvane::television {
 namespace {
 
-using std::chrono::steady_clock;
 using testing::HasSubstr;
 
 using EndTest = SetProcessTest;
@@ -37,10 +35,8 @@ TEST_F(EndTest, EndsWhenTheServerIsGoneWhileAHandlerIsBusy) {
   Start();
   Post(7, "hang", kTester);
   WaitForMessage("post");
-  const auto closed = steady_clock::now();
   CloseSocket();
   EXPECT_EQ(WaitForExit(), EXIT_FAILURE);
-  EXPECT_LT(steady_clock::now() - closed, std::chrono::seconds(30));
 }
 
 TEST_F(EndTest, NamesTheMessageThatEndedIt) {
