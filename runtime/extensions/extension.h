@@ -61,6 +61,7 @@ class Extension : public std::enable_shared_from_this<Extension> {
   Extension(std::shared_ptr<HostContext> context, std::filesystem::path path);
   Extension(const Extension&) = delete;
   Extension& operator=(const Extension&) = delete;
+  ~Extension() = default;
 
   // What the extension names itself with in calls of the C interface. Dead once it has ended.
   XW_Extension handle() const { return handle_; }

@@ -222,7 +222,7 @@ void Dispatcher::Begin(const Request& request, std::string_view what, std::strin
 void Dispatcher::Create(const Request& request) {
   const auto head = request.Read<ToExtension>();
   Begin(request, "create", head.extension, "");
-  television().contexts().Create(head.context, head.extension);
+  television().contexts().Get(head.context, head.extension);
   frames_.Answer(request.numbers.id, {});
 }
 
@@ -230,8 +230,10 @@ void Dispatcher::Sync(const Request& request) {
   const auto head = request.Read<ToExtension>();
   Begin(request, "sync", head.extension, request.body);
   const auto begin = std::chrono::steady_clock::now();
-  const std::string reply =
-      television().contexts().SendSync(head.context, head.extension, std::string(request.body));
+  const std::string reply = television()
+                                .contexts()
+                                .Get(head.context, head.extension)
+                                .SendSyncMessage(std::string(request.body));
   const auto time = std::chrono::steady_clock::now() - begin;
   frames_.AnswerText(request.numbers.id, reply,
                      std::chrono::duration_cast<std::chrono::microseconds>(time).count());
@@ -241,11 +243,8 @@ void Dispatcher::Post(const Request& request) {
   const auto head = request.Read<ToExtension>();
   const std::string body(request.body);
   Begin(request, "post", head.extension, head.is_binary ? "" : body);
-  if (head.is_binary) {
-    television().contexts().PostBinary(head.context, head.extension, body);
-  } else {
-    television().contexts().Post(head.context, head.extension, body);
-  }
+  extensions::Instance& instance = television().contexts().Get(head.context, head.extension);
+  head.is_binary ? instance.PostBinaryMessage(body) : instance.PostMessage(body);
 }
 
 void Dispatcher::Runtime(const Request& request) {

@@ -64,30 +64,12 @@ PageInstances::PageInstances(extensions::ExtensionHost& host, FrameSender& frame
 
 PageInstances::~PageInstances() = default;
 
-void PageInstances::Create(int64_t context, const std::string& extension) {
-  Find(context, extension);
-}
-
-std::string PageInstances::SendSync(int64_t context, const std::string& extension,
-                                    const std::string& text) {
-  return Find(context, extension).instance().SendSyncMessage(text);
-}
-
-void PageInstances::Post(int64_t context, const std::string& extension, const std::string& text) {
-  Find(context, extension).instance().PostMessage(text);
-}
-
-void PageInstances::PostBinary(int64_t context, const std::string& extension,
-                               const std::string& bytes) {
-  Find(context, extension).instance().PostBinaryMessage(bytes);
-}
-
 void PageInstances::Close(int64_t context) {
   closed_.insert(context);
   contexts_.erase(context);
 }
 
-PageInstances::Connection& PageInstances::Find(int64_t context, const std::string& extension) {
+extensions::Instance& PageInstances::Get(int64_t context, const std::string& extension) {
   extensions::Extension* const found = host_.Find(extension);
   if (found == nullptr) throw television::RequestError(NoExtension(host_, extension));
   if (closed_.count(context) != 0) {
@@ -96,7 +78,7 @@ PageInstances::Connection& PageInstances::Find(int64_t context, const std::strin
   }
   std::unique_ptr<Connection>& connection = contexts_[context][found->name()];
   if (!connection) connection = std::make_unique<Connection>(context, *found, frames_);
-  return *connection;
+  return connection->instance();
 }
 
 }  // namespace orvane::set_process

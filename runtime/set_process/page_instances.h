@@ -26,18 +26,14 @@ class PageInstances {
   PageInstances(const PageInstances&) = delete;
   PageInstances& operator=(const PageInstances&) = delete;
 
-  void Create(int64_t context, const std::string& extension);
-  std::string SendSync(int64_t context, const std::string& extension, const std::string& text);
-  void Post(int64_t context, const std::string& extension, const std::string& text);
-  void PostBinary(int64_t context, const std::string& extension, const std::string& bytes);
+  // The extension's instance for the context, made with the first call. Valid until Close.
+  extensions::Instance& Get(int64_t context, const std::string& extension);
   // Destroys its instances. Nothing happens to one that was never used.
   void Close(int64_t context);
 
  private:
   class Connection;
   using Connections = std::map<std::string, std::unique_ptr<Connection>>;  // by extension
-
-  Connection& Find(int64_t context, const std::string& extension);
 
   extensions::ExtensionHost& host_;
   FrameSender& frames_;

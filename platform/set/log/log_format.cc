@@ -148,12 +148,6 @@ std::string FormatLogLine(const LogLine& line, LogFormat format) {
   }
 }
 
-std::string FormatBrief(const LogLine& line) { return FormatLogLine(line, LogFormat::kBrief); }
-
-std::string FormatThreadTime(const LogLine& line) {
-  return FormatLogLine(line, LogFormat::kThreadTime);
-}
-
 LogFilter::LogFilter(const std::vector<std::string>& expressions)
     : other_(expressions.empty() ? 0 : DLOG_PRIO_MAX) {
   for (const std::string& expression : expressions) {

@@ -43,12 +43,6 @@ TEST_F(LogFormatTest, PrintsEachFormAsTheToolDoes) {
             "[ 11-20 23:59:35.123 I/TAG      P 1234, T 1235]\nmsg\n");
 }
 
-TEST_F(LogFormatTest, ShortNamesAreTheSameForms) {
-  const LogLine line = Line("msg");
-  EXPECT_EQ(FormatBrief(line), FormatLogLine(line, LogFormat::kBrief));
-  EXPECT_EQ(FormatThreadTime(line), FormatLogLine(line, LogFormat::kThreadTime));
-}
-
 TEST_F(LogFormatTest, KernelTimeCountsFromTheMachinesStart) {
   timespec now{};
   timespec uptime{};

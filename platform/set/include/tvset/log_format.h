@@ -35,10 +35,6 @@ TVSET_EXPORT LogFormat ParseLogFormat(std::string_view name);
 // are local.
 TVSET_EXPORT std::string FormatLogLine(const LogLine& line, LogFormat format);
 
-// As FormatLogLine with the form of the name.
-TVSET_EXPORT std::string FormatBrief(const LogLine& line);
-TVSET_EXPORT std::string FormatThreadTime(const LogLine& line);
-
 // V, D, I, W, E, F, S, or ? for a number that is no priority.
 TVSET_EXPORT char PriorityLetter(int priority);
 
