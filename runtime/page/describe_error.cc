@@ -88,4 +88,24 @@ ScriptError DescribeError(JSContextRef context, JSValueRef thrown, const std::st
   return error;
 }
 
+std::string Format(const ScriptError& error) {
+  std::string text = error.file;
+  if (error.line > 0) text += ':' + std::to_string(error.line);
+  if (error.line > 0 && error.column > 0) text += ':' + std::to_string(error.column);
+  return text.empty() ? error.message : text + ": " + error.message;
+}
+
+std::string SyntaxErrorOf(const std::string& script, const std::string& name) {
+  JSGlobalContextRef context = JSGlobalContextCreate(nullptr);
+  JSValueRef exception = nullptr;
+  std::string why;
+  // As the body of a function, which is what becomes of it; a stray brace must not end that.
+  const JsString body(script);
+  const JsString file(name);
+  JSObjectMakeFunction(context, nullptr, 0, nullptr, body.get(), file.get(), 1, &exception);
+  if (exception != nullptr) why = TextOf(context, exception);
+  JSGlobalContextRelease(context);
+  return why;
+}
+
 }  // namespace orvane::page

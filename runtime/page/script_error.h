@@ -22,6 +22,10 @@ struct ScriptError {
 // "file:line:column: message", leaving out what is not known.
 std::string Format(const ScriptError& error);
 
+// Why the text is no script, in the engine's words; empty when it is one. `name` is its file. It is
+// taken as the body of a function, where a return may stand. Runs nothing of it. Any thread.
+std::string SyntaxErrorOf(const std::string& script, const std::string& name);
+
 // Told of each error that nothing caught in a timer, a listener, a callback, a microtask or a
 // promise. Borrowed by the pages whose PageOptions name it. Called on the page thread, while a
 // script is evaluated or the page's loop runs; must not run scripts.

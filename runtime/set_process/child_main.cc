@@ -83,14 +83,6 @@ void MapFields(Map& map, ToWidget& head) {
   map("call", head.call);
 }
 
-struct AskPrivilege {
-  std::string privilege;
-};
-template <class Map>
-void MapFields(Map& map, AskPrivilege& head) {
-  map("privilege", head.privilege);
-}
-
 struct ToControl {
   std::string method;
   Json parameters;
@@ -281,7 +273,8 @@ void Dispatcher::Widget(const Request& request) {
 }
 
 void Dispatcher::Privilege(const Request& request) {
-  const std::string privilege = request.Read<AskPrivilege>().privilege;
+  std::string privilege;
+  base::fields::Reader(request.head, "the frame")("privilege", privilege);
   Begin(request, "runtime", "privilege", privilege);
   frames_.Answer(request.numbers.id, television().services().HasPrivilege(privilege));
 }

@@ -12,7 +12,7 @@
 #include "cli/shipped_parts.h"
 #include "cli/simulator.h"
 #include "cli/verbs/verbs.h"
-#include "page/script_syntax.h"
+#include "page/script_error.h"
 #include "server/application/dev_server_address.h"
 #include "server/run_server.h"
 

@@ -15,24 +15,7 @@ using std::chrono::steady_clock;
 
 namespace {
 
-// What the heads of messages have besides their type and their number.
-struct ToExtension {
-  std::string extension;
-};
-template <class Map>
-void MapFields(Map& map, ToExtension& head) {
-  map("extension", head.extension);
-}
-
-struct ToRuntime {
-  std::string kind;  // "plain", "sync" or "async"
-  std::string uri;
-};
-template <class Map>
-void MapFields(Map& map, ToRuntime& head) {
-  map("kind", head.kind);
-  map("uri", head.uri);
-}
+// What the heads of messages have besides texts, their type and their number.
 
 struct ToWidget {
   std::string call;
@@ -56,22 +39,6 @@ void MapFields(Map& map, Console& report) {
   map.Optional("where", report.where);
 }
 
-struct Explanation {
-  std::string text;
-};
-template <class Map>
-void MapFields(Map& map, Explanation& report) {
-  map("text", report.text);
-}
-
-struct ToPrivilege {
-  std::string privilege;
-};
-template <class Map>
-void MapFields(Map& map, ToPrivilege& head) {
-  map("privilege", head.privilege);
-}
-
 struct Key {
   std::string key_name;
   bool is_long = false;
@@ -85,6 +52,13 @@ void MapFields(Map& map, Key& report) {
 template <class T>
 T Read(const Json& head) {
   return base::FromJson<T>(head, "the message");
+}
+
+// A field that has to be there. Throws JsonError.
+std::string FieldText(const Json& head, const char* name) {
+  std::string text;
+  base::fields::Reader(head, "the message")(name, text);
+  return text;
 }
 
 // A number that is none of a message's counts as none.
@@ -145,10 +119,7 @@ struct PageMessages::Request {
   int64_t id;
   const Reply& reply;
 
-  template <class T>
-  T Head() const {
-    return Read<T>(message.head);
-  }
+  std::string Text(const char* field) const { return FieldText(message.head, field); }
   std::string_view Body() const {
     if (!message.body) throw base::JsonError("The message has no text.");
     return *message.body;
@@ -218,34 +189,35 @@ void PageMessages::HandleForm(const Request& request) {
 }
 
 void PageMessages::Sync(const Request& request) {
-  const auto head = request.Head<ToExtension>();
-  Ask(request, {{"op", "sync"}, {"extension", head.extension}}, request.Body(),
-      request.Record("nativeSync", head.extension, std::string(request.Body())));
+  const std::string extension = request.Text("extension");
+  Ask(request, {{"op", "sync"}, {"extension", extension}}, request.Body(),
+      request.Record("nativeSync", extension, std::string(request.Body())));
 }
 
 void PageMessages::Create(const Request& request) {
-  const auto head = request.Head<ToExtension>();
-  Ask(request, {{"op", "create"}, {"extension", head.extension}}, "",
-      request.Record("create", head.extension, nullptr));
+  const std::string extension = request.Text("extension");
+  Ask(request, {{"op", "create"}, {"extension", extension}}, "",
+      request.Record("create", extension, nullptr));
 }
 
 void PageMessages::AskPrivilege(const Request& request) {
-  const auto head = request.Head<ToPrivilege>();
-  Ask(request, {{"op", "privilege"}, {"privilege", head.privilege}}, "",
-      request.Record("privilege", head.privilege, nullptr));
+  const std::string privilege = request.Text("privilege");
+  Ask(request, {{"op", "privilege"}, {"privilege", privilege}}, "",
+      request.Record("privilege", privilege, nullptr));
 }
 
 void PageMessages::CallRuntime(const Request& request) {
-  const auto head = request.Head<ToRuntime>();
+  const std::string way = request.Text("kind");  // "plain", "sync" or "async"
+  const std::string uri = request.Text("uri");
   const char* kind = "runtimePlain";
-  if (head.kind == "sync") kind = "runtimeSync";
-  if (head.kind == "async") kind = "runtimeAsync";
-  Ask(request, {{"op", "runtime"}, {"kind", head.kind}, {"uri", head.uri}}, request.Body(),
-      request.Record(kind, head.uri, std::string(request.Body())));
+  if (way == "sync") kind = "runtimeSync";
+  if (way == "async") kind = "runtimeAsync";
+  Ask(request, {{"op", "runtime"}, {"kind", way}, {"uri", uri}}, request.Body(),
+      request.Record(kind, uri, std::string(request.Body())));
 }
 
 void PageMessages::CallWidget(const Request& request) {
-  const auto head = request.Head<ToWidget>();
+  const auto head = Read<ToWidget>(request.message.head);
   const Json args(head.args);
   Ask(request, {{"op", "widget"}, {"call", head.call}}, base::JsonText(args),
       request.Record("widget", head.call, args));
@@ -254,13 +226,13 @@ void PageMessages::CallWidget(const Request& request) {
 void PageMessages::Echo(const Request& request) { request.reply(Answer(request.id, nullptr)); }
 
 void PageMessages::Post(const Request& request) {
-  const auto head = request.Head<ToExtension>();
+  const std::string extension = request.Text("extension");
   const bool is_binary = request.message.is_binary;
-  Json posted{{"op", "post"}, {"context", request.context.id()}, {"extension", head.extension}};
+  Json posted{{"op", "post"}, {"context", request.context.id()}, {"extension", extension}};
   if (is_binary) posted["binary"] = true;
   set_process_.Post(posted, request.Body());
   journal_.AddTrace(
-      request.Record(PostKind(is_binary), head.extension, PayloadOf(request.Body(), is_binary)));
+      request.Record(PostKind(is_binary), extension, PayloadOf(request.Body(), is_binary)));
   request.reply(Answer(request.id, nullptr));
 }
 
@@ -330,7 +302,7 @@ void PageMessages::HandleReport(PageContext& context, const Json& report) {
   }
   Json entry;
   if (type == "console") entry = base::ToJson(Read<Console>(report));
-  if (type == "explain") entry = base::ToJson(Read<Explanation>(report));
+  if (type == "explain") entry = {{"text", FieldText(report, "text")}};
   if (entry.is_null()) throw base::JsonError("A report of this form is known to nobody.");
   entry["context"] = context.id();
   if (type == "console") return journal_.AddConsole(std::move(entry));
