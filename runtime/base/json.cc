@@ -64,7 +64,7 @@ void AppendJsonString(std::string_view value, std::string* text) {
     return;
   }
   text->push_back('"');
-  for (size_t end = 0; (end = value.find_first_of("\"\\")) != value.npos;) {
+  for (size_t end = 0; (end = value.find_first_of("\"\\")) != std::string_view::npos;) {
     text->append(value.substr(0, end)).append({'\\', value[end]});
     value.remove_prefix(end + 1);
   }

@@ -238,14 +238,12 @@ void AppendEach(const T& elements, const char* brackets, std::string* text, Each
 
 template <class T>
 void Append(const T& value, std::string* text) {
-  if constexpr (std::is_same_v<T, Json>) {
+  if constexpr (std::is_same_v<T, Json> || std::is_floating_point_v<T>) {
     AppendJson(value, text);
   } else if constexpr (std::is_same_v<T, bool>) {
     text->append(value ? "true" : "false");
   } else if constexpr (std::is_integral_v<T>) {
     text->append(std::to_string(value));
-  } else if constexpr (std::is_floating_point_v<T>) {
-    AppendJson(value, text);
   } else if constexpr (std::is_enum_v<T>) {
     const auto& names = EnumNames(value);
     const auto found = std::find_if(std::begin(names), std::end(names),

@@ -22,11 +22,11 @@ LoadedExtension Extension::Load(std::shared_ptr<HostContext> context,
   const auto extension =
       std::make_shared<Extension>(std::move(context), std::filesystem::absolute(library));
   Registry& registry = Registry::Process();
-  registry.extensions.Add(extension->handle(), extension);
+  registry.extensions().Add(extension->handle(), extension);
   try {
     extension->Initialize();
   } catch (...) {
-    registry.extensions.Remove(extension->handle());
+    registry.extensions().Remove(extension->handle());
     throw;
   }
   return LoadedExtension(extension.get());
@@ -74,7 +74,7 @@ void Extension::Initialize() {
 
 void Extension::End() {
   Registry& registry = Registry::Process();
-  for (const auto& instance : registry.instances.All()) {
+  for (const auto& instance : registry.instances().All()) {
     if (&instance->extension() == this) instance->Destroy();
   }
   if (registration_.shutdown != nullptr) {
@@ -85,7 +85,7 @@ void Extension::End() {
                      ". No exception may leave a callback.");
     }
   }
-  const std::shared_ptr<Extension> self = registry.extensions.Remove(handle_);
+  const std::shared_ptr<Extension> self = registry.extensions().Remove(handle_);
   if (!CallbackFrame::IsRunning(*this)) return library_.reset();
   static_cast<void>(library_.release());  // it stays in the process, and in use
   context_->Warn(Describe() +
@@ -97,7 +97,7 @@ std::unique_ptr<Instance> Extension::CreateInstance(InstanceClient* client) {
   context_->Enter("Extension::CreateInstance");
   if (client == nullptr) throw HostError("Extension::CreateInstance needs a client.");
   auto state = std::make_shared<InstanceState>(shared_from_this(), *client);
-  Registry::Process().instances.Add(state->handle(), state);
+  Registry::Process().instances().Add(state->handle(), state);
   // Made first, so that nothing can fail once the extension knows the instance.
   auto instance = std::make_unique<Instance>(state);
   state->Create();

@@ -58,7 +58,7 @@ CatalogueItem* FindWaiting(Catalogue& catalogue, const std::filesystem::path& li
 
 ExtensionHost::ExtensionHost(HostOptions options)
     : context_(std::make_shared<HostContext>(std::move(options))) {
-  Registry::Process().hosts.Add(context_.get(), context_);
+  Registry::Process().hosts().Add(context_.get(), context_);
 }
 
 ExtensionHost::~ExtensionHost() {
@@ -69,7 +69,7 @@ ExtensionHost::~ExtensionHost() {
         "there. End it on the extension thread.");
   }
   while (!extensions_.empty()) extensions_.pop_back();
-  Registry::Process().hosts.Remove(context_.get());
+  Registry::Process().hosts().Remove(context_.get());
   context_->Close();
 }
 

@@ -42,7 +42,7 @@ void HostContext::Enter(const char* call) {
 
 void HostContext::DestroyAbandonedInstances() {
   has_abandoned_instances_ = false;
-  for (const auto& instance : Registry::Process().instances.All()) {
+  for (const auto& instance : Registry::Process().instances().All()) {
     const bool is_ours = &instance->extension().context() == this;
     if (is_ours && instance->is_abandoned()) instance->Destroy();
   }

@@ -42,7 +42,7 @@ void InstanceState::Destroy() {
 
 // The order matters: whoever finds the gate closed must see that the instance is dead.
 void InstanceState::Die() {
-  Registry::Process().instances.Remove(handle_);
+  Registry::Process().instances().Remove(handle_);
   alive_.store(false, std::memory_order_release);
   client_gate_.Close();
   sync_calls_.End();

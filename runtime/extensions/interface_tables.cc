@@ -32,7 +32,7 @@ template <typename Body>
 auto WithExtension(const char* call, XW_Extension handle, Body&& body) {
   using Result = std::invoke_result_t<Body, Extension&>;
   return GuardCall(call, [&]() -> Result {
-    const std::shared_ptr<Extension> extension = Registry::Process().extensions.Find(handle);
+    const std::shared_ptr<Extension> extension = Registry::Process().extensions().Find(handle);
     if (extension != nullptr) return body(*extension);
     WarnAboutDeadHandle(HandleKind::kExtension, call, handle);
     return Result();
@@ -50,7 +50,7 @@ auto WithInstance(const char* call, XW_Instance handle, Body&& body) {
     if (current != nullptr && current->handle() == handle && current->is_alive()) {
       return body(*current);
     }
-    const std::shared_ptr<InstanceState> instance = Registry::Process().instances.Find(handle);
+    const std::shared_ptr<InstanceState> instance = Registry::Process().instances().Find(handle);
     if (instance != nullptr) return body(*instance);
     WarnAboutDeadHandle(HandleKind::kInstance, call, handle);
     return Result();

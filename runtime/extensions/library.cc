@@ -84,7 +84,7 @@ LoadedLibrary LoadLibrary(const std::filesystem::path& path) {
     const char* reason = dlerror();
     Refuse(path, reason != nullptr ? reason : "no reason given");
   }
-  if (!Registry::Process().libraries.Add(library, nullptr)) {
+  if (!Registry::Process().libraries().Add(library, nullptr)) {
     dlclose(library);
     Refuse(path, "it is loaded already. Name the library once; another copy needs another file.");
   }
@@ -92,7 +92,7 @@ LoadedLibrary LoadLibrary(const std::filesystem::path& path) {
 }
 
 void LibraryCloser::operator()(void* library) const {
-  Registry::Process().libraries.Remove(library);
+  Registry::Process().libraries().Remove(library);
   dlclose(library);
 }
 

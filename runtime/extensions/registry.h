@@ -73,16 +73,20 @@ class Registry {
   int32_t NewHandle();
 
   // From before XW_Initialize until after the shutdown callback.
-  Living<XW_Extension, Extension> extensions;
+  Living<XW_Extension, Extension>& extensions() { return extensions_; }
   // From before `created` until after `destroyed`; the oldest comes first.
-  Living<XW_Instance, InstanceState> instances;
+  Living<XW_Instance, InstanceState>& instances() { return instances_; }
   // Hosts hear of calls that cannot be tied to one of them.
-  Living<const HostContext*, HostContext> hosts;
+  Living<const HostContext*, HostContext>& hosts() { return hosts_; }
   // A library has one set of globals, so it serves one host at a time. By the loader's handle;
   // there is nothing to keep alive, so the values are null.
-  Living<const void*, void> libraries;
+  Living<const void*, void>& libraries() { return libraries_; }
 
  private:
+  Living<XW_Extension, Extension> extensions_;
+  Living<XW_Instance, InstanceState> instances_;
+  Living<const HostContext*, HostContext> hosts_;
+  Living<const void*, void> libraries_;
   std::mutex mutex_;
   // Guarded by mutex_.
   int32_t last_handle_ = 0;

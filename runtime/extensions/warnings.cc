@@ -14,8 +14,8 @@ namespace {
 
 bool IsOfOtherKind(HandleKind kind, int32_t handle) {
   const Registry& registry = Registry::Process();
-  return kind == HandleKind::kExtension ? registry.instances.Find(handle) != nullptr
-                                        : registry.extensions.Find(handle) != nullptr;
+  return kind == HandleKind::kExtension ? registry.instances().Find(handle) != nullptr
+                                        : registry.extensions().Find(handle) != nullptr;
 }
 
 std::string DeadHandleText(HandleKind kind, int32_t handle) {
@@ -45,7 +45,7 @@ void WarnAboutCall(const char* call, const std::string& text) noexcept {
       return;
     }
     const std::string whole = std::string(call) + ": " + text;
-    for (const auto& host : Registry::Process().hosts.All()) host->Warn(whole);
+    for (const auto& host : Registry::Process().hosts().All()) host->Warn(whole);
   } catch (...) {
     // No memory for the text.
   }

@@ -16,7 +16,7 @@ namespace orvane::page {
 // their `this`. The engine's object borrows it: whoever makes one keeps the NativeObject for as
 // long as the context lives. Page thread only.
 class NativeObject {
- protected:
+ public:
   virtual ~NativeObject() = default;
 };
 

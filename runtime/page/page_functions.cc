@@ -84,7 +84,7 @@ JSValueRef PageCore::ReportError(const NativeCall& call) {
 JSValueRef PageCore::ReportRejection(const NativeCall& call) {
   ScriptError error = DescribeError(call.context, call[1], {});
   error.message.insert(0, "Unhandled promise rejection: ");
-  Report(std::move(error));
+  Report(error);
   return JSValueMakeUndefined(call.context);
 }
 
