@@ -74,11 +74,11 @@ class ConfigReader {
 
  private:
   using Method = void (ConfigReader::*)(const pugi::xml_node&);
-  struct Row {
+  struct ElementRow {
     std::string_view space, name;
     Method read;
   };
-  static const Row kRows[];
+  static const ElementRow kRows[];
 
   void Error(const pugi::xml_node& element, std::string text) {
     errors_.push_back({file_, document_.LineOf(element), element.name(), std::move(text)});
@@ -111,7 +111,7 @@ class ConfigReader {
   pugi::xml_node application_element_, content_, tizen_content_, name_;
 };
 
-const ConfigReader::Row ConfigReader::kRows[] = {
+const ConfigReader::ElementRow ConfigReader::kRows[] = {
     {kTizen, "application", &ConfigReader::ReadApplication},
     {kTizen, "metadata", &ConfigReader::ReadMetadata},
     {kTizen, "privilege", &ConfigReader::ReadPrivilege},
@@ -156,7 +156,7 @@ void ConfigReader::ReadElement(const pugi::xml_node& element) {
     return;
   }
   const std::string name = TextOf(element, "local-name()");
-  for (const Row& row : kRows) {
+  for (const ElementRow& row : kRows) {
     if (row.space == space && row.name == name) return (this->*row.read)(element);
   }
   WarnOfMisspelling(element, space);
@@ -183,7 +183,7 @@ void ConfigReader::WarnOfMisspelling(const pugi::xml_node& element, std::string_
   const std::string name = TextOf(element, "local-name()");
   if (std::find(std::begin(kOthers), std::end(kOthers), name) != std::end(kOthers)) return;
   std::vector<std::string> near;
-  for (const Row& row : kRows) {
+  for (const ElementRow& row : kRows) {
     if (row.name == name && row.space != space) {
       Warn(element, "the element is not in the namespace " + std::string(row.space) +
                         ", so that it counts for nothing. Write <" +

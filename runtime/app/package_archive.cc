@@ -97,7 +97,7 @@ void PackageArchive::ReadEntries() {
   }
 }
 
-PackageArchive::Entry PackageArchive::ReadEntry(zip_uint64_t index) const {
+PackageArchive::ArchiveEntry PackageArchive::ReadEntry(zip_uint64_t index) const {
   const char* raw_name = zip_get_name(archive_.get(), index, ZIP_FL_ENC_GUESS);
   if (raw_name == nullptr) Refuse("is damaged: a file in it has no name. Pack it again.");
   std::string name = raw_name;
@@ -131,10 +131,10 @@ void PackageArchive::CheckKind(zip_uint64_t index, const std::string& name) cons
 }
 
 void PackageArchive::CheckConfigIsThere() const {
-  const auto is_config = [](const Entry& entry) {
+  const auto is_config = [](const ArchiveEntry& entry) {
     return entry.name == "config.xml" && !entry.is_folder;
   };
-  const auto ends_with_config = [](const Entry& entry) {
+  const auto ends_with_config = [](const ArchiveEntry& entry) {
     return boost::ends_with(entry.name, "/config.xml");
   };
   if (std::any_of(entries_.begin(), entries_.end(), is_config)) return;
@@ -145,7 +145,7 @@ void PackageArchive::CheckConfigIsThere() const {
 }
 
 void PackageArchive::ExtractTo(const fs::path& folder) {
-  for (const Entry& entry : entries_) {
+  for (const ArchiveEntry& entry : entries_) {
     const fs::path target = folder / entry.name;
     std::error_code error;
     fs::create_directories(entry.is_folder ? target : target.parent_path(), error);
@@ -154,7 +154,7 @@ void PackageArchive::ExtractTo(const fs::path& folder) {
   }
 }
 
-void PackageArchive::ExtractFile(const Entry& entry, const fs::path& target) {
+void PackageArchive::ExtractFile(const ArchiveEntry& entry, const fs::path& target) {
   const std::unique_ptr<zip_file_t, FileCloser> file(
       zip_fopen_index(archive_.get(), entry.index, 0));
   if (!file) {

@@ -25,7 +25,7 @@ class PackageArchive {
   void ExtractTo(const std::filesystem::path& folder);
 
  private:
-  struct Entry {
+  struct ArchiveEntry {
     zip_uint64_t index;
     std::string name;  // relative, without "..", in UTF-8
     bool is_folder;
@@ -36,16 +36,16 @@ class PackageArchive {
 
   void Open();
   void ReadEntries();
-  Entry ReadEntry(zip_uint64_t index) const;
+  ArchiveEntry ReadEntry(zip_uint64_t index) const;
   void CheckKind(zip_uint64_t index, const std::string& name) const;
   void CheckConfigIsThere() const;
-  void ExtractFile(const Entry& entry, const std::filesystem::path& target);
+  void ExtractFile(const ArchiveEntry& entry, const std::filesystem::path& target);
   [[noreturn]] void Refuse(const std::string& text) const;
 
   const std::filesystem::path file_;
   const UnpackLimits limits_;
   std::unique_ptr<zip_t, Closer> archive_;
-  std::vector<Entry> entries_;
+  std::vector<ArchiveEntry> entries_;
   std::uint64_t bytes_left_;
 };
 

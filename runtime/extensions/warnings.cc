@@ -13,7 +13,7 @@ namespace orvane::extensions {
 namespace {
 
 bool IsOfOtherKind(HandleKind kind, int32_t handle) {
-  const Registry& registry = Registry::Process();
+  Registry& registry = Registry::Process();
   return kind == HandleKind::kExtension ? registry.instances().Find(handle) != nullptr
                                         : registry.extensions().Find(handle) != nullptr;
 }

@@ -123,11 +123,11 @@ class Dispatcher {
     }
   };
   using Handler = void (Dispatcher::*)(const Request& request);
-  struct Row {
+  struct OperationRow {
     std::string_view op;
     Handler handle;
   };
-  static const Row kRows[];
+  static const OperationRow kRows[];
 
   void HandleRequest(const std::string& op, const base::Frame& frame);
   void StartSet(const base::Frame& frame);
@@ -151,7 +151,7 @@ class Dispatcher {
   std::unique_ptr<ServedTelevision> television_;
 };
 
-const Dispatcher::Row Dispatcher::kRows[] = {
+const Dispatcher::OperationRow Dispatcher::kRows[] = {
     {"sync", &Dispatcher::Sync},           {"post", &Dispatcher::Post},
     {"runtime", &Dispatcher::Runtime},     {"control", &Dispatcher::CallControl},
     {"create", &Dispatcher::Create},       {"close", &Dispatcher::Close},
@@ -175,7 +175,7 @@ void Dispatcher::HandleRequest(const std::string& op, const base::Frame& frame) 
   try {
     request.numbers = request.Read<Numbers>();
     const auto row = std::find_if(std::begin(kRows), std::end(kRows),
-                                  [&](const Row& known) { return known.op == op; });
+                                  [&](const OperationRow& known) { return known.op == op; });
     if (row == std::end(kRows)) throw RequestError("There is no request \"" + op + "\".");
     (this->*row->handle)(request);
   } catch (const std::exception& error) {

@@ -27,21 +27,21 @@ void MapFields(Map& map, LibraryError& error) {
 }
 
 // What the library answers at once, and what it posts later.
-struct Reply {
+struct ResourceReply {
   std::optional<int64_t> callback_id;
   std::optional<LibraryError> error;
   Json result = Json::object();
 };
 template <class Map>
-void MapFields(Map& map, Reply& reply) {
+void MapFields(Map& map, ResourceReply& reply) {
   map("callbackId", reply.callback_id);
   map("error", reply.error);
   map.Optional("result", reply.result);
 }
 
 // Throws base::JsonError.
-Reply ReadReply(std::string_view text) {
-  return base::FromJson<Reply>(base::ParseJson(text), "the library's answer");
+ResourceReply ReadReply(std::string_view text) {
+  return base::FromJson<ResourceReply>(base::ParseJson(text), "the library's answer");
 }
 
 std::string TextOf(const LibraryError& error) {
@@ -68,7 +68,7 @@ void ResourceReader::Read(const std::string& resource, const Receiver& receiver)
   const Json request = {{"cmd", "OrvaneManager_getSystemStat"},
                         {"args", {{"resource", resource}, {"callbackId", call}}}};
   // The figure may be posted before this returns; then the request is answered already.
-  const Reply reply = ReadReply(instance.SendSyncMessage(base::JsonText(request)));
+  const ResourceReply reply = ReadReply(instance.SendSyncMessage(base::JsonText(request)));
   if (!reply.error) return;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
@@ -79,7 +79,7 @@ void ResourceReader::Read(const std::string& resource, const Receiver& receiver)
 }
 
 void ResourceReader::OnMessage(std::string_view text) {
-  Reply reply;
+  ResourceReply reply;
   try {
     reply = ReadReply(text);
   } catch (const base::JsonError&) {

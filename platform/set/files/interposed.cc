@@ -138,15 +138,15 @@ bool IsForReading(const char* mode) {
 }
 
 using Access = SetFileReader::Access;
-using Answer = SetFileReader::Answer;
+using AnswerKind = SetFileReader::AnswerKind;
 
 [[gnu::noinline, gnu::cold]] FILE* OpenSetFile(const SetFiles& files, SetFile file,
                                                const char* path, const char* mode,
                                                OpenFunction machine) noexcept {
   try {
     const Access access = SetFileReader(files).Open(file);
-    if (access.answer == Answer::kMachine) return machine(path, mode);
-    if (access.answer == Answer::kError) return Fail<FILE*>(access.error, nullptr);
+    if (access.answer == AnswerKind::kMachine) return machine(path, mode);
+    if (access.answer == AnswerKind::kError) return Fail<FILE*>(access.error, nullptr);
     return IsForReading(mode) ? StreamOver(access.text) : Fail<FILE*>(EACCES, nullptr);
   } catch (...) {
     return Fail<FILE*>(ENOMEM, nullptr);
@@ -167,9 +167,9 @@ struct stat StatusOfOwn() {
                                                  StatFunction machine) noexcept {
   try {
     const Access access = SetFileReader(files).Status(file);
-    if (access.answer == Answer::kMachine) return machine(path, status);
-    if (access.answer == Answer::kError) return Fail(access.error, -1);
-    if (access.answer == Answer::kFile) return machine(access.path.c_str(), status);
+    if (access.answer == AnswerKind::kMachine) return machine(path, status);
+    if (access.answer == AnswerKind::kError) return Fail(access.error, -1);
+    if (access.answer == AnswerKind::kFile) return machine(access.path.c_str(), status);
     if (status == nullptr) return Fail(EFAULT, -1);
     *status = StatusOfOwn();
     return 0;
@@ -182,7 +182,7 @@ struct stat StatusOfOwn() {
                                                const char* mode) noexcept {
   try {
     const Access access = SetFileReader(files).Command();
-    if (access.answer == Answer::kError) return Fail<FILE*>(access.error, nullptr);
+    if (access.answer == AnswerKind::kError) return Fail<FILE*>(access.error, nullptr);
     return g_popen.get()((access.text + " " + arguments).c_str(), mode);
   } catch (...) {
     return Fail<FILE*>(ENOMEM, nullptr);

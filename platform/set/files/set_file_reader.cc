@@ -20,10 +20,10 @@ namespace tvset {
 namespace {
 
 using Access = SetFileReader::Access;
-using Answer = SetFileReader::Answer;
+using AnswerKind = SetFileReader::AnswerKind;
 
-Access Error(int error) { return Access{Answer::kError, error, {}, {}}; }
-Access Text(std::string text) { return Access{Answer::kText, 0, std::move(text), {}}; }
+Access Error(int error) { return Access{AnswerKind::kError, error, {}, {}}; }
+Access Text(std::string text) { return Access{AnswerKind::kText, 0, std::move(text), {}}; }
 
 void ReplaceAll(std::string& text, std::string_view from, const std::string& to) {
   for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
@@ -68,7 +68,7 @@ std::optional<Access> SetFileReader::Instead(SetFile file) const {
   }
   const std::string path = files_.FolderFile(file);
   if (path.empty()) return std::nullopt;
-  return Access{Answer::kFile, 0, {}, path};
+  return Access{AnswerKind::kFile, 0, {}, path};
 }
 
 SetFileReader::Access SetFileReader::Own(SetFile file) const {
@@ -87,13 +87,13 @@ SetFileReader::Access SetFileReader::Own(SetFile file) const {
     case SetFile::kTop:
       break;
   }
-  return Access{Answer::kMachine, 0, {}, {}};
+  return Access{AnswerKind::kMachine, 0, {}, {}};
 }
 
 SetFileReader::Access SetFileReader::Open(SetFile file) const {
   std::optional<Access> instead = Instead(file);
   if (!instead) return Own(file);
-  if (instead->answer != Answer::kFile) return std::move(*instead);
+  if (instead->answer != AnswerKind::kFile) return std::move(*instead);
   std::error_code error;
   if (fs::is_directory(instead->path, error)) return Error(EISDIR);
   const std::optional<std::string> text = ReadFileBytes(instead->path);
@@ -112,9 +112,9 @@ SetFileReader::Access SetFileReader::Command() const {
   const std::optional<Access> instead = Instead(SetFile::kTop);
   if (!instead) return Text(tool);
   switch (instead->answer) {
-    case Answer::kText:
+    case AnswerKind::kText:
       return Text(tool + " --print-text " + Quoted(instead->text));
-    case Answer::kFile:
+    case AnswerKind::kFile:
       if (access(instead->path.c_str(), X_OK) == 0) return Text(Quoted(instead->path));
       return Text(tool + " --print-file " + Quoted(instead->path));
     default:

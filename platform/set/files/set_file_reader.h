@@ -17,7 +17,7 @@ namespace tvset {
 class SetFileReader {
  public:
   // What an access comes to.
-  enum class Answer {
+  enum class AnswerKind {
     // A file with `text` in it.
     kText,
     // The file `path`, to be run or asked for its status.
@@ -29,7 +29,7 @@ class SetFileReader {
   };
   // What goes with the answer; the rest is empty.
   struct Access {
-    Answer answer = Answer::kError;
+    AnswerKind answer = AnswerKind::kError;
     int error = 0;
     std::string text;
     std::string path;

@@ -79,7 +79,7 @@ SetFileSource SetFiles::source(SetFile file) const {
 
 std::optional<std::string> SetFiles::Read(SetFile file) const {
   const SetFileReader::Access access = SetFileReader(*this).Open(file);
-  if (access.answer != SetFileReader::Answer::kText) return std::nullopt;
+  if (access.answer != SetFileReader::AnswerKind::kText) return std::nullopt;
   return access.text;
 }
 

@@ -70,12 +70,12 @@ std::string KernelTime(int64_t time_ns) {
                 static_cast<int>(uptime_ns % kSecond / kMillisecond));
 }
 
-struct Frame {
+struct LineFrame {
   std::string prefix;
   std::string suffix;
 };
 
-Frame FrameOf(const LogLine& line, LogFormat format) {
+LineFrame FrameOf(const LogLine& line, LogFormat format) {
   const char letter = PriorityLetter(line.priority);
   const char* tag = line.tag.c_str();
   const std::string ids = Format("P%5d, T%5d", line.pid, line.tid);
@@ -130,7 +130,7 @@ LogFormat ParseLogFormat(std::string_view name) {
 }
 
 std::string FormatLogLine(const LogLine& line, LogFormat format) {
-  Frame frame = FrameOf(line, format);
+  LineFrame frame = FrameOf(line, format);
   if (frame.prefix.size() > kMaxPrefix) frame.prefix.resize(kMaxPrefix);
   if (format == LogFormat::kLong) return frame.prefix + "\n" + line.text + "\n";
   std::string_view text = line.text;

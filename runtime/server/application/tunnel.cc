@@ -13,7 +13,7 @@ void Tunnel::Start(tcp::socket client, tcp::socket server, std::string to_client
   tunnel->Write(tunnel->up_, tunnel->up_.buffer.size());
 }
 
-void Tunnel::Read(Way& way) {
+void Tunnel::Read(Direction& way) {
   constexpr size_t kPartBytes = 16384;
   way.buffer.resize(kPartBytes);
   way.from.async_read_some(asio::buffer(way.buffer), [self = shared_from_this(), &way](
@@ -23,7 +23,7 @@ void Tunnel::Read(Way& way) {
   });
 }
 
-void Tunnel::Write(Way& way, size_t count) {
+void Tunnel::Write(Direction& way, size_t count) {
   asio::async_write(way.to, asio::buffer(way.buffer.data(), count),
                     [self = shared_from_this(), &way](beast::error_code error, size_t) {
                       if (error) return self->End();

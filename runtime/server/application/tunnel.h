@@ -22,20 +22,20 @@ class Tunnel : public std::enable_shared_from_this<Tunnel> {
       : client_(std::move(client)), server_(std::move(server)) {}
 
  private:
-  struct Way {
+  struct Direction {
     tcp::socket& from;
     tcp::socket& to;
     std::string buffer;
   };
 
-  void Read(Way& way);
-  void Write(Way& way, size_t count);
+  void Read(Direction& way);
+  void Write(Direction& way, size_t count);
   void End();
 
   tcp::socket client_;
   tcp::socket server_;
-  Way down_{server_, client_, ""};
-  Way up_{client_, server_, ""};
+  Direction down_{server_, client_, ""};
+  Direction up_{client_, server_, ""};
 };
 
 }  // namespace orvane::server

@@ -16,9 +16,10 @@ struct KeyPresses::LongPress {
   int repeats = 0;
 };
 
-void KeyPresses::Press(const std::string& key_name, Kind kind) {
-  const Json parameters{
-      {"name", key_name}, {"long", kind == Kind::kLong}, {"native", kind == Kind::kNative}};
+void KeyPresses::Press(const std::string& key_name, PressKind kind) {
+  const Json parameters{{"name", key_name},
+                        {"long", kind == PressKind::kLong},
+                        {"native", kind == PressKind::kNative}};
   set_process_.Request({{"op", "control"}, {"method", "keys.press"}, {"params", parameters}}, "",
                        [](const set_process::Answer&) {});
 }

@@ -34,9 +34,9 @@ class KeyPresses {
         app_id_(std::move(app_id)),
         times_(times) {}
 
-  enum class Kind { kShort, kLong, kNative };
+  enum class PressKind { kShort, kLong, kNative };
   // As a person's press; kNative: the browser brought it to the page by itself.
-  void Press(const std::string& key_name, Kind kind);
+  void Press(const std::string& key_name, PressKind kind);
 
   // The set's event "key".
   void OnKeyEvent(const Json& data);

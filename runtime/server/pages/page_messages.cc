@@ -17,12 +17,12 @@ namespace {
 
 // What the heads of messages have besides texts, their type and their number.
 
-struct ToWidget {
+struct WidgetHead {
   std::string call;
   std::vector<Json> args;
 };
 template <class Map>
-void MapFields(Map& map, ToWidget& head) {
+void MapFields(Map& map, WidgetHead& head) {
   map("call", head.call);
   map("args", head.args);
 }
@@ -217,7 +217,7 @@ void PageMessages::CallRuntime(const Request& request) {
 }
 
 void PageMessages::CallWidget(const Request& request) {
-  const auto head = Read<ToWidget>(request.message.head);
+  const auto head = Read<WidgetHead>(request.message.head);
   const Json args(head.args);
   Ask(request, {{"op", "widget"}, {"call", head.call}}, base::JsonText(args),
       request.Record("widget", head.call, args));
@@ -293,12 +293,12 @@ void PageMessages::HandleReport(PageContext& context, const Json& report) {
   if (type == "ack") return context.Acknowledge(NumberOf(report, "seq").value_or(0));
   if (type == "state") return TakeState(context, report);
   if (type == "keyReport") {
-    return keys_.Press(Read<Key>(report).key_name, KeyPresses::Kind::kNative);
+    return keys_.Press(Read<Key>(report).key_name, KeyPresses::PressKind::kNative);
   }
   if (type == "keyPress") {
     const auto key = Read<Key>(report);
     return keys_.Press(key.key_name,
-                       key.is_long ? KeyPresses::Kind::kLong : KeyPresses::Kind::kShort);
+                       key.is_long ? KeyPresses::PressKind::kLong : KeyPresses::PressKind::kShort);
   }
   Json entry;
   if (type == "console") entry = base::ToJson(Read<Console>(report));

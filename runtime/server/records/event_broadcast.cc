@@ -44,7 +44,7 @@ void EventBroadcast::FlushSoon() {
 void EventBroadcast::Flush() {
   scheduled_ = false;
   std::vector<std::string> texts;
-  for (const Event& event : std::exchange(events_, {})) {
+  for (const QueuedEvent& event : std::exchange(events_, {})) {
     const std::string data = event.is_list ? JoinToArray(event.data) : event.data.front();
     texts.push_back("{\"name\":" + base::JsonText(event.name) + ",\"data\":" + data + "}");
   }

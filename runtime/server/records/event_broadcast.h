@@ -29,7 +29,7 @@ class EventBroadcast {
   void PublishItem(const std::string& name, const std::string& item);
 
  private:
-  struct Event {
+  struct QueuedEvent {
     std::string name;
     std::vector<std::string> data;  // texts of JSON
     bool is_list;
@@ -39,7 +39,7 @@ class EventBroadcast {
   void Flush();
 
   std::set<std::shared_ptr<Socket>> sockets_;
-  std::vector<Event> events_;
+  std::vector<QueuedEvent> events_;
   asio::steady_timer timer_;
   bool scheduled_ = false;
 };

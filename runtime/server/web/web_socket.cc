@@ -41,7 +41,7 @@ void WebSocket::Accept(const http::request<http::string_body>& upgrade,
 }
 
 void WebSocket::Send(std::shared_ptr<const SocketMessage> message) {
-  if (state_ != State::kOpen) return;
+  if (state_ != SocketState::kOpen) return;
   queued_bytes_ += message->data.size();
   queue_.push_back(std::move(message));
   if (queued_bytes_ > limits_.queued_bytes && queue_.size() > 1) return Drop();
@@ -49,8 +49,8 @@ void WebSocket::Send(std::shared_ptr<const SocketMessage> message) {
 }
 
 void WebSocket::Close(uint16_t code, const std::string& reason) {
-  if (state_ != State::kOpen) return;
-  state_ = State::kClosing;
+  if (state_ != SocketState::kOpen) return;
+  state_ = SocketState::kClosing;
   listener_ = nullptr;
   close_reason_ = websocket::close_reason(static_cast<websocket::close_code>(code), reason);
   if (queue_.empty()) StartClosing();
@@ -68,8 +68,8 @@ void WebSocket::Read() {
 }
 
 void WebSocket::OnRead(beast::error_code error) {
-  if (state_ == State::kClosed) return;
-  if (error) return state_ == State::kClosing ? void() : Drop();
+  if (state_ == SocketState::kClosed) return;
+  if (error) return state_ == SocketState::kClosing ? void() : Drop();
   const auto bytes = buffer_.cdata();
   if (listener_ != nullptr) {
     listener_->OnSocketMessage({static_cast<const char*>(bytes.data()), bytes.size()},
@@ -80,7 +80,7 @@ void WebSocket::OnRead(beast::error_code error) {
 }
 
 void WebSocket::ReadWhenWanted() {
-  if (state_ != State::kOpen) return;
+  if (state_ != SocketState::kOpen) return;
   if (listener_ == nullptr || listener_->MayReceive()) return Read();
   pause_.expires_after(kPause);
   pause_.async_wait([self = shared_from_this()](beast::error_code) { self->ReadWhenWanted(); });
@@ -94,17 +94,17 @@ void WebSocket::Write() {
 }
 
 void WebSocket::OnWritten(beast::error_code error) {
-  if (state_ == State::kClosed) return;
+  if (state_ == SocketState::kClosed) return;
   if (error) return Drop();
   queued_bytes_ -= queue_.front()->data.size();
   queue_.pop_front();
   if (!queue_.empty()) return Write();
-  if (state_ == State::kClosing) StartClosing();
+  if (state_ == SocketState::kClosing) StartClosing();
 }
 
 void WebSocket::Drop() {
-  if (state_ == State::kClosed) return;
-  state_ = State::kClosed;
+  if (state_ == SocketState::kClosed) return;
+  state_ = SocketState::kClosed;
   beast::error_code ignored;
   stream_.next_layer().socket().close(ignored);
   if (SocketListener* const listener = std::exchange(listener_, nullptr)) {

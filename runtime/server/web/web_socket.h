@@ -29,7 +29,7 @@ class WebSocket final : public Socket, public std::enable_shared_from_this<WebSo
   void Close(uint16_t code, const std::string& reason) override;
 
  private:
-  enum class State { kOpen, kClosing, kClosed };
+  enum class SocketState { kOpen, kClosing, kClosed };
 
   void Read();
   void ReadWhenWanted();
@@ -47,7 +47,7 @@ class WebSocket final : public Socket, public std::enable_shared_from_this<WebSo
   asio::steady_timer pause_;                                // before the listener is asked again
   std::deque<std::shared_ptr<const SocketMessage>> queue_;  // the first is being written
   size_t queued_bytes_ = 0;
-  State state_ = State::kOpen;
+  SocketState state_ = SocketState::kOpen;
   websocket::close_reason close_reason_;
 };
 
