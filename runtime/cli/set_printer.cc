@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <map>
 
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 
 #include "cli/exit_code.h"
@@ -22,7 +21,7 @@ std::vector<std::string> Expressions(const std::vector<std::string>& values) {
   std::vector<std::string> expressions;
   for (const std::string& value : values) {
     std::vector<std::string> parts;
-    for (const std::string& part : boost::split(parts, value, boost::is_any_of(","))) {
+    for (const std::string& part : boost::split(parts, value, [](char c) { return c == ','; })) {
       const auto level = levels.find(part);
       if (!part.empty()) expressions.push_back(level == levels.end() ? part : level->second);
     }

@@ -174,8 +174,8 @@ void Dispatcher::HandleRequest(const std::string& op, const base::Frame& frame) 
   Request request{frame.head, frame.body, {}};
   try {
     request.numbers = request.Read<Numbers>();
-    const auto row = std::find_if(std::begin(kRows), std::end(kRows),
-                                  [&](const OperationRow& known) { return known.op == op; });
+    const auto* const row = std::find_if(std::begin(kRows), std::end(kRows),
+                                         [&](const OperationRow& known) { return known.op == op; });
     if (row == std::end(kRows)) throw RequestError("There is no request \"" + op + "\".");
     (this->*row->handle)(request);
   } catch (const std::exception& error) {

@@ -15,7 +15,7 @@ namespace {
 constexpr size_t kKeptBytes = size_t{256} << 10;
 
 struct AnswerHead {
-  int64_t id;
+  int64_t id = 0;
   std::optional<int64_t> microseconds;
   std::optional<Json> result;
   std::optional<Json> error;

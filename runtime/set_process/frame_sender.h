@@ -34,7 +34,7 @@ class FrameSender {
   void Event(std::string_view name, Json data);
 
  private:
-  void SendText(std::string_view head, std::string_view body = {});
+  void SendText(std::string_view text, std::string_view body = {});
 
   const int socket_;
   std::mutex mutex_;

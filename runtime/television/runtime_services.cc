@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 
 #include "base/json.h"
@@ -37,7 +36,7 @@ std::optional<int> ReadInteger(std::string_view text) {
 // At least one, empty ones included.
 std::vector<std::string> PartsBetweenCommas(const std::string& text) {
   std::vector<std::string> parts;
-  return boost::algorithm::split(parts, text, boost::algorithm::is_any_of(","));
+  return boost::algorithm::split(parts, text, [](char c) { return c == ','; });
 }
 
 std::string MissingPrivilege(const std::string& privilege) {

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/split.hpp>
 
 #include "cli/output.h"
@@ -53,7 +52,7 @@ void FailOptions::Check() const {
   if (clear || function.empty() || code) return;
   // Perhaps as the option --fail has it: FUNCTION=CODE:once.
   std::vector<std::string> parts;
-  boost::split(parts, function, boost::is_any_of("=:"));
+  boost::split(parts, function, [](char c) { return c == '=' || c == ':'; });
   const std::string given = parts.size() > 1 && !parts[1].empty() ? parts[1] : "-1";
   throw CommandError("with which code is " + parts[0] +
                      " to fail? Write orvane fail FUNCTION CODE, such as orvane fail " + parts[0] +

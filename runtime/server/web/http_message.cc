@@ -7,7 +7,6 @@
 #include <memory>
 #include <vector>
 
-#include <boost/algorithm/string/classification.hpp>
 #include <boost/algorithm/string/predicate.hpp>
 #include <boost/algorithm/string/split.hpp>
 #include <glib.h>
@@ -38,7 +37,7 @@ std::string HttpRequest::Query(const std::string& name) const {
   const std::string whole(target());
   std::vector<std::string> pairs;
   boost::split(pairs, whole.substr(std::min(whole.find('?'), whole.size() - 1) + 1),
-               boost::is_any_of("&"));
+               [](char c) { return c == '&'; });
   for (const std::string& pair : pairs) {
     if (!boost::starts_with(pair, name + "=")) continue;
     return Unescape(std::string_view(pair).substr(name.size() + 1), "").value_or("");
