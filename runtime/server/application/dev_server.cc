@@ -199,7 +199,8 @@ class DevServer::Relay : public std::enable_shared_from_this<Relay> {
   }
 
   http::request<http::string_body> MakeRequest() const {
-    http::request<http::string_body> request = connection_->request();
+    const http::request<http::string_body>& received = connection_->request();
+    http::request<http::string_body> request = received;
     request.version(11);
     request.set(http::field::host, owner_.origin_.host);
     // Not compressed: a document has to be read.

@@ -3,13 +3,14 @@
 #include "server/pictures/headless_browser.h"
 
 #include <signal.h>
-#include <stdlib.h>
 
 #include <cerrno>
 #include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "changed_environment.h"
 
 namespace orvane::server {
 namespace {
@@ -69,8 +70,8 @@ TEST(HeadlessBrowserTest, EndsWithItsOwner) {
 }
 
 TEST(HeadlessBrowserTest, SaysWhatToInstallWhenThereIsNone) {
-  ASSERT_EQ(setenv("PATH", "/nowhere", 1), 0);
-  ASSERT_EQ(unsetenv("ORVANE_BROWSER"), 0);
+  const test::ChangedEnvironment path("PATH", "/nowhere");
+  const test::ChangedEnvironment browser("ORVANE_BROWSER", std::nullopt);
 
   EXPECT_THAT(
       [] {
@@ -80,7 +81,7 @@ TEST(HeadlessBrowserTest, SaysWhatToInstallWhenThereIsNone) {
 }
 
 TEST(HeadlessBrowserTest, SaysThatAProgramIsNoBrowser) {
-  ASSERT_EQ(setenv("ORVANE_BROWSER", "/bin/true", 1), 0);
+  const test::ChangedEnvironment browser("ORVANE_BROWSER", "/bin/true");
 
   EXPECT_THROW(HeadlessBrowser(kPage, {320, 180}, kLimit), std::runtime_error);
 }

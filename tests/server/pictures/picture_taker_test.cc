@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "server/pictures/picture_taker.h"
 
-#include <stdlib.h>
-
 #include <chrono>
 #include <string>
 
@@ -11,6 +9,8 @@
 #include <boost/asio/io_context.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "changed_environment.h"
 
 namespace orvane::server {
 namespace {
@@ -26,9 +26,6 @@ constexpr char kPngInBase64[] = "iVBORw0KGgo";
 
 class PictureTakerTest : public testing::Test {
  protected:
-  PictureTakerTest() : path_(getenv("PATH")) {}
-  ~PictureTakerTest() override { setenv("PATH", path_.c_str(), 1); }
-
   // Waits on the loop until a picture was taken.
   PictureTaker::Picture Picture(PictureTaker& taker) {
     PictureTaker::Picture taken;
@@ -46,7 +43,6 @@ class PictureTakerTest : public testing::Test {
  private:
   static constexpr std::chrono::milliseconds kStep{20};
 
-  const std::string path_;
   boost::asio::io_context loop_;
   // As a server's loop, it does not end when there is nothing to do.
   const boost::asio::executor_work_guard<boost::asio::io_context::executor_type> work_{
@@ -73,7 +69,7 @@ TEST_F(PictureTakerTest, TakesAPictureOfTheScreenWhereTheSimulatorIsOpen) {
 }
 
 TEST_F(PictureTakerTest, SaysWhyThereIsNoPicture) {
-  setenv("PATH", "/nowhere", 1);
+  const test::ChangedEnvironment path("PATH", "/nowhere");
   PictureTaker taker(loop());
   const PictureTaker::Picture picture = Picture(taker);
   EXPECT_EQ(picture.png, "");
@@ -81,7 +77,7 @@ TEST_F(PictureTakerTest, SaysWhyThereIsNoPicture) {
 }
 
 TEST_F(PictureTakerTest, SaysWhyTheSimulatorCannotBeOpened) {
-  setenv("PATH", "/nowhere", 1);
+  const test::ChangedEnvironment path("PATH", "/nowhere");
   PictureTaker taker(loop());
   std::string failure;
   taker.Open(kSimulator, [&](const std::string& why) { failure = why; });
