@@ -157,7 +157,7 @@ class DevServer::Relay : public std::enable_shared_from_this<Relay> {
     // Its own pages' frames name themselves; the television's is another site's.
     const bool is_top = !is_framed || request.Header("Sec-Fetch-Site") != "same-origin";
     owner_.hooks_.on_document(
-        {std::string(request.target()), is_top, WhyWithoutScript(is_framed && is_top)});
+        {request.target().to_string(), is_top, WhyWithoutScript(is_framed && is_top)});
   }
 
   // A page without the script says nothing itself.
