@@ -40,7 +40,7 @@ std::string HttpRequest::Query(const std::string& name) const {
                [](char c) { return c == '&'; });
   for (const std::string& pair : pairs) {
     if (!boost::starts_with(pair, name + "=")) continue;
-    return Unescape(std::string_view(pair).substr(name.size() + 1), "").value_or("");
+    return Unescape(pair.substr(name.size() + 1), "").value_or("");
   }
   return {};
 }
