@@ -6,14 +6,14 @@
 #include <cstring>
 #include <exception>
 
+#include "plain_json_reader.h"
+
 namespace common {
 
 namespace {
 
-// What the JSON library itself allows for arrays. It counts no objects, and it calls itself for
-// each level, so that a text could end the stack.
-constexpr int kMaxDepth = 100;
-
+// The JSON library counts no objects, and it calls itself for each level, so that a text could end
+// the stack.
 bool IsTooDeep(const char* text) {
   int depth = 0;
   bool in_string = false;
@@ -22,7 +22,7 @@ bool IsTooDeep(const char* text) {
       ++text;
     } else if (*text == '"') {
       in_string = !in_string;
-    } else if (!in_string && (*text == '{' || *text == '[') && ++depth > kMaxDepth) {
+    } else if (!in_string && (*text == '{' || *text == '[') && ++depth > kMaxJsonDepth) {
       return true;
     } else if (!in_string && (*text == '}' || *text == ']')) {
       --depth;
@@ -35,6 +35,9 @@ bool IsJsonSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r
 
 // What is wrong, as the end of a sentence.
 std::string Problem(const char* text, picojson::value& value) {
+  if (ReadPlainJson(text, value)) {
+    return {};
+  }
   if (IsTooDeep(text)) {
     return " is nested too deeply";
   }

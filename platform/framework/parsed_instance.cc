@@ -3,15 +3,21 @@
 
 #include "common/parsed_instance.h"
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "common/tools.h"
 #include "json_reader.h"
+#include "json_writer.h"
 #include "log.h"
 
 namespace common {
 
 namespace {
+
+constexpr size_t kMostRecent = 16;
+constexpr size_t kMostRecentText = 1024;  // of one that is kept
 
 PlatformResult UnknownError(std::string message) {
   return PlatformResult(ErrorCode::UNKNOWN_ERR, std::move(message));
@@ -81,32 +87,72 @@ std::string ParsedInstance::Answer(const char* message) {
     out.clear();
     tools::ReportError(UnknownError(failure), out);
   }
-  return picojson::value(std::move(out)).serialize();
+  return WriteJson(out);
 }
 
-void ParsedInstance::Dispatch(const char* message, picojson::object& out) {
-  picojson::value request;
-  const std::string problem = ReadObject(message, request);
-  if (!problem.empty()) {
-    return tools::ReportError(UnknownError(problem), out);
+std::shared_ptr<const ParsedInstance::Request> ParsedInstance::Find(const char* message) {
+  const auto found = std::find_if(recent_.begin(), recent_.end(), [message](const auto& request) {
+    return std::strcmp(request->text.c_str(), message) == 0;
+  });
+  if (found == recent_.end()) {
+    return nullptr;
   }
-  const auto& members = request.get<picojson::object>();
+  std::rotate(recent_.begin(), found, found + 1);
+  return recent_.front();
+}
+
+void ParsedInstance::Keep(std::shared_ptr<const Request> request) {
+  if (request->text.size() > kMostRecentText) {
+    return;
+  }
+  if (recent_.size() == kMostRecent) {
+    recent_.pop_back();
+  }
+  recent_.insert(recent_.begin(), std::move(request));
+}
+
+// False: `out` says what is wrong with it.
+bool ParsedInstance::Read(const char* message, Request& request, picojson::object& out) const {
+  const auto refuse = [&out](const PlatformResult& result) {
+    tools::ReportError(result, out);
+    return false;
+  };
+  const std::string problem = ReadObject(message, request.message);
+  if (!problem.empty()) {
+    return refuse(UnknownError(problem));
+  }
+  const auto& members = request.message.get<picojson::object>();
   const picojson::value* const cmd = Member(members, "cmd");
   if (cmd == nullptr || !cmd->is<std::string>()) {
-    return tools::ReportError(UnknownError("The message has no string member \"cmd\""), out);
+    return refuse(UnknownError("The message has no string member \"cmd\""));
   }
   const auto handler = handlers_.find(cmd->get<std::string>());
   if (handler == handlers_.end()) {
-    return tools::ReportError(
-        PlatformResult(ErrorCode::NOT_SUPPORTED_ERR, "Unknown command: " + cmd->get<std::string>()),
-        out);
+    return refuse(PlatformResult(ErrorCode::NOT_SUPPORTED_ERR,
+                                 "Unknown command: " + cmd->get<std::string>()));
   }
   static const picojson::value kNoArguments{picojson::object()};
   const picojson::value* const args = Member(members, "args");
   if (args != nullptr && !args->is<picojson::object>()) {
-    return tools::ReportError(UnknownError("The message's \"args\" is no JSON object"), out);
+    return refuse(UnknownError("The message's \"args\" is no JSON object"));
   }
-  handler->second(args == nullptr ? kNoArguments : *args, out);
+  request.handler = &handler->second;
+  request.args = args == nullptr ? &kNoArguments : args;
+  return true;
+}
+
+void ParsedInstance::Dispatch(const char* message, picojson::object& out) {
+  std::shared_ptr<const Request> request = Find(message);
+  if (!request) {
+    const auto made = std::make_shared<Request>();
+    if (!Read(message, *made, out)) {
+      return;
+    }
+    made->text = message;
+    Keep(made);
+    request = made;
+  }
+  (*request->handler)(*request->args, out);
 }
 
 }  // namespace common

@@ -42,6 +42,12 @@ class JsonInstance : public common::ParsedInstance {
       throw common::TypeMismatchException("from deep below");
     });
     RegisterSyncHandler("empty", nullptr);
+    RegisterSyncHandler("nest", [this](const picojson::value& args, picojson::object& out) {
+      for (int i = 0; i < 100; ++i) {
+        HandleMessage((R"({"cmd":"echo","args":{"i":)" + std::to_string(i) + "}}").c_str());
+      }
+      ReportSuccess(args, out);
+    });
     RegisterSyncHandler("echo", [](const picojson::value&, picojson::object&) {});
   }
 };
@@ -93,6 +99,32 @@ TEST_F(MessageTest, AnswersWithWhatTheHandlerReports) {
 
 TEST_F(MessageTest, AnswersAnUntouchedReplyAsAnEmptyObject) {
   EXPECT_EQ(Send(R"({"cmd":"untouched","args":{}})"), "{}");
+}
+
+TEST_F(MessageTest, AnswersTheSameMessageAgainAndAgain) {
+  for (int round = 0; round < 3; ++round) {
+    for (int i = 0; i < 20; ++i) {
+      const std::string number = std::to_string(i);
+      EXPECT_EQ(Send(R"({"cmd":"echo","args":{"i":)" + number + "}}"),
+                R"({"result":{"i":)" + number + R"(},"status":"success"})");
+    }
+    EXPECT_THAT(Send(R"({"cmd":"throw","args":{"i":1}})"), HasSubstr("the handler's own text"));
+  }
+}
+
+TEST_F(MessageTest, LeavesAHandlerItsArgumentsWhileOtherMessagesCome) {
+  const std::string message = R"({"cmd":"nest","args":{"a":"as it was"}})";
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(Send(message), R"({"result":{"a":"as it was"},"status":"success"})");
+  }
+}
+
+TEST_F(MessageTest, AnswersALongMessage) {
+  const std::string text(100000, 'x');
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(Send(R"({"cmd":"echo","args":{"a":")" + text + "\"}}"),
+              R"({"result":{"a":")" + text + R"("},"status":"success"})");
+  }
 }
 
 TEST_F(MessageTest, TakesMissingArgumentsAsNone) {

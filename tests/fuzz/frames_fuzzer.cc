@@ -61,6 +61,9 @@ void Check(const Taken& frame) {
   const std::string text = orvane::base::WellFormedUtf8(frame.body);
   Require(orvane::base::WellFormedUtf8(text) == text);
   Require(orvane::base::ParseJson(JsonText(Json(frame.body))).get<std::string>() == text);
+  std::string quoted;
+  orvane::base::AppendJsonString(frame.body, &quoted);
+  Require(quoted == JsonText(Json(frame.body)));
   const std::string whole = orvane::base::WithoutHalfCharacters(frame.body);
   Require(orvane::base::WithoutHalfCharacters(whole) == whole);
 }

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include <picojson.h>
 
@@ -55,12 +57,26 @@ class WEBAPI_EXPORT ParsedInstance : public Instance {
   void ReportError(const PlatformException& exception, picojson::object& out);
 
  private:
+  // A message that was read, and its handler.
+  struct Request {
+    std::string text;
+    picojson::value message;
+    const picojson::value* args;
+    const Handler* handler;
+  };
+
   std::string Answer(const char* message);
+  std::shared_ptr<const Request> Find(const char* message);
+  void Keep(std::shared_ptr<const Request> request);
+  bool Read(const char* message, Request& request, picojson::object& out) const;
   void Dispatch(const char* message, picojson::object& out);
 
   std::string version_;
   // By the name of the command. Not changed after construction.
   std::unordered_map<std::string, Handler> handlers_;
+  // The latest requests, the last one first: a page asks the same again and again. A handler may
+  // lead to another message, which takes the request in hand from here and not from the handler.
+  std::vector<std::shared_ptr<const Request>> recent_;
 };
 
 }  // namespace common
