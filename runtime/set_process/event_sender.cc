@@ -195,7 +195,8 @@ std::optional<EventSender::Load> EventSender::NextLoad() {
     } else if (is_over_ || next->second <= now) {
       return TakeDueLocked(now);
     } else {
-      added_.wait_until(lock, next->second);
+      const TimePoint due = next->second;  // the table may change while this waits
+      added_.wait_until(lock, due);
     }
   }
 }

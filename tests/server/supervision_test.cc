@@ -161,7 +161,7 @@ TEST_F(SupervisionTest, EndsALibraryThatDoesNotStart) {
 
 TEST_F(SupervisionTest, StaysUpWhenTheLibraryCannotBeStartedAgain) {
   const auto program = folder() / "set-process";
-  std::filesystem::copy(FAKE_SET_PROCESS, program);
+  std::filesystem::create_symlink(FAKE_SET_PROCESS, program);
   options().set_process_command = {program.string()};
   Start();
   const TestPage page = OpenPage();
