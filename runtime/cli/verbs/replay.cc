@@ -8,13 +8,13 @@
 #include <utility>
 #include <vector>
 
+#include "base/temporary_folder.h"
 #include "cli/output.h"
 #include "cli/replayer.h"
 #include "cli/session_file.h"
 #include "cli/set_options.h"
 #include "cli/shipped_parts.h"
 #include "cli/verbs/verbs.h"
-#include "server/pictures/temporary_folder.h"
 
 namespace orvane::cli {
 
@@ -88,7 +88,7 @@ void PrintAsJson(const std::vector<Difference>& differences, size_t count) {
 ExitCode Replay(const ReplayOptions& options) {
   const SessionFile session = ReadSessionFile(options.file);
   // Of a set that has not been used before; gone afterwards.
-  std::optional<server::TemporaryFolder> fresh;
+  std::optional<base::TemporaryFolder> fresh;
   if (options.set.state_folder.empty()) fresh.emplace("orvane-replay-");
   const fs::path state_folder = fresh ? fresh->path() : fs::absolute(options.set.state_folder);
   Replayer replayer(ProcessOptions(options, session, state_folder),

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "base/json.h"
-#include "server/pictures/temporary_folder.h"
+#include "base/temporary_folder.h"
 
 namespace orvane::base {
 class ChildProcess;
@@ -56,7 +56,7 @@ class HeadlessBrowser {
 
   const std::chrono::milliseconds limit_;
   // In this order: the profile's folder goes when the process is gone.
-  const TemporaryFolder profile_;
+  const base::TemporaryFolder profile_;
   std::unique_ptr<base::ChildProcess> process_;
   std::unique_ptr<DevToolsPipe> pipe_;
   std::string session_;

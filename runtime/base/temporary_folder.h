@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace orvane::server {
+namespace orvane::base {
 
 // A new folder of this user alone, which goes with the object, with all that is in it.
 class TemporaryFolder {
@@ -35,4 +35,4 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-}  // namespace orvane::server
+}  // namespace orvane::base
